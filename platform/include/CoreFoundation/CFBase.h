@@ -1,0 +1,80 @@
+// The part of Core Foundation that the drawing library's objects share: reference counting, type ids,
+// equality. Usable from C, C++ and Objective-C.
+#pragma once
+
+#include <stdbool.h>
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+#define CF_EXTERN_C_BEGIN extern "C" {
+#define CF_EXTERN_C_END }
+#define CF_EXPORT extern "C"
+#else
+#define CF_EXTERN_C_BEGIN
+#define CF_EXTERN_C_END
+#define CF_EXPORT extern
+#endif
+#define CF_INLINE static inline
+
+// Annotations that callers may use; they carry no meaning here.
+#ifndef CF_ASSUME_NONNULL_BEGIN
+#define CF_ASSUME_NONNULL_BEGIN
+#define CF_ASSUME_NONNULL_END
+#endif
+#ifndef CF_IMPLICIT_BRIDGING_ENABLED
+#define CF_IMPLICIT_BRIDGING_ENABLED
+#define CF_IMPLICIT_BRIDGING_DISABLED
+#endif
+#ifndef CF_RETURNS_RETAINED
+#define CF_RETURNS_RETAINED
+#define CF_RETURNS_NOT_RETAINED
+#endif
+
+// CF_ENUM and CF_OPTIONS take the place of a type's whole declaration: `CF_ENUM(int32_t, Name) { ... };`
+// An options type stays an integer in C++, so that `a | b` needs no cast.
+#ifdef __cplusplus
+#define CF_ENUM(type, name) enum name : type
+#else
+#define CF_ENUM(type, name)                                                                                  \
+    typedef type name;                                                                                       \
+    enum
+#endif
+#ifdef __cplusplus
+#define CF_OPTIONS(type, name)                                                                               \
+    using name = type;                                                                                       \
+    enum : type
+#else
+#define CF_OPTIONS(type, name)                                                                               \
+    typedef type name;                                                                                       \
+    enum
+#endif
+
+typedef unsigned char Boolean;
+typedef uint8_t UInt8;
+typedef signed long CFIndex;
+typedef unsigned long CFTypeID;
+typedef unsigned long CFHashCode;
+
+/// Any reference-counted object of this library.
+typedef const void* CFTypeRef;
+/// Accepted and ignored: every object comes from the C++ heap. Pass NULL or `kCFAllocatorDefault`.
+typedef const struct CFAllocator* CFAllocatorRef;
+
+#define kCFAllocatorDefault ((CFAllocatorRef)NULL)
+enum { kCFNotFound = -1 };
+
+CF_EXTERN_C_BEGIN
+
+/// Adds a reference and returns `cf`. NULL is passed through.
+CFTypeRef CFRetain(CFTypeRef cf);
+/// Drops a reference; the last one destroys the object. NULL does nothing.
+void CFRelease(CFTypeRef cf);
+/// Number of references held at this moment; 0 for NULL. For tests and debugging only.
+CFIndex CFGetRetainCount(CFTypeRef cf);
+/// Type id of an object, to compare with the `...GetTypeID` functions; 0 for NULL.
+CFTypeID CFGetTypeID(CFTypeRef cf);
+/// True for the same object, and for strings, data, colours, colour spaces and paths of equal content.
+Boolean CFEqual(CFTypeRef cf1, CFTypeRef cf2);
+
+CF_EXTERN_C_END

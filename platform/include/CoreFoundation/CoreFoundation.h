@@ -1,0 +1,7 @@
+// The part of Core Foundation that the drawing library speaks.
+#pragma once
+
+#include <CoreFoundation/CFArray.h>
+#include <CoreFoundation/CFBase.h>
+#include <CoreFoundation/CFData.h>
+#include <CoreFoundation/CFString.h>

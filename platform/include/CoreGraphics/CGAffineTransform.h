@@ -1,0 +1,46 @@
+// Affine maps of the plane: x' = a x + c y + tx, y' = b x + d y + ty.
+#pragma once
+
+#include <CoreGraphics/CGGeometry.h>
+
+typedef struct CGAffineTransform {
+    CGFloat a, b, c, d;
+    CGFloat tx, ty;
+} CGAffineTransform;
+
+CF_EXTERN_C_BEGIN
+
+extern const CGAffineTransform CGAffineTransformIdentity;
+
+CG_INLINE CGAffineTransform CGAffineTransformMake(CGFloat a, CGFloat b, CGFloat c, CGFloat d, CGFloat tx,
+                                                  CGFloat ty) {
+    CGAffineTransform t = {a, b, c, d, tx, ty};
+    return t;
+}
+/// Moves by (tx, ty).
+CGAffineTransform CGAffineTransformMakeTranslation(CGFloat tx, CGFloat ty);
+/// Scales about the origin.
+CGAffineTransform CGAffineTransformMakeScale(CGFloat sx, CGFloat sy);
+/// Rotates about the origin by radians, from the x axis towards the y axis.
+CGAffineTransform CGAffineTransformMakeRotation(CGFloat angle);
+/// True for exactly the identity.
+bool CGAffineTransformIsIdentity(CGAffineTransform t);
+/// Translates first, then applies `t`; likewise the two below.
+CGAffineTransform CGAffineTransformTranslate(CGAffineTransform t, CGFloat tx, CGFloat ty);
+CGAffineTransform CGAffineTransformScale(CGAffineTransform t, CGFloat sx, CGFloat sy);
+CGAffineTransform CGAffineTransformRotate(CGAffineTransform t, CGFloat angle);
+/// The inverse map; a singular one is returned unchanged.
+CGAffineTransform CGAffineTransformInvert(CGAffineTransform t);
+/// `t1` first, then `t2`.
+CGAffineTransform CGAffineTransformConcat(CGAffineTransform t1, CGAffineTransform t2);
+/// Exact equality of the six numbers.
+bool CGAffineTransformEqualToTransform(CGAffineTransform t1, CGAffineTransform t2);
+
+/// The image of a point.
+CGPoint CGPointApplyAffineTransform(CGPoint point, CGAffineTransform t);
+/// The image of a size, as a vector: the translation has no part in it.
+CGSize CGSizeApplyAffineTransform(CGSize size, CGAffineTransform t);
+/// The smallest upright rectangle around the image; null and infinite rectangles stay what they are.
+CGRect CGRectApplyAffineTransform(CGRect rect, CGAffineTransform t);
+
+CF_EXTERN_C_END

@@ -1,0 +1,60 @@
+// Colour spaces. Component values lie in 0...1 (extended spaces: any), alpha not counted.
+//
+// No colour matching takes place: RGB components of every space but the linear ones are painted as they are.
+// Linear spaces are taken through the sRGB transfer function.
+#pragma once
+
+#include <CoreFoundation/CFData.h>
+#include <CoreFoundation/CFString.h>
+#include <CoreGraphics/CGBase.h>
+
+typedef struct CGColorSpace* CGColorSpaceRef;
+
+CF_ENUM(int32_t, CGColorRenderingIntent){kCGRenderingIntentDefault, kCGRenderingIntentAbsoluteColorimetric,
+                                         kCGRenderingIntentRelativeColorimetric, kCGRenderingIntentPerceptual,
+                                         kCGRenderingIntentSaturation};
+
+CF_ENUM(int32_t, CGColorSpaceModel){
+    kCGColorSpaceModelUnknown = -1, kCGColorSpaceModelMonochrome, kCGColorSpaceModelRGB,
+    kCGColorSpaceModelCMYK,         kCGColorSpaceModelLab,        kCGColorSpaceModelDeviceN,
+    kCGColorSpaceModelIndexed,      kCGColorSpaceModelPattern,    kCGColorSpaceModelXYZ};
+
+CF_EXTERN_C_BEGIN
+
+extern const CFStringRef kCGColorSpaceSRGB;
+extern const CFStringRef kCGColorSpaceExtendedSRGB;
+extern const CFStringRef kCGColorSpaceLinearSRGB;
+extern const CFStringRef kCGColorSpaceExtendedLinearSRGB;
+extern const CFStringRef kCGColorSpaceGenericRGB;
+extern const CFStringRef kCGColorSpaceGenericGray;
+extern const CFStringRef kCGColorSpaceGenericGrayGamma2_2;
+extern const CFStringRef kCGColorSpaceExtendedGray;
+extern const CFStringRef kCGColorSpaceLinearGray;
+
+/// Type id of colour spaces.
+CFTypeID CGColorSpaceGetTypeID(void);
+/// The device RGB space: the same object on every call. The caller owns a reference.
+CGColorSpaceRef CGColorSpaceCreateDeviceRGB(void);
+/// The device gray space: the same object on every call. The caller owns a reference.
+CGColorSpaceRef CGColorSpaceCreateDeviceGray(void);
+/// The space of one of the names above; NULL for any other name. The caller owns a reference.
+CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name);
+/// A new RGB space apart from the device's. Its white point, black point (may be NULL), gamma (3 numbers, may
+/// be NULL) and matrix (9 numbers, may be NULL) are accepted and not used in painting. NULL without a white
+/// point.
+CGColorSpaceRef CGColorSpaceCreateCalibratedRGB(const CGFloat whitePoint[3], const CGFloat blackPoint[3],
+                                                const CGFloat gamma[3], const CGFloat matrix[9]);
+/// Adds a reference. NULL is passed through.
+CGColorSpaceRef CGColorSpaceRetain(CGColorSpaceRef space);
+/// Drops a reference. NULL does nothing.
+void CGColorSpaceRelease(CGColorSpaceRef space);
+/// Number of components without alpha: 1 or 3; 0 for NULL.
+size_t CGColorSpaceGetNumberOfComponents(CGColorSpaceRef space);
+/// Monochrome or RGB; unknown for NULL.
+CGColorSpaceModel CGColorSpaceGetModel(CGColorSpaceRef space);
+/// The name the space was made with, borrowed; NULL for device and calibrated spaces.
+CFStringRef CGColorSpaceGetName(CGColorSpaceRef space);
+/// As CGColorSpaceGetName, with a reference for the caller.
+CFStringRef CGColorSpaceCopyName(CGColorSpaceRef space);
+
+CF_EXTERN_C_END
