@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+
+namespace ozm {
+
+/// A number with the unit that was written behind it. Nothing converts one unit into another.
+struct Dimension {
+    enum class Unit : int32_t {
+        None = 0,
+        EM = 1,
+        PX = 2,
+        PT = 3,
+        PC = 4,
+        CM = 5,
+        MM = 6,
+        IN = 7,
+        Percent = 8
+    };
+
+    Unit unit = Unit::None;
+    double value = 0; ///< As written: 50% is 50.
+
+    bool operator==(const Dimension&) const = default;
+};
+
+/// Width and height of a document.
+struct DimensionSize {
+    Dimension width;
+    Dimension height;
+
+    bool operator==(const DimensionSize&) const = default;
+};
+
+} // namespace ozm

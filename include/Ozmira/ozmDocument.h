@@ -1,0 +1,33 @@
+#pragma once
+
+#include <Ozmira/ozmDimension.h>
+#include <Ozmira/ozmElement.h>
+#include <Ozmira/ozmStyle.h>
+#include <Ozmira/ozmTransform.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace ozm {
+
+/// Binds an id to the element that carries it.
+struct Definition {
+    std::string id;
+    uint64_t elementIndex = 0; ///< Index into `Document::elements`.
+};
+
+/// A parsed drawing. It owns everything; elements refer to each other by index or id. Filled by one parse,
+/// read-only afterwards. A document made from malformed text has no elements.
+struct Document {
+    uint32_t reserved0 = 0;   ///< Always 0.
+    uint32_t reserved1 = 0;   ///< Always 0.
+    std::string reservedText; ///< Always empty.
+    Rectf viewBox;            ///< User units.
+    DimensionSize size{{Dimension::Unit::PX, 0}, {Dimension::Unit::PX, 0}};
+    std::vector<Definition> definitions; ///< In document order; ids may repeat.
+    std::vector<Element> elements; ///< The tree in pre-order: index 0 is the root, parents precede children.
+    std::vector<Style> styles;     ///< Addressed by `Element::styleIndex`.
+};
+
+} // namespace ozm

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+
+namespace ozm {
+
+/// Deepest nesting of elements that the parser accepts, the root `svg` element being level 1. A file that
+/// goes deeper counts as malformed. Reading the XML, walking its tree, collecting ids and drawing all recurse
+/// once per level, and a secondary thread on iOS has 512 KB of stack; drawings made by people stay below 50
+/// levels.
+inline constexpr uint32_t kMaximumNestingDepth = 1024;
+
+} // namespace ozm

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace ozm {
+
+/// True for the whitespace of every value syntax: the bytes 9 to 13 and 32, whatever the locale.
+constexpr bool IsWhitespace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+/// True for the characters "0123456789".
+constexpr bool isNumericDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// True for the characters "aAbBcCdDeEfF0123456789".
+constexpr bool isHexDigit(char c) {
+    return isNumericDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+/// A view of characters that somebody else owns; not NUL-terminated, any bytes. Copied by value, frees
+/// nothing.
+struct StringView {
+    const char* data = nullptr; ///< First character; may be null when `length` is 0.
+    uint64_t length = 0;        ///< Number of characters.
+
+    constexpr StringView() = default;
+    constexpr StringView(const char* first, uint64_t count) : data(first), length(count) {}
+    constexpr StringView(std::string_view text) : data(text.data()), length(text.size()) {}
+
+    constexpr operator std::string_view() const { return {data, static_cast<size_t>(length)}; }
+    constexpr const char* begin() const { return data; }
+    constexpr const char* end() const { return data + length; }
+    constexpr bool empty() const { return length == 0; }
+
+    /// The view without its first `count` characters; a null view when `count` exceeds the length.
+    constexpr StringView CutFront(uint64_t count) const {
+        return count > length ? StringView() : StringView(data + count, length - count);
+    }
+
+    /// The view without its leading whitespace.
+    constexpr StringView TrimLeadingWhitespace() const {
+        uint64_t count = 0;
+        while (count < length && IsWhitespace(data[count])) ++count;
+        return CutFront(count);
+    }
+
+    /// The view without its trailing whitespace.
+    constexpr StringView TrimTrailingWhitespace() const {
+        uint64_t count = length;
+        while (count > 0 && IsWhitespace(data[count - 1])) --count;
+        return {data, count};
+    }
+
+    /// True when the view begins with exactly these bytes.
+    constexpr bool HasPrefix(std::string_view prefix) const {
+        return std::string_view(*this).substr(0, prefix.size()) == prefix;
+    }
+
+    /// As `HasPrefix`, without regard to the case of ASCII letters; `lowerCasePrefix` has none in upper case.
+    constexpr bool HasPrefixIgnoringCase(std::string_view lowerCasePrefix) const {
+        if (length < lowerCasePrefix.size()) return false;
+        for (size_t i = 0; i < lowerCasePrefix.size(); ++i) {
+            const char c = data[i];
+            const char lower = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+            if (lower != lowerCasePrefix[i]) return false;
+        }
+        return true;
+    }
+
+    /// What `strtod` answers for a copy of the characters in the "C" locale, whatever locale the process has
+    /// set: leading whitespace and anything after the number are ignored, text without a number gives 0.0.
+    /// Where `strtod` reports a range error (overflow as well as underflow) the result is 0.0.
+    double toDouble() const;
+
+    /// Equal length and equal bytes.
+    friend constexpr bool operator==(StringView a, StringView b) {
+        return std::string_view(a) == std::string_view(b);
+    }
+};
+
+/// Scans one number with optional sign, fraction and exponent at the start of `text`, after optional
+/// whitespace. Returns the view from the start of `text` (whitespace included) to the end of the number, for
+/// `toDouble`; on failure a view of length 0 at the start of `text`. An `e` without exponent digits is a
+/// failure.
+StringView ScanScientificNumber(StringView text);
+
+} // namespace ozm

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace ozm {
+
+/// Components as fractions of 1, not premultiplied. Parsed colours are not clamped and may exceed 1.
+struct Color {
+    double r = 0;
+    double g = 0;
+    double b = 0;
+    double a = 0;
+
+    bool operator==(const Color&) const = default;
+};
+
+enum class LineCap : uint32_t { Butt = 0, Round = 1, Square = 2 };
+enum class LineJoin : uint32_t { Miter = 0, Round = 1, Bevel = 2 };
+enum class WindingRule : uint32_t { NonZero = 0, EvenOdd = 1 };
+
+/// One paint property that an element sets itself: `type` and the payload that it selects.
+struct StyleProperty {
+    enum class Type : uint32_t {
+        StrokeColor = 0,      ///< `color`; "none" is all zero
+        StrokeOpacity = 1,    ///< `number`
+        StrokeWidth = 2,      ///< `number`, user units
+        StrokeLineCap = 3,    ///< `keyword`, a `LineCap`
+        StrokeLineJoin = 4,   ///< `keyword`, a `LineJoin`
+        StrokeMiterLimit = 5, ///< `number`
+        StrokeDashArray = 6,  ///< `dashArray`; never made by the parser
+        StrokeDashOffset = 7, ///< `number`, user units
+        FillColor = 8,        ///< `color`; "none" is all zero
+        FillURL = 9,          ///< `url`
+        FillOpacity = 10,     ///< `number`
+        FillRule = 11,        ///< `keyword`, a `WindingRule`
+        ClipPathURL = 12,     ///< `url`
+        ClipRule = 13,        ///< `keyword`, a `WindingRule`, which copies and moves reset to 0
+        Opacity = 14,         ///< `number`
+    };
+
+    Type type;
+    union {
+        Color color;
+        double number;
+        uint32_t keyword;
+        std::vector<double> dashArray;
+        std::string url; ///< Id of the referenced element, without "#".
+    };
+
+    /// A property whose payload is zero or empty.
+    explicit StyleProperty(Type ofType) noexcept;
+    StyleProperty(const StyleProperty& other);
+    /// Takes a list or string over and leaves an empty one in `other`.
+    StyleProperty(StyleProperty&& other) noexcept;
+    StyleProperty& operator=(const StyleProperty& other);
+    StyleProperty& operator=(StyleProperty&& other) noexcept;
+    ~StyleProperty() { DestroyPayload(); }
+
+private:
+    void ConstructEmpty() noexcept;
+    void ConstructFrom(StyleProperty& other) noexcept;
+    void DestroyPayload() noexcept {
+        if (type == Type::FillURL || type == Type::ClipPathURL) url.~basic_string();
+        if (type == Type::StrokeDashArray) dashArray.~vector();
+    }
+};
+
+/// The properties that one element sets, in the order in which they apply; a later one overrides an earlier
+/// one.
+struct Style {
+    std::string name; ///< Always empty.
+    std::vector<StyleProperty> properties;
+};
+
+} // namespace ozm
