@@ -67,7 +67,8 @@ struct Element {
     ~Element();
 
 private:
-    void ConstructNumbersFrom(const Element& other) noexcept;
+    void ConstructEmpty() noexcept;
+    void CopyNumbers(const Element& other) noexcept;
 };
 
 /// True for the kinds that hold `children`.

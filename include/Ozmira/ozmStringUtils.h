@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstdint>
 #include <string_view>
 
@@ -24,7 +25,10 @@ struct StringView {
 
     constexpr StringView() = default;
     constexpr StringView(const char* first, uint64_t count) : data(first), length(count) {}
-    constexpr StringView(std::string_view text) : data(text.data()), length(text.size()) {}
+    /// Of a literal, a `std::string` or a `std::string_view`, which has to outlive the view.
+    template <std::convertible_to<std::string_view> Text>
+    constexpr StringView(const Text& text)
+        : data(std::string_view(text).data()), length(std::string_view(text).size()) {}
 
     constexpr operator std::string_view() const { return {data, static_cast<size_t>(length)}; }
     constexpr const char* begin() const { return data; }
@@ -72,7 +76,8 @@ struct StringView {
     double toDouble() const;
 
     /// Equal length and equal bytes.
-    friend constexpr bool operator==(StringView a, StringView b) {
+    template <std::convertible_to<std::string_view> Text>
+    friend constexpr bool operator==(StringView a, const Text& b) {
         return std::string_view(a) == std::string_view(b);
     }
 };

@@ -1,0 +1,25 @@
+#include "ozmNumberReader.h"
+
+#include "ozmStrtod.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+#include <version>
+
+namespace ozm {
+
+double ConvertDecimalText(StringView text) {
+#if defined(__cpp_lib_to_chars) // libc++ converts no floating point.
+    const char* const first = *text.data == '+' ? text.begin() + 1 : text.begin();
+    double value = 0;
+    const auto result = std::from_chars(first, text.end(), value);
+    // Close to the smallest normal number the C library alone decides what counts as a range error.
+    constexpr double kSafelyNormal = 2 * std::numeric_limits<double>::min();
+    if (result.ec == std::errc() && std::isfinite(value) && std::fabs(value) >= kSafelyNormal) return value;
+#endif
+    return StrtodInCLocale(text);
+}
+
+} // namespace ozm

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <Ozmira/ozmStringUtils.h>
+
+#include <cstdint>
+
+// Scanning and converting numbers in one pass over the characters [p, end). Every reader returns the place
+// behind the number, or null, with `value` left alone, when there is none. The values are those that
+// `StringView::toDouble` gives for the same characters.
+
+namespace ozm {
+
+inline const char* SkipWhitespace(const char* p, const char* end) {
+    while (p != end && IsWhitespace(*p)) ++p;
+    return p;
+}
+
+/// What stands between two numbers of an argument list: whitespace and at most one comma.
+inline const char* SkipSeparator(const char* p, const char* end) {
+    p = SkipWhitespace(p, end);
+    return p != end && *p == ',' ? SkipWhitespace(p + 1, end) : p;
+}
+
+/// Digits, optionally a point and more digits.
+struct DecimalDigits {
+    const char* end;        ///< Behind the last character.
+    uint64_t significand;   ///< All digits as one integer, modulo 2^64.
+    int64_t count;          ///< Digits before and after the point.
+    int64_t fractionDigits; ///< Digits after the point.
+};
+
+inline DecimalDigits ScanDecimalDigits(const char* p, const char* end) {
+    uint64_t significand = 0;
+    const auto skipDigits = [&] {
+        const char* const first = p;
+        for (; p != end && isNumericDigit(*p); ++p)
+            significand = significand * 10 + static_cast<uint64_t>(*p - '0');
+        return p - first;
+    };
+    const int64_t integerDigits = skipDigits();
+    int64_t fractionDigits = 0;
+    if (p != end && *p == '.') {
+        ++p;
+        fractionDigits = skipDigits();
+    }
+    return {p, significand, integerDigits + fractionDigits, fractionDigits};
+}
+
+/// Converts a decimal number of any length, `[sign] digits [. digits] [e [sign] digits]`, correctly rounded.
+double ConvertDecimalText(StringView text);
+
+/// Converts scanned digits scaled by 10^exponent; `text` is the whole number, sign included.
+inline double ConvertDecimal(const DecimalDigits& digits, int64_t exponent, StringView text) {
+    // Clinger's fast path ("How to Read Floating Point Numbers Accurately", 1990): when significand and power
+    // of ten are both exact doubles, one operation rounds once. 19 digits fit into 64 bits.
+    static constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                              1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                              1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    const int64_t power = exponent - digits.fractionDigits;
+    if (digits.count <= 19 && digits.significand <= (uint64_t{1} << 53) && power >= -22 && power <= 22) {
+        double value = static_cast<double>(static_cast<int64_t>(digits.significand));
+        value = power < 0 ? value / kPowersOfTen[-power] : value * kPowersOfTen[power];
+        return *text.data == '-' ? -value : value;
+    }
+    return ConvertDecimalText(text);
+}
+
+/// What follows the digits of a number: `e`, optional sign, digits. The exponent saturates far beyond any
+/// double.
+struct DecimalExponent {
+    const char* end; ///< Behind the last digit; null when no digit follows the `e`.
+    int64_t value;
+};
+
+/// Scans an exponent at its `e`.
+inline DecimalExponent ScanDecimalExponent(const char* p, const char* end) {
+    ++p;
+    const bool negative = p != end && *p == '-';
+    if (p != end && (*p == '-' || *p == '+')) ++p;
+    if (p == end || !isNumericDigit(*p)) return {nullptr, 0};
+    int64_t value = 0;
+    for (; p != end && isNumericDigit(*p); ++p) {
+        if (value < 1000000) value = value * 10 + (*p - '0');
+    }
+    return {p, negative ? -value : value};
+}
+
+/// Reads digits with an optional fraction: no sign, no exponent.
+inline const char* ReadPositiveDecimal(const char* p, const char* end, double& value) {
+    const DecimalDigits digits = ScanDecimalDigits(p, end);
+    if (digits.count == 0) return nullptr;
+    value = ConvertDecimal(digits, 0, {p, static_cast<uint64_t>(digits.end - p)});
+    return digits.end;
+}
+
+/// Reads an optional "-" and digits with an optional fraction: no "+", no exponent.
+inline const char* ReadDecimal(const char* p, const char* end, double& value) {
+    const DecimalDigits digits = ScanDecimalDigits(p != end && *p == '-' ? p + 1 : p, end);
+    if (digits.count == 0) return nullptr;
+    value = ConvertDecimal(digits, 0, {p, static_cast<uint64_t>(digits.end - p)});
+    return digits.end;
+}
+
+/// Reads what `ScanScientificNumber` scans, leading whitespace included.
+inline const char* ReadScientificNumber(const char* p, const char* end, double& value) {
+    p = SkipWhitespace(p, end);
+    const bool hasSign = p != end && (*p == '-' || *p == '+');
+    const DecimalDigits digits = ScanDecimalDigits(hasSign ? p + 1 : p, end);
+    if (digits.count == 0) return nullptr;
+    DecimalExponent exponent{digits.end, 0};
+    if (digits.end != end && (*digits.end == 'e' || *digits.end == 'E')) {
+        exponent = ScanDecimalExponent(digits.end, end);
+        if (!exponent.end) return nullptr;
+    }
+    value = ConvertDecimal(digits, exponent.value, {p, static_cast<uint64_t>(exponent.end - p)});
+    return exponent.end;
+}
+
+} // namespace ozm

@@ -1,0 +1,175 @@
+#include <Ozmira/ozmLimits.h>
+#include <Ozmira/SVG/ozmSVGParser.h>
+
+#include "ozmNestingDepth.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace ozm {
+namespace {
+
+constexpr uint64_t kNoElement = ~uint64_t{0};
+
+/// What the XML reader leaves out: data nodes, string terminators (the text stays unchanged), entity
+/// translation.
+constexpr int kXMLFlags = rapidxml::parse_fastest;
+static_assert(kXMLFlags == 13);
+
+using XMLDocument = rapidxml::xml_document<char>;
+
+/// False for malformed text.
+bool ParseXML(XMLDocument& xml, char* text) {
+    if (NestsDeeperThan(text, kMaximumNestingDepth)) return false;
+    try {
+        xml.parse<kXMLFlags>(text);
+    } catch (const rapidxml::parse_error&) {
+        return false;
+    }
+    return true;
+}
+
+XMLNode FindRoot(const XMLDocument& xml) {
+    XMLNode node(xml.first_node());
+    while (node && node.Name() != "svg") node = node.NextSibling();
+    return node;
+}
+
+/// Points a parser at the document under construction for as long as a parse runs.
+class CurrentDocument {
+public:
+    CurrentDocument(SVGParser& parser, Document* document) : m_parser(parser) {
+        m_parser.document = document;
+    }
+    ~CurrentDocument() { m_parser.document = nullptr; }
+    CurrentDocument(const CurrentDocument&) = delete;
+    CurrentDocument& operator=(const CurrentDocument&) = delete;
+
+private:
+    SVGParser& m_parser;
+};
+
+} // namespace
+
+std::unique_ptr<Document> SVGParser::CreateDocumentWithSVGData(const char* data) {
+    // The reader's flags leave the text as it is.
+    return ParseSVGData(const_cast<char*>(data));
+}
+
+std::unique_ptr<Document> SVGParser::ParseSVGData(char* text) {
+    nodeCount = 0;
+    auto result = std::make_unique<Document>();
+    const CurrentDocument current(*this, result.get());
+    XMLDocument xml;
+    if (text && ParseXML(xml, text)) {
+        if (const XMLNode root = FindRoot(xml)) ProcessSVGNode(root);
+    }
+    return result;
+}
+
+void SVGParser::ProcessSVGNode(const XMLNode& node) {
+    DimensionSize& size = document->size;
+    size = {{Dimension::Unit::PX, 0}, {Dimension::Unit::PX, 0}};
+    StringView width, height, viewBox;
+    const bool hasWidth = node.FindAttribute("width", width);
+    const bool hasSize = node.FindAttribute("height", height) && hasWidth;
+    if (hasSize) {
+        ParseDimension(width, size.width, UnitAttributeFormat::CaseSensitive);
+        ParseDimension(height, size.height, UnitAttributeFormat::CaseSensitive);
+    }
+    if (node.FindAttribute("viewBox", viewBox)) {
+        ParseViewBox(viewBox, document->viewBox);
+        if (!hasSize) {
+            size.width = {Dimension::Unit::PT, document->viewBox.size.x};
+            size.height = {Dimension::Unit::PT, document->viewBox.size.y};
+        }
+    } else {
+        document->viewBox = {{0, 0}, {size.width.value, size.height.value}};
+    }
+
+    constexpr size_t kFirstCapacity = 10;
+    document->elements.reserve(kFirstCapacity);
+    const uint64_t root = AddElement(Element::Type::Group);
+    std::vector<uint64_t> children = ProcessChildren(node);
+    document->elements[root].children = std::move(children);
+    AddDefinitions(root);
+}
+
+std::vector<uint64_t> SVGParser::ProcessChildren(const XMLNode& node) {
+    std::vector<uint64_t> children;
+    size_t count = 0;
+    for (XMLNode child = node.FirstChild(); child; child = child.NextSibling()) ++count;
+    children.reserve(count);
+    for (XMLNode child = node.FirstChild(); child; child = child.NextSibling()) {
+        const uint64_t index = ProcessNode(child);
+        if (index != kNoElement) children.push_back(index);
+    }
+    return children;
+}
+
+uint64_t SVGParser::ProcessNode(const XMLNode& node) {
+    const std::string_view name = node.Name();
+    const auto process = [&]() -> uint64_t {
+        switch (name.size()) {
+        case 1:
+            if (name == "g") return ProcessGroupNode(node);
+            if (name == "a") return ProcessLinkNode(node);
+            break;
+        case 3:
+            if (name == "use") return ProcessUseNode(node);
+            break;
+        case 4:
+            if (name == "path") return static_cast<uint64_t>(ProcessPathNode(node));
+            if (name == "rect") return ProcessRectNode(node);
+            if (name == "line") return ProcessLineNode(node);
+            if (name == "defs") return ProcessDefsNode(node);
+            break;
+        case 6:
+            if (name == "circle") return ProcessCircleNode(node);
+            if (name == "symbol") return ProcessSymbolNode(node);
+            break;
+        case 7:
+            if (name == "polygon") return ProcessPolygonNode(node);
+            if (name == "ellipse") return ProcessEllipseNode(node);
+            break;
+        case 8:
+            if (name == "polyline") return ProcessPolyLineNode(node);
+            if (name == "clipPath") return ProcessClipPathNode(node);
+            break;
+        case 14:
+            if (name == "linearGradient") return ProcessLinearGradientNode(node);
+            if (name == "radialGradient") return ProcessRadialGradientNode(node);
+            break;
+        default: break;
+        }
+        return kNoElement;
+    };
+    const uint64_t index = process();
+    ++nodeCount;
+    return index;
+}
+
+uint64_t SVGParser::AddElement(Element::Type type) {
+    document->elements.emplace_back(type);
+    return document->elements.size() - 1;
+}
+
+void SVGParser::ProcessIDAttribute(Element& element, const XMLNode& node) {
+    StringView value;
+    if (node.FindAttribute("id", value)) element.id.assign(value.data, value.length);
+}
+
+void SVGParser::ProcessTransformAttribute(Element& element, const XMLNode& node) {
+    element.transform = TransformIdentity;
+    StringView value;
+    if (node.FindAttribute("transform", value)) ParseTransform(value, element.transform);
+}
+
+void SVGParser::ProcessCommonAttributes(uint64_t index, const XMLNode& node) {
+    Element& element = document->elements[index];
+    ProcessIDAttribute(element, node);
+    ProcessStyleAttributes(element, node);
+    ProcessTransformAttribute(element, node);
+}
+
+} // namespace ozm

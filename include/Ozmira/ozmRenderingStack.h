@@ -1,0 +1,26 @@
+#pragma once
+
+#include <Ozmira/ozmRenderingState.h>
+
+#include <vector>
+
+namespace ozm {
+
+/// The inherited paint settings of all open elements, the innermost on top. Memory of popped records stays
+/// with the stack for the next ones.
+class RenderingStack {
+public:
+    /// Appends a copy of `state`.
+    void PushState(const RenderingState& state) { m_renderingStack.push_back(state); }
+    /// Appends a copy of the top record; there must be one.
+    void Save() { m_renderingStack.push_back(m_renderingStack.back()); }
+    /// Removes the top record; there must be one.
+    void Pop() { m_renderingStack.pop_back(); }
+    /// The top record, until the next push or pop; there must be one.
+    RenderingState& Top() { return m_renderingStack.back(); }
+
+private:
+    std::vector<RenderingState> m_renderingStack;
+};
+
+} // namespace ozm
