@@ -62,7 +62,6 @@ typedef const void* CFTypeRef;
 typedef const struct CFAllocator* CFAllocatorRef;
 
 #define kCFAllocatorDefault ((CFAllocatorRef)NULL)
-enum { kCFNotFound = -1 };
 
 CF_EXTERN_C_BEGIN
 

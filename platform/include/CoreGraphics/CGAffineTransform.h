@@ -37,9 +37,15 @@ CGAffineTransform CGAffineTransformConcat(CGAffineTransform t1, CGAffineTransfor
 bool CGAffineTransformEqualToTransform(CGAffineTransform t1, CGAffineTransform t2);
 
 /// The image of a point.
-CGPoint CGPointApplyAffineTransform(CGPoint point, CGAffineTransform t);
+CG_INLINE CGPoint CGPointApplyAffineTransform(CGPoint point, CGAffineTransform t) {
+    CGPoint p = {t.a * point.x + t.c * point.y + t.tx, t.b * point.x + t.d * point.y + t.ty};
+    return p;
+}
 /// The image of a size, as a vector: the translation has no part in it.
-CGSize CGSizeApplyAffineTransform(CGSize size, CGAffineTransform t);
+CG_INLINE CGSize CGSizeApplyAffineTransform(CGSize size, CGAffineTransform t) {
+    CGSize s = {t.a * size.width + t.c * size.height, t.b * size.width + t.d * size.height};
+    return s;
+}
 /// The smallest upright rectangle around the image; null and infinite rectangles stay what they are.
 CGRect CGRectApplyAffineTransform(CGRect rect, CGAffineTransform t);
 

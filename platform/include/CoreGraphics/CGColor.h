@@ -7,10 +7,6 @@ typedef struct CGColor* CGColorRef;
 
 CF_EXTERN_C_BEGIN
 
-extern const CFStringRef kCGColorWhite;
-extern const CFStringRef kCGColorBlack;
-extern const CFStringRef kCGColorClear;
-
 /// Type id of colours.
 CFTypeID CGColorGetTypeID(void);
 /// A colour of a space: its components, then alpha. Values are kept as given; painting clamps them into
@@ -18,14 +14,10 @@ CFTypeID CGColorGetTypeID(void);
 CGColorRef CGColorCreate(CGColorSpaceRef space, const CGFloat* components);
 /// A gray of the generic gray space.
 CGColorRef CGColorCreateGenericGray(CGFloat gray, CGFloat alpha);
-/// A gray of the generic gray space with gamma 2.2.
-CGColorRef CGColorCreateGenericGrayGamma2_2(CGFloat gray, CGFloat alpha);
 /// A colour of the generic RGB space.
 CGColorRef CGColorCreateGenericRGB(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
 /// A colour of the sRGB space.
 CGColorRef CGColorCreateSRGB(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
-/// One of the three names above, borrowed; NULL for any other name.
-CGColorRef CGColorGetConstantColor(CFStringRef name);
 /// A colour equal to `color`; NULL for NULL. The caller owns the result.
 CGColorRef CGColorCreateCopy(CGColorRef color);
 /// The same colour with another alpha; NULL for NULL. The caller owns the result.

@@ -1,10 +1,8 @@
-// Colour spaces. Component values lie in 0...1 (extended spaces: any), alpha not counted.
+// Colour spaces. Component values lie in 0...1, alpha not counted.
 //
-// No colour matching takes place: RGB components of every space but the linear ones are painted as they are.
-// Linear spaces are taken through the sRGB transfer function.
+// No colour matching takes place: the components of every space are painted as they are.
 #pragma once
 
-#include <CoreFoundation/CFData.h>
 #include <CoreFoundation/CFString.h>
 #include <CoreGraphics/CGBase.h>
 
@@ -22,14 +20,9 @@ CF_ENUM(int32_t, CGColorSpaceModel){
 CF_EXTERN_C_BEGIN
 
 extern const CFStringRef kCGColorSpaceSRGB;
-extern const CFStringRef kCGColorSpaceExtendedSRGB;
-extern const CFStringRef kCGColorSpaceLinearSRGB;
-extern const CFStringRef kCGColorSpaceExtendedLinearSRGB;
 extern const CFStringRef kCGColorSpaceGenericRGB;
 extern const CFStringRef kCGColorSpaceGenericGray;
 extern const CFStringRef kCGColorSpaceGenericGrayGamma2_2;
-extern const CFStringRef kCGColorSpaceExtendedGray;
-extern const CFStringRef kCGColorSpaceLinearGray;
 
 /// Type id of colour spaces.
 CFTypeID CGColorSpaceGetTypeID(void);

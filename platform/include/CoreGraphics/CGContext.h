@@ -130,8 +130,6 @@ void CGContextAddArc(CGContextRef c, CGFloat x, CGFloat y, CGFloat radius, CGFlo
 void CGContextAddArcToPoint(CGContextRef c, CGFloat x1, CGFloat y1, CGFloat x2, CGFloat y2, CGFloat radius);
 /// Adds the elements of a path.
 void CGContextAddPath(CGContextRef c, CGPathRef path);
-/// Replaces the path by the outline of its stroke.
-void CGContextReplacePathWithStrokedPath(CGContextRef c);
 /// True without elements.
 bool CGContextIsPathEmpty(CGContextRef c);
 /// The current point in user space; CGPointZero when there is none.
@@ -180,8 +178,6 @@ void CGContextEOClip(CGContextRef c);
 void CGContextClipToRect(CGContextRef c, CGRect rect);
 /// Intersects the clip with the union of rectangles.
 void CGContextClipToRects(CGContextRef c, const CGRect* rects, size_t count);
-/// Intersects the clip with a mask, or with a gray image as alpha, stretched over the rectangle.
-void CGContextClipToMask(CGContextRef c, CGRect rect, CGImageRef mask);
 /// A user-space rectangle around the clip; CGRectNull when nothing is left.
 CGRect CGContextGetClipBoundingBox(CGContextRef c);
 
@@ -212,7 +208,7 @@ void CGContextSetRenderingIntent(CGContextRef c, CGColorRenderingIntent intent);
 
 // Images and gradients
 
-/// Draws an image over a rectangle, upright in a space whose y goes up. A mask paints the fill colour.
+/// Draws an image over a rectangle, upright in a space whose y goes up.
 void CGContextDrawImage(CGContextRef c, CGRect rect, CGImageRef image);
 /// How images are scaled; kCGInterpolationNone takes the nearest pixel.
 CGInterpolationQuality CGContextGetInterpolationQuality(CGContextRef c);
@@ -233,8 +229,6 @@ void CGContextSetShouldAntialias(CGContextRef c, bool shouldAntialias);
 void CGContextSetAllowsAntialiasing(CGContextRef c, bool allowsAntialiasing);
 /// Nothing to do for a bitmap: drawing is done when a function returns.
 void CGContextFlush(CGContextRef c);
-/// Nothing to do for a bitmap.
-void CGContextSynchronize(CGContextRef c);
 
 /// From user space to device space, which has one unit per pixel.
 CGAffineTransform CGContextGetUserSpaceToDeviceSpaceTransform(CGContextRef c);

@@ -1,4 +1,4 @@
-// Immutable images and image masks with 8 bits per component. Row 0 is the top one.
+// Immutable images with 8 bits per component. Row 0 is the top one.
 #pragma once
 
 #include <CoreGraphics/CGColorSpace.h>
@@ -51,20 +51,16 @@ CF_EXTERN_C_BEGIN
 CFTypeID CGImageGetTypeID(void);
 /// An image over a provider's bytes, which are not copied. Formats: 8 bits per component; 32-bit RGB in every
 /// alpha layout and both byte orders, 24-bit RGB, 16-bit gray with alpha, 8-bit gray, 8-bit alpha (space
-/// NULL). `decode` must be NULL or the default. NULL for anything else, a zero size, rows shorter than their
+/// NULL). `decode` must be NULL. NULL for anything else, a zero size, rows shorter than their
 /// pixels, a provider with too few bytes, and when memory is short. The caller owns the result, as with every
 /// Create function below.
 CGImageRef CGImageCreate(size_t width, size_t height, size_t bitsPerComponent, size_t bitsPerPixel,
                          size_t bytesPerRow, CGColorSpaceRef space, CGBitmapInfo bitmapInfo,
                          CGDataProviderRef provider, const CGFloat* decode, bool shouldInterpolate,
                          CGColorRenderingIntent intent);
-/// A mask of 8-bit samples: 0 paints, 255 blocks. `decode` {1, 0} turns that round.
-CGImageRef CGImageMaskCreate(size_t width, size_t height, size_t bitsPerComponent, size_t bitsPerPixel,
-                             size_t bytesPerRow, CGDataProviderRef provider, const CGFloat* decode,
-                             bool shouldInterpolate);
 /// An image that shares the bytes; NULL for NULL.
 CGImageRef CGImageCreateCopy(CGImageRef image);
-/// A copy whose numbers mean colours of another space with as many components; NULL otherwise and for masks.
+/// A copy whose numbers mean colours of another space with as many components; NULL otherwise.
 CGImageRef CGImageCreateCopyWithColorSpace(CGImageRef image, CGColorSpaceRef space);
 /// The part inside `rect` (pixels, y down from row 0; made whole, then cut to the image), sharing the bytes;
 /// NULL when nothing is left.
@@ -74,8 +70,6 @@ CGImageRef CGImageRetain(CGImageRef image);
 /// Drops a reference. NULL does nothing.
 void CGImageRelease(CGImageRef image);
 
-/// True for what CGImageMaskCreate made.
-bool CGImageIsMask(CGImageRef image);
 /// Pixels per row; 0 for NULL, as with all numbers below.
 size_t CGImageGetWidth(CGImageRef image);
 /// Number of rows.
@@ -86,14 +80,12 @@ size_t CGImageGetBitsPerComponent(CGImageRef image);
 size_t CGImageGetBitsPerPixel(CGImageRef image);
 /// Distance of two rows in bytes.
 size_t CGImageGetBytesPerRow(CGImageRef image);
-/// The space, borrowed; NULL for masks and alpha-only images.
+/// The space, borrowed; NULL for alpha-only images.
 CGColorSpaceRef CGImageGetColorSpace(CGImageRef image);
 /// The alpha part of CGImageGetBitmapInfo.
 CGImageAlphaInfo CGImageGetAlphaInfo(CGImageRef image);
 /// A provider of the image's bytes, borrowed; the first byte is the first of row 0.
 CGDataProviderRef CGImageGetDataProvider(CGImageRef image);
-/// The decode array of a mask that has one; NULL otherwise.
-const CGFloat* CGImageGetDecode(CGImageRef image);
 /// The flag given at creation.
 bool CGImageGetShouldInterpolate(CGImageRef image);
 /// The intent given at creation.

@@ -52,11 +52,14 @@ CGPathRef CGPathCreateWithEllipseInRect(CGRect rect, const CGAffineTransform* tr
 /// 0...half the side.
 CGPathRef CGPathCreateWithRoundedRect(CGRect rect, CGFloat cornerWidth, CGFloat cornerHeight,
                                       const CGAffineTransform* transform);
-/// The outline of the path drawn with dashes: open subpaths, one per dash. `lengths` alternate between
-/// painted and unpainted. NULL for NULL and for an empty pattern.
+/// The path cut into dashes: open subpaths made of lines, one per dash. `lengths` alternate between painted
+/// and unpainted; a pattern without positive and finite length leaves the path whole. The dashes are
+/// transformed as they are added to the copy. NULL for NULL and for an empty pattern.
 CGPathRef CGPathCreateCopyByDashingPath(CGPathRef path, const CGAffineTransform* transform, CGFloat phase,
                                         const CGFloat* lengths, size_t count);
-/// The outline that filling (non-zero rule) turns into the stroked path. NULL for NULL.
+/// The outline that filling (non-zero rule) turns into the stroked path; empty when the line has no width.
+/// Curves become lines. The outline is transformed as it is added to the copy, the pen with it. NULL for
+/// NULL.
 CGPathRef CGPathCreateCopyByStrokingPath(CGPathRef path, const CGAffineTransform* transform,
                                          CGFloat lineWidth, CGLineCap lineCap, CGLineJoin lineJoin,
                                          CGFloat miterLimit);

@@ -1,0 +1,24 @@
+// Colour spaces: how many components their colours have.
+#pragma once
+
+#include "data.h"
+
+#include <CoreGraphics/CGColorSpace.h>
+
+struct CGColorSpace final : ozcg::Object {
+    constexpr CGColorSpace(CGColorSpaceModel colorModel, CFStringRef spaceName) noexcept
+        : Object(ozcg::TypeId::colorSpace), model(colorModel), name(spaceName) {}
+
+    constexpr size_t components() const noexcept { return model == kCGColorSpaceModelRGB ? 3 : 1; }
+
+    const CGColorSpaceModel model;
+    const CFStringRef name; // a constant, or NULL
+};
+
+namespace ozcg {
+
+/// The shared space objects, borrowed.
+CGColorSpace* deviceRGB() noexcept;
+CGColorSpace* deviceGray() noexcept;
+
+} // namespace ozcg

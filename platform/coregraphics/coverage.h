@@ -1,0 +1,71 @@
+#pragma once
+
+#include "int_rect.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+namespace ozcg {
+
+enum class FillRule : uint8_t { nonZero, evenOdd };
+
+/// Exact signed-area accumulation of edges over a box of pixels (the scheme of font-rs and of stb_truetype's
+/// second version): every edge adds to each pixel row the derivative of the area to its right, and a prefix
+/// sum along the row gives the winding-weighted coverage.
+///
+/// Coordinates are relative to the box's top left pixel. One 64-bit word per row notes which blocks of cells
+/// hold anything; a sweep reads and clears those alone, so the cells are all zero again after each shape.
+class CoverageAccumulator {
+public:
+    /// Opens the box for a new shape. The cells are zero. Throws std::bad_alloc.
+    void begin(const IntRect& box);
+
+    const IntRect& box() const { return m_box; }
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+
+    /// Adds an edge whose points lie within the box, give or take the rounding of a float.
+    void addInside(float x0, float y0, float x1, float y1);
+    /// Adds an edge anywhere, clipped to the box in double precision. Points must be finite.
+    void addClipped(double x0, double y0, double x1, double y1);
+
+    /// The rows that hold anything: [firstRow, endRow).
+    int firstRow() const { return m_firstRow; }
+    int endRow() const { return m_endRow; }
+    float* row(int y) { return m_cells.get() + static_cast<size_t>(y) * m_stride; }
+    uint64_t& rowBlocks(int y) { return m_blocks[static_cast<size_t>(y)]; }
+    int blockShift() const { return m_blockShift; }
+    /// Bytes kept for cells and row words.
+    size_t memory() const { return m_cellCapacity * sizeof(float) + m_blockCapacity * sizeof(uint64_t); }
+
+    /// To be called by a sweep when it has cleared everything.
+    void end() { m_firstRow = m_endRow = 0; }
+    /// Clears everything without looking at it.
+    void discard() { discardRows(m_firstRow); }
+    /// Clears the rows below the box, which hold what rounding put there.
+    void discardPadding() { discardRows(std::max(m_firstRow, m_height)); }
+
+private:
+    struct Free {
+        void operator()(void* p) const;
+    };
+
+    void discardRows(int from);
+    void addRowPiece(int y, float xa, float xb, float height);
+    void addSteepRows(int y, int end, float x, float slope, float direction);
+    void markRow(int y, int from, int to) {
+        m_blocks[static_cast<size_t>(y)] |= (uint64_t{2} << (to >> m_blockShift)) - (uint64_t{1} << (from >> m_blockShift));
+    }
+
+    IntRect m_box;
+    int m_width = 0, m_height = 0;
+    int m_firstRow = 0, m_endRow = 0;
+    int m_blockShift = 4;
+    size_t m_stride = 0;
+    size_t m_cellCapacity = 0, m_blockCapacity = 0;
+    std::unique_ptr<float[], Free> m_cells;
+    std::unique_ptr<uint64_t[], Free> m_blocks;
+};
+
+} // namespace ozcg

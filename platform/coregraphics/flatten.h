@@ -1,0 +1,71 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+namespace ozcg {
+
+template <typename T>
+struct Vec2 {
+    T x, y;
+    friend Vec2 operator+(Vec2 a, Vec2 b) { return {a.x + b.x, a.y + b.y}; }
+    friend Vec2 operator-(Vec2 a, Vec2 b) { return {a.x - b.x, a.y - b.y}; }
+    friend Vec2 operator-(Vec2 a) { return {-a.x, -a.y}; }
+    friend Vec2 operator*(Vec2 a, T s) { return {a.x * s, a.y * s}; }
+    friend bool operator==(Vec2, Vec2) = default;
+};
+
+/// How far, in device pixels, a chord may lie from its curve.
+constexpr double kFlatness = 0.05;
+/// More chords than a curve of the widest bitmap needs; keeps hostile curves in bounds.
+constexpr int kMaxChords = 2048;
+
+/// A cubic segment; the four control points in order.
+template <typename T>
+struct Cubic {
+    Vec2<T> p0, p1, p2, p3;
+};
+
+/// Number of equal parameter steps whose chords stay within `tolerance` of the curve: Wang's bound, from the
+/// second differences of the control points (G.-Z. Wang, 1984). At least 1.
+template <typename T>
+int chordCount(const Cubic<T>& c, T tolerance) {
+    const T ux = c.p0.x - 2 * c.p1.x + c.p2.x, uy = c.p0.y - 2 * c.p1.y + c.p2.y;
+    const T vx = c.p1.x - 2 * c.p2.x + c.p3.x, vy = c.p1.y - 2 * c.p2.y + c.p3.y;
+    const T bend = std::sqrt(std::max(ux * ux + uy * uy, vx * vx + vy * vy));
+    const T n = std::sqrt(T(0.75) * bend / tolerance);
+    if (!(n < T(kMaxChords))) return kMaxChords;
+    const int whole = static_cast<int>(n);
+    return std::max(1, static_cast<T>(whole) < n ? whole + 1 : whole);
+}
+
+/// Calls emit(point) for the end of each of `count` chords; the last is exactly p3.
+template <typename T, typename Emit>
+void emitChords(const Cubic<T>& c, int count, Emit&& emit) {
+    const Vec2<T> c1 = (c.p1 - c.p0) * T(3), c2 = (c.p2 - c.p1) * T(3) - c1, c3 = c.p3 - c.p0 - c1 - c2;
+    const T step = T(1) / static_cast<T>(count);
+    for (int i = 1; i < count; ++i) {
+        const T t = step * static_cast<T>(i);
+        emit(((c3 * t + c2) * t + c1) * t + c.p0);
+    }
+    emit(c.p3);
+}
+
+/// The cubic that draws the quadratic p0, q, p1.
+template <typename T>
+Cubic<T> cubicFromQuad(Vec2<T> p0, Vec2<T> q, Vec2<T> p1) {
+    const T k = T(2) / T(3);
+    return {p0, p0 + (q - p0) * k, p1 + (q - p1) * k, p1};
+}
+
+/// De Casteljau at t = 1/2, safe from overflow.
+template <typename T>
+void halve(const Cubic<T>& c, Cubic<T>& first, Cubic<T>& second) {
+    const auto middle = [](Vec2<T> a, Vec2<T> b) { return a * T(0.5) + b * T(0.5); };
+    const Vec2<T> a = middle(c.p0, c.p1), b = middle(c.p1, c.p2), d = middle(c.p2, c.p3);
+    const Vec2<T> ab = middle(a, b), bd = middle(b, d), m = middle(ab, bd);
+    first = {c.p0, a, ab, m};
+    second = {m, bd, d, c.p3};
+}
+
+} // namespace ozcg

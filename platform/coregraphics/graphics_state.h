@@ -1,0 +1,26 @@
+#pragma once
+
+#include "clip.h"
+#include "color.h"
+#include "stroke_space.h"
+
+#include <CoreGraphics/CGContext.h>
+
+namespace ozcg {
+
+/// What CGContextSaveGState saves.
+struct GraphicsState {
+    CGAffineTransform ctm; // from user space to pixels, y down
+    Clip clip;
+    Ref<CGColorSpace> fillSpace = Ref<CGColorSpace>::retaining(deviceRGB());
+    Ref<CGColorSpace> strokeSpace = Ref<CGColorSpace>::retaining(deviceRGB());
+    Rgba fillColor;
+    Rgba strokeColor;
+    LineStyle line;
+    double alpha = 1;
+    CGBlendMode blendMode = kCGBlendModeNormal;
+    CGInterpolationQuality interpolation = kCGInterpolationDefault;
+    bool antialias = true;
+};
+
+} // namespace ozcg

@@ -1,0 +1,14 @@
+// Path objects.
+#pragma once
+
+#include "object.h"
+#include "path_data.h"
+
+#include <CoreGraphics/CGPath.h>
+
+struct CGPath final : ozcg::Object {
+    CGPath() noexcept : Object(ozcg::TypeId::path) {}
+    explicit CGPath(ozcg::PathData content) noexcept : Object(ozcg::TypeId::path), data(std::move(content)) {}
+
+    ozcg::PathData data;
+};

@@ -1,0 +1,161 @@
+#pragma once
+
+#include "dasher.h"
+#include "path_data.h"
+#include "stroke_space.h"
+#include "stroker_impl.h"
+
+namespace ozcg {
+
+/// Walks a path: takes it to pen space, flattens it, cuts it into dashes and hands the polylines to a Stroker.
+///
+/// With `visible` (in pen space, wide enough for everything that the pen can reach) lines and curves are cut
+/// back to it first, so that coordinates of any size can be drawn. `line` is a buffer, kept by the caller so that
+/// it is not allocated again.
+template <typename T, typename Sink>
+class PathStroker {
+public:
+    PathStroker(const StrokeSpace& space, const LineStyle& style, Sink& sink, std::vector<StrokeVertex<T>>& line,
+                const Bounds* visible)
+        : m_space(space), m_stroker(space.pen, sink), m_dasher(style.dashes, style.dashPhase, space.scale),
+          m_line(line), m_visible(visible) {
+        m_line.clear();
+    }
+
+    void stroke(const PathData& path) {
+        const CGPoint* p = path.points().data();
+        for (const Verb verb : path.verbs()) {
+            switch (verb) {
+            case Verb::move:
+                finish(false);
+                m_start = m_current = toPen(*p++);
+                if (m_dasher.active()) m_dasher.restart();
+                break;
+            case Verb::line: lineTo(toPen(*p++), false); break;
+            case Verb::quad:
+                curveTo(cubicFromQuad(m_current, toPen(p[0]), toPen(p[1])));
+                p += 2;
+                break;
+            case Verb::cubic:
+                curveTo({m_current, toPen(p[0]), toPen(p[1]), toPen(p[2])});
+                p += 3;
+                break;
+            case Verb::close:
+                lineTo(m_start, false);
+                finish(true);
+                m_current = m_start;
+                break;
+            }
+        }
+        finish(false);
+    }
+
+private:
+    using P = Vec2<double>;
+
+    P toPen(CGPoint p) const {
+        const CGAffineTransform& t = m_space.toPen;
+        return {t.a * p.x + t.c * p.y + t.tx, t.b * p.x + t.d * p.y + t.ty};
+    }
+    static Vec2<T> narrow(P p) { return {static_cast<T>(p.x), static_cast<T>(p.y)}; }
+
+    void append(P to, bool smooth) {
+        if (m_line.empty()) m_line.push_back({narrow(m_current), false});
+        m_line.push_back({narrow(to), smooth});
+    }
+
+    void lineTo(P to, bool smooth) {
+        if (m_visible) {
+            visibleLineTo(to, smooth);
+        } else {
+            append(to, smooth);
+        }
+        m_current = to;
+    }
+
+    void curveTo(const Cubic<double>& c) {
+        if (m_visible) {
+            forEachNearPiece(c, *m_visible, [&](const Cubic<double>& piece, bool meets) {
+                if (meets) chordsTo(piece);
+                else lineTo(piece.p3, false);
+            });
+        } else {
+            chordsTo(c);
+        }
+        if (!m_line.empty()) m_line.back().smooth = false;
+        m_current = c.p3;
+    }
+
+    void chordsTo(const Cubic<double>& c) {
+        const Cubic<T> narrowed = {narrow(c.p0), narrow(c.p1), narrow(c.p2), narrow(c.p3)};
+        if (!m_visible && m_line.empty()) m_line.push_back({narrowed.p0, false});
+        const int count = chordCount(narrowed, static_cast<T>(m_space.pen.tolerance));
+        emitChords(narrowed, count, [&](Vec2<T> p) {
+            if (m_visible) lineTo({double(p.x), double(p.y)}, true);
+            else m_line.push_back({p, true});
+        });
+    }
+
+    // Liang-Barsky against the visible box. What is cut off lies out of the pen's reach, and so do the ends
+    // that the cut makes.
+    void visibleLineTo(P to, bool smooth) {
+        const P from = m_current, way = {to.x - from.x, to.y - from.y};
+        double enter = 0, leave = 1;
+        const auto clip = [&](double start, double delta, double lo, double hi) {
+            if (delta == 0) {
+                if (start < lo || start > hi) leave = -1;
+                return;
+            }
+            const double a = (lo - start) / delta, b = (hi - start) / delta;
+            enter = std::max(enter, std::min(a, b));
+            leave = std::min(leave, std::max(a, b));
+        };
+        clip(from.x, way.x, m_visible->x0, m_visible->x1);
+        clip(from.y, way.y, m_visible->y0, m_visible->y1);
+        const double length = m_dasher.active() ? std::hypot(way.x, way.y) : 0;
+        if (!(enter <= leave)) {
+            cutOff(length);
+            return;
+        }
+        const auto at = [&](double t) { return P{from.x + way.x * t, from.y + way.y * t}; };
+        if (enter > 0) {
+            cutOff(length * enter);
+            m_current = at(enter);
+        }
+        append(leave < 1 ? at(leave) : to, smooth && leave >= 1);
+        if (leave < 1) cutOff(length * (1 - leave));
+    }
+
+    // The subpath goes out of sight for this length.
+    void cutOff(double length) {
+        flush(false);
+        m_cut = true;
+        if (m_dasher.active()) m_dasher.skip(length);
+    }
+
+    void finish(bool closed) {
+        flush(closed && !m_cut);
+        m_cut = false;
+        if (m_dasher.active()) m_dasher.restart();
+    }
+
+    void flush(bool closed) {
+        if (m_line.empty()) return;
+        if (m_dasher.active()) {
+            m_dasher.cut(m_line, [&](std::vector<StrokeVertex<T>>& dash) { m_stroker.stroke(dash, false); });
+        } else {
+            m_stroker.stroke(m_line, closed);
+        }
+        m_line.clear();
+    }
+
+    const StrokeSpace& m_space;
+    Stroker<T, Sink> m_stroker;
+    Dasher<T> m_dasher;
+    std::vector<StrokeVertex<T>>& m_line;
+    const Bounds* m_visible;
+    P m_start{}, m_current{};
+    bool m_cut = false; // the subpath is not whole any more
+};
+
+} // namespace ozcg

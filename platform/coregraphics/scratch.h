@@ -1,0 +1,22 @@
+#pragma once
+
+#include "coverage.h"
+#include "path_edges.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace ozcg {
+
+/// Buffers for drawing that a thread keeps, so that once warmed up it allocates none.
+struct Scratch {
+    CoverageAccumulator coverage;
+    EdgeBuffers edges;
+    std::vector<uint8_t> coverageRow;
+    std::vector<uint32_t> sourceRow;
+
+    /// The calling thread's.
+    static Scratch& ofThread();
+};
+
+} // namespace ozcg

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "flatten.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace ozcg {
+
+enum class Cap : uint8_t { butt, round, square };
+enum class Join : uint8_t { miter, round, bevel };
+
+/// The pen, in the space of the polyline that it draws along ("pen space", where it is a circle).
+struct Pen {
+    double halfWidth = 0.5;
+    double miterLimit = 10;
+    Cap cap = Cap::butt;
+    Join join = Join::miter;
+    /// How far, in pen space, an arc's chord may lie from the arc.
+    double tolerance = kFlatness;
+    /// The direction of the user's x axis in pen space, of length 1: a square dot is aligned with it.
+    Vec2<double> xAxis = {1, 0};
+};
+
+/// A point of a polyline. A smooth one lies inside a flattened curve, where no join style applies.
+template <typename T>
+struct StrokeVertex {
+    Vec2<T> p;
+    bool smooth;
+};
+
+/// Turns polylines into the closed contours of their outline. Filled with the non-zero rule the contours give
+/// the stroke: along either side of the spine every segment, join and cap adds a positively wound piece.
+///
+/// Sink: begin(Vec2<T>), to(Vec2<T>), close().
+template <typename T, typename Sink>
+class Stroker {
+public:
+    Stroker(const Pen& pen, Sink& sink);
+
+    /// Outlines one polyline, which may have repeated points. A polyline whose points are all the same draws
+    /// a dot where the cap has one.
+    void stroke(std::vector<StrokeVertex<T>>& line, bool closed);
+
+private:
+    using V = Vec2<T>;
+    static T cross(V a, V b) { return a.x * b.y - a.y * b.x; }
+    static T dot(V a, V b) { return a.x * b.x + a.y * b.y; }
+    /// A quarter turn in the direction of the outer side: from a segment's normal to the way it runs.
+    static V turn(V a) { return {-a.y, a.x}; }
+
+    void dotAt(V o);
+    void side(V o, V from, V to, T reach, bool smooth);
+    void outerJoin(V o, V from, V to, T cosine, bool smooth);
+    void arc(V o, V from, V to);
+    void cap(V o, V normal);
+    void prepare(const std::vector<StrokeVertex<T>>& line, size_t segments);
+
+    Sink& m_sink;
+    T m_halfWidth, m_halfWidthSquared, m_miterLimitSquared;
+    Cap m_cap;
+    Join m_join;
+    V m_xAxis;
+    T m_stepCosine, m_stepSine; // of the angle between two points of an arc
+    int m_maxSteps;             // in half a turn
+    std::vector<V> m_normals;   // of each segment, halfWidth long, on the side that is outer in a left turn
+    std::vector<T> m_lengths;
+};
+
+} // namespace ozcg

@@ -1,0 +1,337 @@
+#include "sweep.h"
+
+#include <bit>
+#include <cstring>
+#include <utility>
+
+// One copy of the vector code per instruction set, the best one chosen when the program runs.
+// The plain fallback works with GCC before 12.3 too: what Highway fears there is a high-half multiplication, which
+// nothing here uses.
+#define HWY_BROKEN_EMU128 0
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "sweep.cpp" // NOLINT
+#include <hwy/foreach_target.h> // IWYU pragma: keep
+#include <hwy/highway.h>
+
+static_assert(std::endian::native == std::endian::little, "pixels are handled as little-endian words");
+
+HWY_BEFORE_NAMESPACE();
+namespace ozcg::HWY_NAMESPACE {
+namespace {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+using Floats = hn::FixedTag<float, 4>;
+using Ints = hn::FixedTag<int32_t, 4>;
+
+constexpr int kGroup = 4; // pixels that are handled together
+
+// Four 8-bit components are two pairs of 16-bit lanes: the even bytes, and the odd ones shifted down.
+template <class D16>
+using Lanes16 = hn::Vec<D16>;
+
+template <class D16>
+HWY_INLINE Lanes16<D16> EvenBytes(D16 d, Lanes16<D16> v) {
+    return hn::And(v, hn::Set(d, uint16_t{0xFF}));
+}
+
+// v / 255 to the nearest, for v up to 255 * 255.
+template <class D16>
+HWY_INLINE Lanes16<D16> Div255(D16 d, Lanes16<D16> v) {
+    v = hn::Add(v, hn::Set(d, uint16_t{128}));
+    return hn::ShiftRight<8>(hn::Add(v, hn::ShiftRight<8>(v)));
+}
+
+// The bytes of `pixels` times `inverse` plus `even` and `odd` (all in 1/255), rounded once.
+template <class D16>
+HWY_INLINE Lanes16<D16> MixBytes(D16 d, Lanes16<D16> pixels, Lanes16<D16> inverse, Lanes16<D16> even,
+                                 Lanes16<D16> odd) {
+    const auto lo = Div255(d, hn::Add(even, hn::Mul(EvenBytes(d, pixels), inverse)));
+    const auto hi = Div255(d, hn::Add(odd, hn::Mul(hn::ShiftRight<8>(pixels), inverse)));
+    return hn::Or(lo, hn::ShiftLeft<8>(hi));
+}
+
+// Calls kernel(d8, pointer to whole vectors of pixels) over n pixels, with a copy where the last are too few.
+template <class Kernel>
+HWY_INLINE void ForPixels(uint8_t* pixels, size_t n, Kernel&& kernel) {
+    const hn::ScalableTag<uint8_t> wide;
+    const hn::FixedTag<uint8_t, 4 * kGroup> narrow;
+    const size_t step = hn::Lanes(wide) / 4;
+    size_t i = 0;
+    for (; i + step <= n; i += step) kernel(wide, pixels + 4 * i);
+    for (; i + kGroup <= n; i += kGroup) kernel(narrow, pixels + 4 * i);
+    if (i < n) {
+        alignas(16) uint8_t rest[4 * kGroup] = {};
+        std::memcpy(rest, pixels + 4 * i, 4 * (n - i));
+        kernel(narrow, rest);
+        std::memcpy(pixels + 4 * i, rest, 4 * (n - i));
+    }
+}
+
+void FillPixels(uint8_t* pixels, size_t n, uint32_t color) {
+    ForPixels(pixels, n, [&](auto d8, uint8_t* p) {
+        const hn::Repartition<uint32_t, decltype(d8)> d32;
+        hn::StoreU(hn::BitCast(d8, hn::Set(d32, color)), d8, p);
+    });
+}
+
+// Coverage of summed-up area, 0...255.
+template <bool kEvenOdd>
+HWY_INLINE hn::Vec<Ints> Alpha(hn::Vec<Floats> area) {
+    const Floats d;
+    area = hn::Abs(area);
+    if constexpr (kEvenOdd) {
+        // A zigzag between 0 and 1.
+        const auto two = hn::Set(d, 2.0f);
+        const auto turns = hn::ConvertTo(d, hn::ConvertTo(Ints(), hn::Mul(area, hn::Set(d, 0.5f))));
+        area = hn::NegMulAdd(turns, two, area);
+        area = hn::Min(area, hn::Sub(two, area));
+    }
+    return hn::NearestInt(hn::Mul(hn::Min(area, hn::Set(d, 1.0f)), hn::Set(d, 255.0f)));
+}
+
+HWY_INLINE hn::Vec<Floats> PrefixSum(hn::Vec<Floats> v) {
+    const Floats d;
+    v = hn::Add(v, hn::ShiftLeftLanes<1>(d, v));
+    return hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
+}
+
+// Walks one row: sink.span(x0, x1, alpha) for constant stretches, sink.group(x, alphas) for four pixels.
+template <bool kEvenOdd, class Sink>
+HWY_INLINE void SweepCells(float* cells, uint64_t blocks, int blockShift, int width, Sink& sink) {
+    const Floats d;
+    auto sum = hn::Zero(d);
+    int at = 0;
+    for (; blocks; blocks &= blocks - 1) {
+        const int first = std::countr_zero(blocks) << blockShift;
+        const int last = first + (1 << blockShift);
+        for (int x = first; x < last; x += kGroup) {
+            auto v = hn::Load(d, cells + x);
+            if (hn::AllTrue(d, hn::Eq(v, hn::Zero(d)))) continue;
+            hn::Store(hn::Zero(d), d, cells + x);
+            if (x >= width) continue;
+            if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(sum)));
+            v = hn::Add(PrefixSum(v), sum);
+            sum = hn::Broadcast<3>(v);
+            sink.group(x, Alpha<kEvenOdd>(v));
+            at = x + kGroup;
+        }
+    }
+    if (at < width) sink.span(at, width, hn::GetLane(Alpha<kEvenOdd>(sum)));
+}
+
+template <bool kOpaque>
+class SolidSink {
+public:
+    SolidSink(const SolidPixel& color, int width) : m_color(color), m_width(width) {
+        const auto bytes = hn::BitCast(D16(), hn::Set(hn::FixedTag<uint32_t, 4>(), color.bytes));
+        m_even = EvenBytes(D16(), bytes);
+        m_odd = hn::ShiftRight<8>(bytes);
+        m_alpha = hn::Set(D16(), color.alpha);
+    }
+
+    void startRow(uint8_t* row) { m_row = row; }
+
+    HWY_INLINE void span(int x0, int x1, int alpha) {
+        if (alpha == 0) return;
+        uint8_t* const pixels = m_row + 4 * static_cast<size_t>(x0);
+        const auto n = static_cast<size_t>(x1 - x0);
+        if (kOpaque && alpha == 255) return FillPixels(pixels, n, m_color.bytes);
+        mixSpan(pixels, n, static_cast<uint16_t>(alpha));
+    }
+
+    HWY_INLINE void group(int x, hn::Vec<Ints> alphas) {
+        const Ints d;
+        const auto none = hn::Eq(alphas, hn::Zero(d));
+        if (hn::AllTrue(d, none)) return;
+        uint8_t* const pixels = m_row + 4 * static_cast<size_t>(x);
+        if (x + kGroup > m_width) {
+            alignas(16) uint8_t rest[4 * kGroup] = {};
+            const size_t size = 4 * static_cast<size_t>(m_width - x);
+            std::memcpy(rest, pixels, size);
+            mixGroup(rest, alphas);
+            std::memcpy(pixels, rest, size);
+        } else {
+            mixGroup(pixels, alphas);
+        }
+    }
+
+private:
+    using D8 = hn::FixedTag<uint8_t, 4 * kGroup>;
+    using D16 = hn::FixedTag<uint16_t, 2 * kGroup>;
+
+    HWY_INLINE void mixGroup(uint8_t* pixels, hn::Vec<Ints> alphas) const {
+        const D16 d;
+        const auto under = hn::BitCast(d, hn::LoadU(D8(), pixels));
+        const auto alpha = hn::BitCast(d, hn::Or(alphas, hn::ShiftLeft<16>(alphas)));
+        const auto all = hn::Set(d, uint16_t{255});
+        auto even = hn::Mul(m_even, alpha), odd = hn::Mul(m_odd, alpha), inverse = hn::Sub(all, alpha);
+        if constexpr (!kOpaque) {
+            even = hn::Mul(Div255(d, even), all);
+            odd = hn::Mul(Div255(d, odd), all);
+            inverse = hn::Sub(all, Div255(d, hn::Mul(m_alpha, alpha)));
+        }
+        hn::StoreU(hn::BitCast(D8(), MixBytes(d, under, inverse, even, odd)), D8(), pixels);
+    }
+
+    HWY_NOINLINE void mixSpan(uint8_t* pixels, size_t n, uint16_t alpha) const {
+        ForPixels(pixels, n, [&](auto d8, uint8_t* p) {
+            const hn::Repartition<uint16_t, decltype(d8)> d;
+            const hn::Repartition<uint32_t, decltype(d8)> d32;
+            const auto color = hn::BitCast(d, hn::Set(d32, m_color.bytes));
+            const auto weight = hn::Set(d, alpha), all = hn::Set(d, uint16_t{255});
+            auto even = hn::Mul(EvenBytes(d, color), weight), odd = hn::Mul(hn::ShiftRight<8>(color), weight);
+            auto inverse = hn::Sub(all, weight);
+            if constexpr (!kOpaque) {
+                even = hn::Mul(Div255(d, even), all);
+                odd = hn::Mul(Div255(d, odd), all);
+                inverse = hn::Sub(all, Div255(d, hn::Mul(hn::Set(d, uint16_t{m_color.alpha}), weight)));
+            }
+            const auto under = hn::BitCast(d, hn::LoadU(d8, p));
+            hn::StoreU(hn::BitCast(d8, MixBytes(d, under, inverse, even, odd)), d8, p);
+        });
+    }
+
+    SolidPixel m_color;
+    int m_width;
+    uint8_t* m_row = nullptr;
+    hn::Vec<D16> m_even, m_odd, m_alpha;
+};
+
+class CoverageSink {
+public:
+    explicit CoverageSink(uint8_t* out) : m_out(out) {}
+
+    HWY_INLINE void span(int x0, int x1, int alpha) {
+        if (alpha == 0 && m_range.empty()) return;
+        std::memset(m_out + x0, alpha, static_cast<size_t>(x1 - x0));
+        if (alpha != 0) extend(x0, x1);
+    }
+
+    HWY_INLINE void group(int x, hn::Vec<Ints> alphas) {
+        if (hn::AllTrue(Ints(), hn::Eq(alphas, hn::Zero(Ints()))) && m_range.empty()) return;
+        const hn::Rebind<uint8_t, Ints> d8;
+        hn::StoreU(hn::DemoteTo(d8, alphas), d8, m_out + x);
+        extend(x, x + kGroup);
+    }
+
+    ColumnRange range(int width) const { return {m_range.begin, m_range.end < width ? m_range.end : width}; }
+
+private:
+    void extend(int x0, int x1) {
+        if (m_range.empty()) m_range.begin = x0;
+        m_range.end = x1;
+    }
+
+    uint8_t* m_out;
+    ColumnRange m_range;
+};
+
+template <bool kEvenOdd, bool kOpaque>
+void SweepSolidRows(CoverageAccumulator& coverage, const SolidPixel& color, uint8_t* topLeft,
+                    size_t bytesPerRow) {
+    const int width = coverage.width(), shift = coverage.blockShift();
+    const int end = coverage.endRow() < coverage.height() ? coverage.endRow() : coverage.height();
+    SolidSink<kOpaque> sink(color, width);
+    for (int y = coverage.firstRow(); y < end; ++y) {
+        const uint64_t blocks = std::exchange(coverage.rowBlocks(y), 0);
+        if (!blocks) continue;
+        sink.startRow(topLeft + static_cast<size_t>(y) * bytesPerRow);
+        SweepCells<kEvenOdd>(coverage.row(y), blocks, shift, width, sink);
+    }
+}
+
+void SweepSolid(CoverageAccumulator& coverage, FillRule rule, const SolidPixel& color, uint8_t* topLeft,
+                size_t bytesPerRow) {
+    const bool opaque = color.alpha == 255;
+    if (rule == FillRule::evenOdd) {
+        if (opaque) SweepSolidRows<true, true>(coverage, color, topLeft, bytesPerRow);
+        else SweepSolidRows<true, false>(coverage, color, topLeft, bytesPerRow);
+    } else {
+        if (opaque) SweepSolidRows<false, true>(coverage, color, topLeft, bytesPerRow);
+        else SweepSolidRows<false, false>(coverage, color, topLeft, bytesPerRow);
+    }
+}
+
+ColumnRange SweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) {
+    CoverageSink sink(out);
+    const uint64_t blocks = std::exchange(coverage.rowBlocks(y), 0);
+    if (!blocks) return {};
+    float* const cells = coverage.row(y);
+    if (rule == FillRule::evenOdd) SweepCells<true>(cells, blocks, coverage.blockShift(), coverage.width(), sink);
+    else SweepCells<false>(cells, blocks, coverage.blockShift(), coverage.width(), sink);
+    return sink.range(coverage.width());
+}
+
+template <class D8>
+HWY_INLINE void CompositeVector(D8 d8, uint8_t* dst, const uint8_t* src, const uint8_t* coverage, int alphaShift) {
+    const hn::Repartition<uint16_t, D8> d;
+    const hn::Repartition<uint32_t, D8> d32;
+    const hn::Rebind<uint8_t, decltype(d32)> dCoverage;
+    const auto all = hn::Set(d, uint16_t{255});
+    const auto pixels = hn::LoadU(d8, src);
+    const auto twice = [&](auto v) { return hn::BitCast(d, hn::Or(v, hn::ShiftLeft<16>(v))); };
+    auto alpha = twice(hn::And(hn::ShiftRightSame(hn::BitCast(d32, pixels), alphaShift), hn::Set(d32, 255u)));
+    auto even = EvenBytes(d, hn::BitCast(d, pixels)), odd = hn::ShiftRight<8>(hn::BitCast(d, pixels));
+    if (coverage) {
+        const auto weight = twice(hn::PromoteTo(d32, hn::LoadU(dCoverage, coverage)));
+        even = Div255(d, hn::Mul(even, weight));
+        odd = Div255(d, hn::Mul(odd, weight));
+        alpha = Div255(d, hn::Mul(alpha, weight));
+    }
+    const auto under = hn::BitCast(d, hn::LoadU(d8, dst));
+    const auto mixed = MixBytes(d, under, hn::Sub(all, alpha), hn::Mul(even, all), hn::Mul(odd, all));
+    hn::StoreU(hn::BitCast(d8, mixed), d8, dst);
+}
+
+void CompositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n, int alphaShift) {
+    const hn::ScalableTag<uint8_t> wide;
+    const hn::FixedTag<uint8_t, 4 * kGroup> narrow;
+    const size_t step = hn::Lanes(wide) / 4;
+    size_t i = 0;
+    const auto weights = [&] { return coverage ? coverage + i : nullptr; };
+    for (; i + step <= n; i += step) CompositeVector(wide, dst + 4 * i, src + 4 * i, weights(), alphaShift);
+    for (; i + kGroup <= n; i += kGroup) CompositeVector(narrow, dst + 4 * i, src + 4 * i, weights(), alphaShift);
+    if (i < n) {
+        alignas(16) uint8_t over[4 * kGroup] = {}, under[4 * kGroup] = {}, weight[kGroup] = {};
+        std::memcpy(over, src + 4 * i, 4 * (n - i));
+        std::memcpy(under, dst + 4 * i, 4 * (n - i));
+        if (coverage) std::memcpy(weight, coverage + i, n - i);
+        CompositeVector(narrow, under, over, coverage ? weight : nullptr, alphaShift);
+        std::memcpy(dst + 4 * i, under, 4 * (n - i));
+    }
+}
+
+const char* TargetName() { return hwy::TargetName(HWY_TARGET); }
+
+} // namespace
+} // namespace ozcg::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace ozcg {
+
+HWY_EXPORT(SweepSolid);
+HWY_EXPORT(SweepRow);
+HWY_EXPORT(CompositeRow);
+HWY_EXPORT(TargetName);
+
+void sweepSolid(CoverageAccumulator& coverage, FillRule rule, const SolidPixel& color, uint8_t* topLeft,
+                size_t bytesPerRow) noexcept {
+    HWY_DYNAMIC_DISPATCH(SweepSolid)(coverage, rule, color, topLeft, bytesPerRow);
+    coverage.discardPadding();
+    coverage.end();
+}
+
+ColumnRange sweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) noexcept {
+    return HWY_DYNAMIC_DISPATCH(SweepRow)(coverage, y, rule, out);
+}
+
+void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n, int alphaShift) noexcept {
+    HWY_DYNAMIC_DISPATCH(CompositeRow)(dst, src, coverage, n, alphaShift);
+}
+
+const char* vectorTargetName() noexcept { return HWY_DYNAMIC_DISPATCH(TargetName)(); }
+
+} // namespace ozcg
+#endif // HWY_ONCE
