@@ -1,0 +1,24 @@
+// The values of options. All functions throw `UsageError` with the option's name and what it takes.
+#pragma once
+
+#include <Ozmira/ozmStyle.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ozm::tool {
+
+/// A length in points, above 0 and at most `kMaximumSide`.
+double ParseLengthArgument(std::string_view option, std::string_view text);
+
+/// Pixels per point: a list of different numbers separated by commas.
+std::vector<double> ParseScales(std::string_view option, std::string_view text);
+
+/// A colour as drawings write it, with blanks around it allowed.
+Color ParseColorArgument(std::string_view option, std::string_view text);
+
+/// A number of threads from 1 to `kMaximumJobs`.
+unsigned ParseJobs(std::string_view option, std::string_view text);
+
+} // namespace ozm::tool

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <Ozmira/ozmDocument.h>
+
+#include <memory>
+#include <string>
+
+namespace ozm::tool {
+
+/// A file's text and what the parser made of it.
+struct Drawing {
+    std::string text;
+    std::unique_ptr<Document> document; ///< Never null; without elements when the text is no drawing.
+};
+
+/// Reads and parses a file, or standard input for "-". Throws `FileError` when it can't be read or holds more
+/// than `kMaximumTags` tags.
+Drawing ReadDrawing(const std::string& path);
+
+/// Why text gave a document without elements, and what to do about it: it is empty, nests too deep, is not
+/// well-formed XML (with the place of the fault) or has no `svg` element.
+std::string WhyNothingToDraw(const std::string& text);
+
+/// As `ReadDrawing`, but throws `FileError` with the reason when there is nothing to draw.
+Drawing ReadDrawingWithElements(const std::string& path);
+
+} // namespace ozm::tool

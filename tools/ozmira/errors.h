@@ -1,0 +1,32 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace ozm::tool {
+
+/// Exit codes of the process.
+enum ExitCode : int {
+    kExitSuccess = 0, ///< Everything asked for was done.
+    kExitFailure = 1, ///< A file could not be read, drawn or written.
+    kExitUsage = 2,   ///< The arguments make no sense; nothing was done.
+};
+
+/// What is wrong with one file, and what can be done about it. The text does not name the file.
+class FileError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Standard output can't take what is written to it.
+class StandardOutputError : public FileError {
+public:
+    using FileError::FileError;
+};
+
+/// What is wrong with the arguments, and what they may be.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace ozm::tool

@@ -1,0 +1,67 @@
+#include "icon_renderer.h"
+
+#include "errors.h"
+#include "text.h"
+#include "tool_limits.h"
+
+#include <cmath>
+#include <new>
+#include <string>
+
+namespace ozm::tool {
+namespace {
+
+std::string DescribeSize(CGSize size) { return FormatNumber(size.width) + " x " + FormatNumber(size.height); }
+
+bool IsUsable(double length) { return length > 0 && std::isfinite(length); }
+
+} // namespace
+
+Bitmap::Bitmap(CGImageRef image) {
+    m_pixels = {nullptr, CGImageGetWidth(image), CGImageGetHeight(image), CGImageGetBytesPerRow(image)};
+    const CFDataRef data = CGDataProviderCopyData(CGImageGetDataProvider(image));
+    CGImageRelease(image);
+    if (!data) throw std::bad_alloc();
+    m_data.reset(data);
+    m_pixels.bytes = CFDataGetBytePtr(data);
+}
+
+IconRenderer::IconRenderer(Document& document, const RenderingState& state, bool debugFrames)
+    : m_state(state) {
+    m_renderer.SetDocument(&document);
+    m_renderer.SetDebugRendering(debugFrames);
+}
+
+CGSize IconRenderer::PixelSize(CGSize size, double scale) const {
+    const CGSize points = m_renderer.imageSizeFitToSize(size, scale);
+    return {points.width * scale, points.height * scale};
+}
+
+double IconRenderer::CheckSize(CGSize size, double scale) const {
+    const CGSize own = m_renderer.ViewPortSize();
+    if (!IsUsable(own.width) || !IsUsable(own.height)) {
+        throw FileError("has the size " + DescribeSize(own) +
+                        "; give its svg element a width and a height above 0, or a viewBox and neither");
+    }
+    const CGSize pixels = PixelSize(size, scale);
+    const double count = pixels.width * pixels.height;
+    // Written so that a size which is no number is refused too.
+    if (!(pixels.width <= kMaximumSide && pixels.height <= kMaximumSide && count <= kMaximumPixels)) {
+        throw FileError("would make a picture of " + DescribeSize(pixels) + " pixels; the limit is " +
+                        FormatNumber(kMaximumSide) + " on a side and " +
+                        FormatCount(static_cast<uint64_t>(kMaximumPixels)) +
+                        " in all; choose a smaller --width, --height or --scale");
+    }
+    return count;
+}
+
+Bitmap IconRenderer::Draw(CGSize size, double scale) {
+    const CGImageRef image = m_renderer.createCGImageFitToSize(size, scale, m_state, nullptr);
+    if (!image) {
+        throw FileError("no bitmap of " + DescribeSize(PixelSize(size, scale)) +
+                        " pixels can be made; choose another --width, --height or --scale");
+    }
+    return Bitmap(image);
+}
+
+} // namespace ozm::tool

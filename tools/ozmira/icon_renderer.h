@@ -1,0 +1,47 @@
+#pragma once
+
+#include "pixel_rows.h"
+
+#include <Ozmira/OZMCoreGraphicsRenderer.h>
+
+#include <memory>
+
+namespace ozm::tool {
+
+/// A finished picture; owns its pixels.
+class Bitmap {
+public:
+    /// Takes over an image in the renderer's format. Throws `std::bad_alloc`.
+    explicit Bitmap(CGImageRef image);
+
+    PixelRows Pixels() const { return m_pixels; }
+
+private:
+    struct ReleaseObject {
+        void operator()(CFTypeRef object) const { CFRelease(object); }
+    };
+
+    std::unique_ptr<const void, ReleaseObject> m_data;
+    PixelRows m_pixels;
+};
+
+/// Draws one document in several sizes. Borrows document and state. Sizes are in points, 0 being no limit.
+class IconRenderer {
+public:
+    IconRenderer(Document& document, const RenderingState& state, bool debugFrames);
+
+    /// Number of pixels of the picture that fits the size. Throws `FileError` when the document has no size,
+    /// or the picture more than `kMaximumSide` pixels on a side or `kMaximumPixels` in all.
+    double CheckSize(CGSize size, double scale) const;
+
+    /// Draws the picture. Throws `FileError` when memory for it is short.
+    Bitmap Draw(CGSize size, double scale);
+
+private:
+    CGSize PixelSize(CGSize size, double scale) const;
+
+    CoreGraphicsRenderer m_renderer;
+    const RenderingState& m_state;
+};
+
+} // namespace ozm::tool

@@ -1,0 +1,83 @@
+#include "batch_report.h"
+#include "commands.h"
+#include "errors.h"
+#include "standard_output.h"
+#include "text.h"
+
+#include <CLI/CLI.hpp>
+
+#include <csignal>
+#include <exception>
+#include <new>
+#include <sstream>
+#include <string>
+
+namespace ozm::tool {
+namespace {
+
+constexpr const char* kFooter = R"(Examples:
+  ozmira render icon.svg --width 24 --scale 1,2,3
+  ozmira render icons/ -o pictures/
+  ozmira info icon.svg
+  ozmira dump --json icon.svg
+
+'ozmira COMMAND --help' tells more about a command.
+)";
+
+/// "ozmira", or with the sub-command that was given.
+std::string CommandLine(const CLI::App& tool) {
+    const auto commands = tool.get_subcommands();
+    return tool.get_name() + (commands.empty() ? "" : " " + commands.front()->get_name());
+}
+
+int PrintUsageProblem(const CLI::App& tool, const std::string& problem) {
+    PrintProblem(OnOneLine(problem) + "; see '" + CommandLine(tool) + " --help'");
+    return kExitUsage;
+}
+
+/// Prints help or version.
+int PrintAnswer(const CLI::App& tool, const CLI::Success& request) {
+    std::ostringstream text;
+    tool.exit(request, text, text);
+    StandardOutput output;
+    output.Write(text.str());
+    output.Flush();
+    return kExitSuccess;
+}
+
+int Run(CLI::App& tool, int argumentCount, char** arguments) {
+    Action action;
+    tool.require_subcommand(1);
+    tool.set_version_flag("--version", "ozmira " OZMIRA_TOOL_VERSION, "Print the version and exit");
+    tool.footer(kFooter);
+    AddRenderCommand(tool, action);
+    AddInfoCommand(tool, action);
+    AddDumpCommand(tool, action);
+    try {
+        tool.parse(argumentCount, arguments);
+        return action();
+    } catch (const CLI::Success& request) {
+        return PrintAnswer(tool, request);
+    } catch (const CLI::Error& error) {
+        return PrintUsageProblem(tool, error.what());
+    } catch (const UsageError& error) {
+        return PrintUsageProblem(tool, error.what());
+    }
+}
+
+} // namespace
+} // namespace ozm::tool
+
+int main(int argumentCount, char** arguments) {
+    // A closed pipe is then an error of the write like any other.
+    std::signal(SIGPIPE, SIG_IGN);
+    try {
+        CLI::App tool("Draws SVG icons, and shows what is in them.", "ozmira");
+        return ozm::tool::Run(tool, argumentCount, arguments);
+    } catch (const std::bad_alloc&) {
+        ozm::tool::PrintProblem("there is not enough memory");
+    } catch (const std::exception& error) {
+        ozm::tool::PrintProblem(error.what());
+    }
+    return ozm::tool::kExitFailure;
+}
