@@ -1,0 +1,10 @@
+# Runs PROGRAM, a build of hello.cpp, and looks at the pixels that it writes: 8 by 4, the left half red.
+set(output "${PROGRAM}.argb")
+execute_process(COMMAND "${PROGRAM}" OUTPUT_FILE "${output}" COMMAND_ERROR_IS_FATAL ANY)
+file(READ "${output}" pixels HEX)
+string(REPEAT "ffff0000" 4 red)
+string(REPEAT "00000000" 4 clear)
+string(REPEAT "${red}${clear}" 4 expected)
+if(NOT pixels STREQUAL expected)
+  message(FATAL_ERROR "hello wrote\n${pixels}\ninstead of\n${expected}")
+endif()
