@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 namespace ozcg {
@@ -15,12 +16,21 @@ namespace {
 // to the right of its last pixel; sweeps read whole vectors.
 constexpr int kPadColumns = 16;
 constexpr int kPadRows = 2;
+constexpr size_t kAlignment = 64; // of a block of cells
 
-template <typename T>
-T* allocateZeroed(size_t count) {
-    void* p = std::calloc(count, sizeof(T));
+// Grows an array of zeros. Throws std::bad_alloc.
+template <typename Array>
+void makeRoom(Array& array, size_t& capacity, size_t count) {
+    using T = std::remove_reference_t<decltype(array[0])>;
+    if (count <= capacity) return;
+    array.reset();
+    capacity = 0;
+    const size_t size = (count * sizeof(T) + kAlignment - 1) / kAlignment * kAlignment;
+    void* const p = std::aligned_alloc(kAlignment, size);
     if (!p) throw std::bad_alloc();
-    return static_cast<T*>(p);
+    std::memset(p, 0, size);
+    array.reset(static_cast<T*>(p));
+    capacity = count;
 }
 
 } // namespace
@@ -30,24 +40,13 @@ void CoverageAccumulator::Free::operator()(void* p) const { std::free(p); }
 void CoverageAccumulator::begin(const IntRect& box) {
     if (m_endRow > 0) discard(); // a shape that ran out of memory half-way
     const int width = std::max(box.width(), 0), height = std::max(box.height(), 0);
-    const int needed = width + kPadColumns;
-    m_blockShift = std::max(4, static_cast<int>(std::bit_width(static_cast<unsigned>(needed - 1))) - 6);
-    const int block = 1 << m_blockShift;
-    m_stride = static_cast<size_t>((needed + block - 1) / block * block);
-
-    const size_t rows = static_cast<size_t>(height + kPadRows), cells = rows * m_stride;
-    if (cells > m_cellCapacity) {
-        m_cells.reset();
-        m_cellCapacity = 0;
-        m_cells.reset(allocateZeroed<float>(cells));
-        m_cellCapacity = cells;
-    }
-    if (rows > m_blockCapacity) {
-        m_blocks.reset();
-        m_blockCapacity = 0;
-        m_blocks.reset(allocateZeroed<uint64_t>(rows));
-        m_blockCapacity = rows;
-    }
+    constexpr int kBlock = 1 << kBlockShift;
+    const int blocks = (width + kPadColumns + kBlock - 1) / kBlock;
+    m_stride = static_cast<size_t>(blocks * kBlock);
+    m_wordsPerRow = static_cast<size_t>((blocks + 63) / 64);
+    const auto rows = static_cast<size_t>(height + kPadRows);
+    makeRoom(m_cells, m_cellCapacity, rows * m_stride);
+    makeRoom(m_words, m_wordCapacity, rows * m_wordsPerRow);
     m_box = box;
     m_width = width;
     m_height = height;
@@ -56,11 +55,20 @@ void CoverageAccumulator::begin(const IntRect& box) {
 }
 
 void CoverageAccumulator::discardRows(int from) {
-    const size_t block = size_t{1} << m_blockShift;
-    for (int y = from; y < m_endRow; ++y)
-        for (uint64_t bits = std::exchange(rowBlocks(y), 0); bits; bits &= bits - 1)
-            std::memset(row(y) + static_cast<size_t>(std::countr_zero(bits)) * block, 0, block * sizeof(float));
+    constexpr size_t kBlock = size_t{1} << kBlockShift;
+    for (int y = from; y < m_endRow; ++y) {
+        float* cells = row(y);
+        for (uint64_t& word : touched(y)) {
+            for (uint64_t bits = std::exchange(word, 0); bits; bits &= bits - 1)
+                std::memset(cells + static_cast<size_t>(std::countr_zero(bits)) * kBlock, 0, kBlock * sizeof(float));
+            cells += 64 * kBlock;
+        }
+    }
     end();
+}
+
+void CoverageAccumulator::markWide(uint64_t* row, int firstBlock, int lastBlock) {
+    for (int block = firstBlock; block <= lastBlock; ++block) row[block / 64] |= uint64_t{1} << (block % 64);
 }
 
 // A piece of an edge inside one pixel row, from xa to xb, `height` of the row tall (signed). The area to its
@@ -74,7 +82,7 @@ void CoverageAccumulator::addRowPiece(int y, float xa, float xb, float height) {
         const float mean = height * (0.5f * (start + end));
         cells[first] += height - mean;
         cells[first + 1] += mean;
-        markRow(y, first, first + 1);
+        markCells(words(y), first, first + 1);
         return;
     }
     const float perColumn = 1.0f / (end - start);
@@ -97,7 +105,7 @@ void CoverageAccumulator::addRowPiece(int y, float xa, float xb, float height) {
         c[columns - 1] += height * (1.0f - areaBeforeLast - areaLast);
     }
     c[columns] += height * areaLast;
-    markRow(y, first, first + columns);
+    markCells(words(y), first, first + columns);
 }
 
 // Whole rows [y, end) of an edge that enters row y at x.
@@ -112,7 +120,7 @@ void CoverageAccumulator::addSteepRows(int y, int end, float x, float slope, flo
             float* c = row(y) + column;
             c[0] += direction - mean;
             c[1] += mean;
-            markRow(y, column, column + 1);
+            markCells(words(y), column, column + 1);
         } else {
             addRowPiece(y, x, next, direction);
         }

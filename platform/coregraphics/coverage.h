@@ -5,8 +5,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 
 namespace ozcg {
+
+/// Cells are looked after in blocks of 16.
+constexpr int kBlockShift = 4;
 
 enum class FillRule : uint8_t { nonZero, evenOdd };
 
@@ -14,8 +18,8 @@ enum class FillRule : uint8_t { nonZero, evenOdd };
 /// second version): every edge adds to each pixel row the derivative of the area to its right, and a prefix
 /// sum along the row gives the winding-weighted coverage.
 ///
-/// Coordinates are relative to the box's top left pixel. One 64-bit word per row notes which blocks of cells
-/// hold anything; a sweep reads and clears those alone, so the cells are all zero again after each shape.
+/// Coordinates are relative to the box's top left pixel. A bit per block of cells notes which ones hold anything;
+/// a sweep reads and clears those alone, so the cells are all zero again after each shape.
 class CoverageAccumulator {
 public:
     /// Opens the box for a new shape. The cells are zero. Throws std::bad_alloc.
@@ -34,10 +38,8 @@ public:
     int firstRow() const { return m_firstRow; }
     int endRow() const { return m_endRow; }
     float* row(int y) { return m_cells.get() + static_cast<size_t>(y) * m_stride; }
-    uint64_t& rowBlocks(int y) { return m_blocks[static_cast<size_t>(y)]; }
-    int blockShift() const { return m_blockShift; }
-    /// Bytes kept for cells and row words.
-    size_t memory() const { return m_cellCapacity * sizeof(float) + m_blockCapacity * sizeof(uint64_t); }
+    /// One bit per block of cells of the row that may hold anything, the lowest bit first.
+    std::span<uint64_t> touched(int y) { return {words(y), m_wordsPerRow}; }
 
     /// To be called by a sweep when it has cleared everything.
     void end() { m_firstRow = m_endRow = 0; }
@@ -54,18 +56,21 @@ private:
     void discardRows(int from);
     void addRowPiece(int y, float xa, float xb, float height);
     void addSteepRows(int y, int end, float x, float slope, float direction);
-    void markRow(int y, int from, int to) {
-        m_blocks[static_cast<size_t>(y)] |= (uint64_t{2} << (to >> m_blockShift)) - (uint64_t{1} << (from >> m_blockShift));
+    uint64_t* words(int y) { return m_words.get() + static_cast<size_t>(y) * m_wordsPerRow; }
+    void markCells(uint64_t* row, int from, int to) {
+        const int first = from >> kBlockShift, last = to >> kBlockShift;
+        if (m_wordsPerRow > 1) return markWide(row, first, last);
+        *row |= (uint64_t{2} << last) - (uint64_t{1} << first);
     }
+    static void markWide(uint64_t* row, int firstBlock, int lastBlock);
 
     IntRect m_box;
     int m_width = 0, m_height = 0;
     int m_firstRow = 0, m_endRow = 0;
-    int m_blockShift = 4;
-    size_t m_stride = 0;
-    size_t m_cellCapacity = 0, m_blockCapacity = 0;
+    size_t m_stride = 0, m_wordsPerRow = 1;
+    size_t m_cellCapacity = 0, m_wordCapacity = 0;
     std::unique_ptr<float[], Free> m_cells;
-    std::unique_ptr<uint64_t[], Free> m_blocks;
+    std::unique_ptr<uint64_t[], Free> m_words;
 };
 
 } // namespace ozcg

@@ -2,12 +2,15 @@
 
 #include <bit>
 #include <cstring>
+#include <span>
 #include <utility>
 
 // One copy of the vector code per instruction set, the best one chosen when the program runs.
 // The plain fallback works with GCC before 12.3 too: what Highway fears there is a high-half multiplication, which
 // nothing here uses.
 #define HWY_BROKEN_EMU128 0
+// Vectors whose size only the machine knows can't be held in arrays.
+#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "sweep.cpp" // NOLINT
 #include <hwy/foreach_target.h> // IWYU pragma: keep
@@ -21,10 +24,14 @@ namespace {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-using Floats = hn::FixedTag<float, 4>;
-using Ints = hn::FixedTag<int32_t, 4>;
+constexpr int kBlock = 1 << kBlockShift;
 
-constexpr int kGroup = 4; // pixels that are handled together
+using Floats = hn::CappedTag<float, kBlock>;
+using Ints = hn::Rebind<int32_t, Floats>;
+
+constexpr int kGroup = static_cast<int>(hn::MaxLanes(Floats())); // pixels of a vector
+constexpr int kGroups = kBlock / kGroup;
+constexpr int kNarrow = 4; // pixels of the smallest vector
 
 // Four 8-bit components are two pairs of 16-bit lanes: the even bytes, and the odd ones shifted down.
 template <class D16>
@@ -55,13 +62,13 @@ HWY_INLINE Lanes16<D16> MixBytes(D16 d, Lanes16<D16> pixels, Lanes16<D16> invers
 template <class Kernel>
 HWY_INLINE void ForPixels(uint8_t* pixels, size_t n, Kernel&& kernel) {
     const hn::ScalableTag<uint8_t> wide;
-    const hn::FixedTag<uint8_t, 4 * kGroup> narrow;
+    const hn::FixedTag<uint8_t, 4 * kNarrow> narrow;
     const size_t step = hn::Lanes(wide) / 4;
     size_t i = 0;
     for (; i + step <= n; i += step) kernel(wide, pixels + 4 * i);
-    for (; i + kGroup <= n; i += kGroup) kernel(narrow, pixels + 4 * i);
+    for (; i + kNarrow <= n; i += kNarrow) kernel(narrow, pixels + 4 * i);
     if (i < n) {
-        alignas(16) uint8_t rest[4 * kGroup] = {};
+        alignas(16) uint8_t rest[4 * kNarrow] = {};
         std::memcpy(rest, pixels + 4 * i, 4 * (n - i));
         kernel(narrow, rest);
         std::memcpy(pixels + 4 * i, rest, 4 * (n - i));
@@ -90,32 +97,55 @@ HWY_INLINE hn::Vec<Ints> Alpha(hn::Vec<Floats> area) {
     return hn::NearestInt(hn::Mul(hn::Min(area, hn::Set(d, 1.0f)), hn::Set(d, 255.0f)));
 }
 
-HWY_INLINE hn::Vec<Floats> PrefixSum(hn::Vec<Floats> v) {
+// Sums along a vector, and the sum of all of it in every lane.
+struct PrefixSums {
+    hn::Vec<Floats> sums, total;
+};
+
+HWY_INLINE PrefixSums SumUp(hn::Vec<Floats> v) {
     const Floats d;
     v = hn::Add(v, hn::ShiftLeftLanes<1>(d, v));
-    return hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
+    v = hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
+    auto total = hn::Broadcast<3>(v); // of every four lanes
+    if constexpr (kGroup > 4) {
+        const auto swapped = hn::SwapAdjacentBlocks(total);
+        v = hn::Add(v, hn::OddEvenBlocks(swapped, hn::Zero(d)));
+        total = hn::Add(total, swapped);
+    }
+    if constexpr (kGroup > 8) {
+        v = hn::Add(v, hn::ConcatLowerLower(d, total, hn::Zero(d)));
+        total = hn::Add(total, hn::ConcatLowerUpper(d, total, total));
+    }
+    return {v, total};
 }
 
-// Walks one row: sink.span(x0, x1, alpha) for constant stretches, sink.group(x, alphas) for four pixels.
+// Walks one row: sink.span(x0, x1, alpha) for constant stretches, sink.block(x, alphas) for the pixels of a block.
 template <bool kEvenOdd, class Sink>
-HWY_INLINE void SweepCells(float* cells, uint64_t blocks, int blockShift, int width, Sink& sink) {
+HWY_INLINE void SweepCells(float* cells, std::span<uint64_t> touched, int width, Sink& sink) {
     const Floats d;
-    auto sum = hn::Zero(d);
-    int at = 0;
-    for (; blocks; blocks &= blocks - 1) {
-        const int first = std::countr_zero(blocks) << blockShift;
-        const int last = first + (1 << blockShift);
-        for (int x = first; x < last; x += kGroup) {
-            auto v = hn::Load(d, cells + x);
-            if (hn::AllTrue(d, hn::Eq(v, hn::Zero(d)))) continue;
-            hn::Store(hn::Zero(d), d, cells + x);
+    const auto zero = hn::Zero(d);
+    auto sum = zero;
+    int at = 0, origin = 0;
+    for (uint64_t& word : touched) {
+        for (uint64_t bits = std::exchange(word, 0); bits; bits &= bits - 1) {
+            const int x = origin + (std::countr_zero(bits) << kBlockShift);
+            float* const c = cells + x;
+            PrefixSums groups[kGroups];
+            for (int i = 0; i < kGroups; ++i) {
+                groups[i] = SumUp(hn::Load(d, c + i * kGroup));
+                hn::Store(zero, d, c + i * kGroup);
+            }
             if (x >= width) continue;
             if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(sum)));
-            v = hn::Add(PrefixSum(v), sum);
-            sum = hn::Broadcast<3>(v);
-            sink.group(x, Alpha<kEvenOdd>(v));
-            at = x + kGroup;
+            hn::Vec<Ints> alphas[kGroups];
+            for (int i = 0; i < kGroups; ++i) {
+                alphas[i] = Alpha<kEvenOdd>(hn::Add(groups[i].sums, sum));
+                sum = hn::Add(sum, groups[i].total);
+            }
+            sink.block(x, alphas);
+            at = x + kBlock;
         }
+        origin += 64 * kBlock;
     }
     if (at < width) sink.span(at, width, hn::GetLane(Alpha<kEvenOdd>(sum)));
 }
@@ -124,7 +154,7 @@ template <bool kOpaque>
 class SolidSink {
 public:
     SolidSink(const SolidPixel& color, int width) : m_color(color), m_width(width) {
-        const auto bytes = hn::BitCast(D16(), hn::Set(hn::FixedTag<uint32_t, 4>(), color.bytes));
+        const auto bytes = hn::BitCast(D16(), hn::Set(hn::Rebind<uint32_t, Floats>(), color.bytes));
         m_even = EvenBytes(D16(), bytes);
         m_odd = hn::ShiftRight<8>(bytes);
         m_alpha = hn::Set(D16(), color.alpha);
@@ -140,25 +170,22 @@ public:
         mixSpan(pixels, n, static_cast<uint16_t>(alpha));
     }
 
-    HWY_INLINE void group(int x, hn::Vec<Ints> alphas) {
-        const Ints d;
-        const auto none = hn::Eq(alphas, hn::Zero(d));
-        if (hn::AllTrue(d, none)) return;
+    HWY_INLINE void block(int x, const hn::Vec<Ints> (&alphas)[kGroups]) {
         uint8_t* const pixels = m_row + 4 * static_cast<size_t>(x);
-        if (x + kGroup > m_width) {
-            alignas(16) uint8_t rest[4 * kGroup] = {};
+        if (x + kBlock <= m_width) {
+            for (int i = 0; i < kGroups; ++i) mixGroup(pixels + 4 * kGroup * i, alphas[i]);
+        } else {
+            alignas(64) uint8_t rest[4 * kBlock] = {};
             const size_t size = 4 * static_cast<size_t>(m_width - x);
             std::memcpy(rest, pixels, size);
-            mixGroup(rest, alphas);
+            for (int i = 0; i < kGroups; ++i) mixGroup(rest + 4 * kGroup * i, alphas[i]);
             std::memcpy(pixels, rest, size);
-        } else {
-            mixGroup(pixels, alphas);
         }
     }
 
 private:
-    using D8 = hn::FixedTag<uint8_t, 4 * kGroup>;
-    using D16 = hn::FixedTag<uint16_t, 2 * kGroup>;
+    using D8 = hn::Repartition<uint8_t, Ints>;
+    using D16 = hn::Repartition<uint16_t, Ints>;
 
     HWY_INLINE void mixGroup(uint8_t* pixels, hn::Vec<Ints> alphas) const {
         const D16 d;
@@ -208,11 +235,12 @@ public:
         if (alpha != 0) extend(x0, x1);
     }
 
-    HWY_INLINE void group(int x, hn::Vec<Ints> alphas) {
-        if (hn::AllTrue(Ints(), hn::Eq(alphas, hn::Zero(Ints()))) && m_range.empty()) return;
+    HWY_INLINE void block(int x, const hn::Vec<Ints> (&alphas)[kGroups]) {
         const hn::Rebind<uint8_t, Ints> d8;
-        hn::StoreU(hn::DemoteTo(d8, alphas), d8, m_out + x);
-        extend(x, x + kGroup);
+        for (int i = 0; i < kGroups; ++i) hn::StoreU(hn::DemoteTo(d8, alphas[i]), d8, m_out + x + kGroup * i);
+        auto any = alphas[0];
+        for (int i = 1; i < kGroups; ++i) any = hn::Or(any, alphas[i]);
+        if (!hn::AllTrue(Ints(), hn::Eq(any, hn::Zero(Ints()))) || !m_range.empty()) extend(x, x + kBlock);
     }
 
     ColumnRange range(int width) const { return {m_range.begin, m_range.end < width ? m_range.end : width}; }
@@ -230,14 +258,12 @@ private:
 template <bool kEvenOdd, bool kOpaque>
 void SweepSolidRows(CoverageAccumulator& coverage, const SolidPixel& color, uint8_t* topLeft,
                     size_t bytesPerRow) {
-    const int width = coverage.width(), shift = coverage.blockShift();
+    const int width = coverage.width();
     const int end = coverage.endRow() < coverage.height() ? coverage.endRow() : coverage.height();
     SolidSink<kOpaque> sink(color, width);
     for (int y = coverage.firstRow(); y < end; ++y) {
-        const uint64_t blocks = std::exchange(coverage.rowBlocks(y), 0);
-        if (!blocks) continue;
         sink.startRow(topLeft + static_cast<size_t>(y) * bytesPerRow);
-        SweepCells<kEvenOdd>(coverage.row(y), blocks, shift, width, sink);
+        SweepCells<kEvenOdd>(coverage.row(y), coverage.touched(y), width, sink);
     }
 }
 
@@ -255,11 +281,9 @@ void SweepSolid(CoverageAccumulator& coverage, FillRule rule, const SolidPixel& 
 
 ColumnRange SweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) {
     CoverageSink sink(out);
-    const uint64_t blocks = std::exchange(coverage.rowBlocks(y), 0);
-    if (!blocks) return {};
     float* const cells = coverage.row(y);
-    if (rule == FillRule::evenOdd) SweepCells<true>(cells, blocks, coverage.blockShift(), coverage.width(), sink);
-    else SweepCells<false>(cells, blocks, coverage.blockShift(), coverage.width(), sink);
+    if (rule == FillRule::evenOdd) SweepCells<true>(cells, coverage.touched(y), coverage.width(), sink);
+    else SweepCells<false>(cells, coverage.touched(y), coverage.width(), sink);
     return sink.range(coverage.width());
 }
 
@@ -286,14 +310,14 @@ HWY_INLINE void CompositeVector(D8 d8, uint8_t* dst, const uint8_t* src, const u
 
 void CompositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n, int alphaShift) {
     const hn::ScalableTag<uint8_t> wide;
-    const hn::FixedTag<uint8_t, 4 * kGroup> narrow;
+    const hn::FixedTag<uint8_t, 4 * kNarrow> narrow;
     const size_t step = hn::Lanes(wide) / 4;
     size_t i = 0;
     const auto weights = [&] { return coverage ? coverage + i : nullptr; };
     for (; i + step <= n; i += step) CompositeVector(wide, dst + 4 * i, src + 4 * i, weights(), alphaShift);
-    for (; i + kGroup <= n; i += kGroup) CompositeVector(narrow, dst + 4 * i, src + 4 * i, weights(), alphaShift);
+    for (; i + kNarrow <= n; i += kNarrow) CompositeVector(narrow, dst + 4 * i, src + 4 * i, weights(), alphaShift);
     if (i < n) {
-        alignas(16) uint8_t over[4 * kGroup] = {}, under[4 * kGroup] = {}, weight[kGroup] = {};
+        alignas(16) uint8_t over[4 * kNarrow] = {}, under[4 * kNarrow] = {}, weight[kNarrow] = {};
         std::memcpy(over, src + 4 * i, 4 * (n - i));
         std::memcpy(under, dst + 4 * i, 4 * (n - i));
         if (coverage) std::memcpy(weight, coverage + i, n - i);

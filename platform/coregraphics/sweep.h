@@ -21,7 +21,7 @@ struct ColumnRange {
 };
 
 /// More bytes than the width that a row of coverage needs behind it.
-constexpr size_t kCoveragePadding = 4;
+constexpr size_t kCoveragePadding = size_t{1} << kBlockShift;
 
 /// Writes the coverage (255: all) of row `y` of the box and empties the row. Outside of the columns returned it is
 /// zero, and `out` is not written. `out` holds the box's width and kCoveragePadding more.

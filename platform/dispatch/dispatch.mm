@@ -1,0 +1,203 @@
+// A serial queue has at most one owner: a thread inside dispatch_sync_f, or a thread of the queue's own,
+// which lives as long as asynchronous work is next. The owner hands the queue on to what waits first.
+#include <dispatch/dispatch.h>
+
+#include <Block.h>
+#import <Foundation/Foundation.h>
+
+#include <atomic>
+#include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+
+namespace {
+
+/// Where a thread in dispatch_sync_f waits to become the owner.
+struct Turn {
+    std::condition_variable changed;
+    bool hasCome = false; // guarded by the queue's mutex
+};
+
+/// Asynchronous work, or the turn of a waiting thread.
+struct Item {
+    dispatch_function_t work;
+    void* context;
+    Turn* turn;
+};
+
+} // namespace
+
+struct dispatch_queue_s {
+    explicit dispatch_queue_s(const char* name) : label(name ? name : "") {}
+
+    const std::string label;
+    std::atomic<size_t> references{1};
+    std::mutex mutex;
+    bool hasOwner = false;    // guarded by mutex
+    std::deque<Item> waiting; // guarded by mutex
+};
+
+namespace {
+
+/// Marks a queue as owned by this thread while it runs the queue's work.
+class Ownership {
+public:
+    explicit Ownership(dispatch_queue_t queue) : m_queue(queue), m_outer(innermost) { innermost = this; }
+    ~Ownership() { innermost = m_outer; }
+    Ownership(const Ownership&) = delete;
+    Ownership& operator=(const Ownership&) = delete;
+
+    static bool isHeld(dispatch_queue_t queue) {
+        for (const Ownership* held = innermost; held; held = held->m_outer)
+            if (held->m_queue == queue) return true;
+        return false;
+    }
+
+private:
+    static thread_local const Ownership* innermost;
+
+    dispatch_queue_t m_queue;
+    const Ownership* m_outer;
+};
+thread_local const Ownership* Ownership::innermost = nullptr;
+
+void run(dispatch_queue_t queue, dispatch_function_t work, void* context) {
+    const Ownership ownership(queue);
+    @autoreleasepool {
+        work(context);
+    }
+}
+
+void handOn(dispatch_queue_t queue, std::unique_lock<std::mutex> lock);
+
+void runAsynchronousWork(dispatch_queue_t queue) {
+    std::unique_lock lock(queue->mutex);
+    while (!queue->waiting.empty() && !queue->waiting.front().turn) {
+        const Item item = queue->waiting.front();
+        queue->waiting.pop_front();
+        lock.unlock();
+        run(queue, item.work, item.context);
+        lock.lock();
+    }
+    handOn(queue, std::move(lock));
+}
+
+/// Makes a new thread the owner. Call without the lock.
+void startThread(dispatch_queue_t queue) {
+    dispatch_retain(queue);
+    std::thread([queue] {
+        GSRegisterCurrentThread();
+        runAsynchronousWork(queue);
+        dispatch_release(queue);
+        GSUnregisterCurrentThread();
+    }).detach();
+}
+
+/// Called by the owner, who then no longer is.
+void handOn(dispatch_queue_t queue, std::unique_lock<std::mutex> lock) {
+    if (queue->waiting.empty()) {
+        queue->hasOwner = false;
+        return;
+    }
+    Turn* const turn = queue->waiting.front().turn;
+    if (!turn) {
+        lock.unlock();
+        startThread(queue);
+        return;
+    }
+    queue->waiting.pop_front();
+    turn->hasCome = true;
+    turn->changed.notify_one(); // under the lock: the turn lies on the stack of the waiting thread
+}
+
+struct HandOnAtEnd {
+    dispatch_queue_t queue;
+    ~HandOnAtEnd() { handOn(queue, std::unique_lock(queue->mutex)); }
+};
+
+void invokeBlock(void* block) { reinterpret_cast<dispatch_block_t>(block)(); }
+
+void invokeAndReleaseBlock(void* block) {
+    invokeBlock(block);
+    _Block_release(block);
+}
+
+} // namespace
+
+dispatch_queue_t dispatch_queue_create(const char* label, dispatch_queue_attr_t) {
+    return new dispatch_queue_s(label);
+}
+
+const char* dispatch_queue_get_label(dispatch_queue_t queue) { return queue->label.c_str(); }
+
+void dispatch_retain(dispatch_queue_t queue) { queue->references.fetch_add(1, std::memory_order_relaxed); }
+
+void dispatch_release(dispatch_queue_t queue) {
+    if (queue->references.fetch_sub(1, std::memory_order_acq_rel) == 1) delete queue;
+}
+
+void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work) {
+    {
+        const std::lock_guard lock(queue->mutex);
+        queue->waiting.push_back({work, context, nullptr});
+        if (std::exchange(queue->hasOwner, true)) return;
+    }
+    startThread(queue);
+}
+
+void dispatch_sync_f(dispatch_queue_t queue, void* context, dispatch_function_t work) {
+    if (Ownership::isHeld(queue)) {
+        std::fprintf(
+            stderr,
+            "BUG IN CLIENT OF LIBDISPATCH: dispatch_sync called on queue already owned by current thread: "
+            "\"%s\"\n",
+            queue->label.c_str());
+        std::abort();
+    }
+    {
+        std::unique_lock lock(queue->mutex);
+        if (std::exchange(queue->hasOwner, true)) {
+            Turn turn;
+            queue->waiting.push_back({nullptr, nullptr, &turn});
+            turn.changed.wait(lock, [&] { return turn.hasCome; });
+        }
+    }
+    const HandOnAtEnd end{queue};
+    run(queue, work, context);
+}
+
+void dispatch_once_f(dispatch_once_t* predicate, void* context, dispatch_function_t work) {
+    enum : dispatch_once_t { kNew = 0, kRunning = 1, kDone = ~dispatch_once_t{0} };
+    const std::atomic_ref state(*predicate);
+    dispatch_once_t seen = state.load(std::memory_order_acquire);
+    if (seen == kDone) return;
+    if (seen == kNew && state.compare_exchange_strong(seen, kRunning, std::memory_order_acquire)) {
+        @autoreleasepool {
+            work(context);
+        }
+        state.store(kDone, std::memory_order_release);
+        state.notify_all();
+        return;
+    }
+    while (seen == kRunning) {
+        state.wait(kRunning, std::memory_order_acquire);
+        seen = state.load(std::memory_order_acquire);
+    }
+}
+
+void dispatch_async(dispatch_queue_t queue, dispatch_block_t block) {
+    dispatch_async_f(queue, _Block_copy(block), invokeAndReleaseBlock);
+}
+
+void dispatch_sync(dispatch_queue_t queue, dispatch_block_t block) {
+    dispatch_sync_f(queue, block, invokeBlock);
+}
+
+void dispatch_once(dispatch_once_t* predicate, dispatch_block_t block) {
+    dispatch_once_f(predicate, block, invokeBlock);
+}
