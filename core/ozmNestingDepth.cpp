@@ -1,5 +1,6 @@
 #include "ozmNestingDepth.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
@@ -19,42 +20,50 @@ bool IsAttributeNameCharacter(char c) { return IsNodeNameCharacter(c) && c != '!
 /// the reader would give up.
 class NestingScanner {
 public:
-    NestingScanner(const char* text, uint32_t limit) : m_at(text), m_limit(limit) {}
+    NestingScanner(std::string_view text, uint32_t limit) : m_rest(text), m_limit(limit) {}
 
     bool ExceedsLimit() {
-        if (StartsWith("\xEF\xBB\xBF")) m_at += 3;
+        if (m_rest.starts_with("\xEF\xBB\xBF")) Skip(3);
         while (Step()) {
         }
         return m_depth > m_limit;
     }
 
 private:
-    bool StartsWith(std::string_view token) const {
-        return std::strncmp(m_at, token.data(), token.size()) == 0;
-    }
+    /// The next character; NUL at the end.
+    char Next() const { return m_rest.empty() ? '\0' : m_rest.front(); }
 
-    /// Goes behind the next occurrence of `token`.
-    bool SkipPast(const char* token) {
-        const char* const found = std::strstr(m_at, token);
-        if (found) m_at = found + std::strlen(token);
-        return found;
-    }
+    void Skip(size_t count) { m_rest.remove_prefix(count); }
 
     template <typename Predicate>
     void SkipWhile(Predicate predicate) {
-        while (predicate(*m_at)) ++m_at;
+        while (predicate(Next())) Skip(1);
     }
 
-    bool Step() {
+    /// Goes behind the next occurrence of `token`.
+    bool SkipPast(std::string_view token) {
+        const size_t found = m_rest.find(token);
+        if (found == std::string_view::npos) return false;
+        Skip(found + token.size());
+        return true;
+    }
+
+    bool SkipToTag() {
         if (m_depth > 0) {
-            m_at += std::strcspn(m_at, "<");
+            Skip(std::min(m_rest.find('<'), m_rest.size()));
         } else {
             SkipWhile(IsXMLSpace);
         }
-        if (*m_at != '<') return false;
-        ++m_at;
-        switch (*m_at) {
-        case '?': return SkipPast("?>");
+        return Next() == '<';
+    }
+
+    bool Step() {
+        if (!SkipToTag()) return false;
+        Skip(1);
+        switch (Next()) {
+        case '?':
+            Skip(1); // "<?>" is not closed.
+            return SkipPast("?>");
         case '!': return SkipMarkup();
         case '/': return m_depth > 0 && SkipClosingTag();
         default: return SkipOpeningTag();
@@ -62,70 +71,76 @@ private:
     }
 
     bool SkipMarkup() {
-        if (StartsWith("!--")) {
-            m_at += 3;
+        constexpr std::string_view kComment = "!--", kDoctype = "!DOCTYPE";
+        if (m_rest.starts_with(kComment)) {
+            Skip(kComment.size());
             return SkipPast("-->");
         }
-        if (StartsWith("![CDATA[")) return SkipPast("]]>");
-        if (StartsWith("!DOCTYPE") && IsXMLSpace(m_at[8])) return SkipDoctype();
+        if (m_rest.starts_with("![CDATA[")) return SkipPast("]]>");
+        if (m_rest.starts_with(kDoctype)) {
+            Skip(kDoctype.size());
+            if (IsXMLSpace(Next())) return SkipDoctype();
+        }
         return SkipPast(">");
     }
 
     bool SkipDoctype() {
-        for (uint64_t brackets = 0;; ++m_at) {
-            m_at += std::strcspn(m_at, brackets > 0 ? "[]" : "[>");
-            switch (*m_at) {
-            case '\0': return false;
+        for (uint64_t brackets = 0; !m_rest.empty(); Skip(1)) {
+            switch (Next()) {
             case '[': ++brackets; break;
-            case ']': --brackets; break;
-            case '>': ++m_at; return true;
+            case ']': brackets -= brackets > 0; break;
+            case '>':
+                if (brackets > 0) break;
+                Skip(1);
+                return true;
             default: break;
             }
         }
+        return false;
     }
 
     bool SkipClosingTag() {
-        ++m_at;
+        Skip(1);
         SkipWhile(IsNodeNameCharacter);
         SkipWhile(IsXMLSpace);
-        if (*m_at != '>') return false;
-        ++m_at;
+        if (Next() != '>') return false;
+        Skip(1);
         --m_depth;
         return true;
     }
 
     bool SkipOpeningTag() {
-        if (!IsNodeNameCharacter(*m_at)) return false;
+        if (!IsNodeNameCharacter(Next())) return false;
         if (++m_depth > m_limit) return false;
         SkipWhile(IsNodeNameCharacter);
         SkipWhile(IsXMLSpace);
-        while (IsAttributeNameCharacter(*m_at)) {
+        while (IsAttributeNameCharacter(Next())) {
             if (!SkipAttribute()) return false;
         }
-        if (*m_at == '/') {
-            ++m_at;
+        if (Next() == '/') {
+            Skip(1);
             --m_depth;
         }
-        if (*m_at != '>') return false;
-        ++m_at;
+        if (Next() != '>') return false;
+        Skip(1);
         return true;
     }
 
     bool SkipAttribute() {
         SkipWhile(IsAttributeNameCharacter);
         SkipWhile(IsXMLSpace);
-        if (*m_at != '=') return false;
-        ++m_at;
+        if (Next() != '=') return false;
+        Skip(1);
         SkipWhile(IsXMLSpace);
-        if (*m_at != '"' && *m_at != '\'') return false;
-        const char quote[] = {*m_at, '\0'};
-        ++m_at;
-        if (!SkipPast(quote)) return false;
+        const char quote = Next();
+        if (quote != '"' && quote != '\'') return false;
+        Skip(1);
+        if (!SkipPast({&quote, 1})) return false;
         SkipWhile(IsXMLSpace);
         return true;
     }
 
-    const char* m_at;
+    std::string_view m_rest;
     const uint32_t m_limit;
     uint32_t m_depth = 0;
 };
@@ -137,14 +152,15 @@ bool NestsDeeperThan(const char* text, uint32_t limit) {
     const size_t shortest = size_t{3} * limit;
     const size_t length = strnlen(text, shortest);
     if (length < shortest) return false;
-    const char* const end = text + length + std::strlen(text + length);
-    const char* at = text;
+    const std::string_view whole(text, length + std::strlen(text + length));
+    // Others have too few tags.
+    size_t at = 0;
     for (uint32_t tags = 0; tags <= limit; ++tags) {
-        at = static_cast<const char*>(std::memchr(at, '<', static_cast<size_t>(end - at)));
-        if (!at) return false;
+        at = whole.find('<', at);
+        if (at == std::string_view::npos) return false;
         ++at;
     }
-    return NestingScanner(text, limit).ExceedsLimit();
+    return NestingScanner(whole, limit).ExceedsLimit();
 }
 
 } // namespace ozm

@@ -22,4 +22,18 @@ double ConvertDecimalText(StringView text) {
     return StrtodInCLocale(text);
 }
 
+const char* ReadAnyScientificNumber(const char* p, const char* end, double& value) {
+    p = SkipWhitespace(p, end);
+    const bool hasSign = p != end && (*p == '-' || *p == '+');
+    const DecimalDigits digits = ScanDecimalDigits(hasSign ? p + 1 : p, end);
+    if (digits.count == 0) return nullptr;
+    DecimalExponent exponent{digits.end, 0};
+    if (digits.end != end && (*digits.end == 'e' || *digits.end == 'E')) {
+        exponent = ScanDecimalExponent(digits.end, end);
+        if (!exponent.end) return nullptr;
+    }
+    value = ConvertDecimal(digits, exponent.value, {p, static_cast<uint64_t>(exponent.end - p)});
+    return exponent.end;
+}
+
 } // namespace ozm

@@ -3,75 +3,112 @@
 #include "ozmNumberReader.h"
 
 #include <algorithm>
-#include <span>
 
 namespace ozm {
 namespace {
 
 using Point = TVec2<double>;
 
-/// A command as it is written: its letter and how many numbers follow it.
-struct CommandRecord {
-    char letter;
-    size_t argumentCount;
-};
+constexpr std::string_view relativeCommands = "mzlhvcsqta";
 
-/// Path data cut into commands, with the numbers of all of them in one list.
-struct PathData {
-    std::vector<CommandRecord> records;
-    std::vector<double> arguments;
-};
+constexpr bool IsLetter(char c) { return static_cast<unsigned char>((c | 0x20) - 'a') < 26; }
 
-bool IsCommandLetter(char c) {
-    return std::string_view("ACHLMQSTVZachlmqstvz").find(c) != std::string_view::npos;
+/// True for the letters of `relativeCommands` in either case.
+constexpr bool IsCommandLetter(char c) {
+    constexpr uint32_t kCommands = [] {
+        uint32_t bits = 0;
+        for (const char letter : relativeCommands) bits |= uint32_t{1} << (letter - 'a');
+        return bits;
+    }();
+    return IsLetter(c) && ((kCommands >> ((c | 0x20) - 'a')) & 1) != 0;
 }
 
-/// Cuts up to the first character that cannot begin a command.
-PathData CutIntoCommands(StringView text) {
-    PathData data;
-    const char* const end = text.end();
-    const char* at = SkipWhitespace(text.begin(), end);
-    while (at != end && IsCommandLetter(*at)) {
-        const char letter = *at++;
-        const size_t first = data.arguments.size();
-        double number;
-        while (const char* const next = ReadScientificNumber(at, end, number)) {
-            data.arguments.push_back(number);
-            at = SkipSeparator(next, end);
-        }
-        data.records.push_back({letter, data.arguments.size() - first});
-        at = SkipWhitespace(at, end);
+/// At least as many as there are letters.
+size_t CountLetters(StringView text) {
+    size_t count = 0;
+    for (const char* block = text.begin(); block != text.end();) {
+        // Counts that fit into a byte are added up a vector at a time.
+        const char* const end = text.end() - block > 255 ? block + 255 : text.end();
+        uint8_t blockCount = 0;
+        for (; block != end; ++block) blockCount = static_cast<uint8_t>(blockCount + ((*block >> 6) & 1));
+        count += blockCount;
     }
-    return data;
+    return count;
 }
 
-/// Resolves commands against a running current point and appends what they draw.
-class PathResolver {
+/// Reads path data command by command, resolves each against the running current point and appends what it
+/// draws.
+class PathDataReader {
 public:
-    explicit PathResolver(Path& path) : m_commands(path.commands) {}
+    PathDataReader(StringView text, std::vector<PathCommand>& commands)
+        : m_at(text.begin()), m_end(text.end()), m_commands(commands) {
+        m_arguments.reserve(64);
+    }
 
-    /// `letter` is the command's letter in upper case.
-    void Append(char letter, bool isRelative, std::span<const double> arguments) {
-        m_isRelative = isRelative;
-        switch (letter) {
-        case 'M': return AppendMove(arguments);
-        case 'L': return AppendLines(arguments);
-        case 'H': return AppendHorizontalLines(arguments);
-        case 'V': return AppendVerticalLines(arguments);
-        case 'C': return AppendCurves(arguments);
-        case 'S': return AppendSmoothCurves(arguments);
-        case 'Z': m_commands.emplace_back(PathCommand::Type::ClosePath); return;
-        default: return; // Arcs and quadratic curves.
+    /// Stops at the first character that cannot begin a command.
+    void ReadCommands() {
+        for (;;) {
+            m_at = SkipWhitespace(m_at, m_end);
+            if (m_at == m_end || !IsCommandLetter(*m_at)) return;
+            ReadCommand(*m_at++);
         }
     }
 
 private:
-    static bool IsMultiple(std::span<const double> arguments, size_t group) {
-        return !arguments.empty() && arguments.size() % group == 0;
+    void ReadCommand(char letter) {
+        m_isRelative = letter >= 'a';
+        switch (letter | 0x20) {
+        case 'm':
+            if (ReadArguments<2>()) AppendMove();
+            break;
+        case 'l':
+            if (ReadArguments<2>()) AppendLines();
+            break;
+        case 'h':
+            ReadArguments<1>();
+            AppendHorizontalLines();
+            break;
+        case 'v':
+            ReadArguments<1>();
+            AppendVerticalLines();
+            break;
+        case 'c':
+            if (ReadArguments<6>()) AppendCurves();
+            break;
+        case 's':
+            if (ReadArguments<4>()) AppendSmoothCurves();
+            break;
+        case 'z':
+            ReadArguments<1>();
+            m_commands.emplace_back(PathCommand::Type::ClosePath);
+            break;
+        default: ReadArguments<1>(); // Arcs and quadratic curves draw nothing.
+        }
     }
 
-    Point PointAt(std::span<const double> arguments, size_t index) const {
-        const Point point{arguments[index], arguments[index + 1]};
+    /// Reads all numbers behind a command's letter. True for a positive multiple of `GroupSize`. Each kind of
+    /// command has a loop of its own, a group long, because then the branch that ends it is seldom mispredicted.
+    template <size_t GroupSize>
+    bool ReadArguments() {
+        m_arguments.clear();
+        const char* at = SkipWhitespace(m_at, m_end);
+        for (;;) {
+            for (size_t i = 0; i < GroupSize; ++i) {
+                double number;
+                const char* next = nullptr;
+                if (at != m_end && !IsLetter(*at)) next = ReadScientificNumber(at, m_end, number);
+                if (!next) {
+                    m_at = at;
+                    return i == 0 && !m_arguments.empty();
+                }
+                m_arguments.push_back(number);
+                at = SkipSeparator(next, m_end);
+            }
+        }
+    }
+
+    Point PointAt(size_t index) const {
+        const Point point{m_arguments[index], m_arguments[index + 1]};
         return m_isRelative ? Point{m_current.x + point.x, m_current.y + point.y} : point;
     }
 
@@ -81,62 +118,58 @@ private:
         return points;
     }
 
-    void AppendMove(std::span<const double> arguments) {
-        if (!IsMultiple(arguments, 2)) return;
-        m_current = PointAt(arguments, 0);
+    void AppendMove() {
+        m_current = PointAt(0);
         m_commands.emplace_back(PathCommand::Type::MoveTo).point = m_current;
-        for (size_t i = 2; i < arguments.size(); i += 2) {
-            m_current = PointAt(arguments, i);
+        for (size_t i = 2; i < m_arguments.size(); i += 2) {
+            m_current = PointAt(i);
             AppendLineTo(1).push_back(m_current);
         }
     }
 
-    void AppendLines(std::span<const double> arguments) {
-        if (!IsMultiple(arguments, 2)) return;
-        std::vector<Point>& points = AppendLineTo(arguments.size() / 2);
-        for (size_t i = 0; i < arguments.size(); i += 2) {
-            m_current = PointAt(arguments, i);
+    void AppendLines() {
+        std::vector<Point>& points = AppendLineTo(m_arguments.size() / 2);
+        for (size_t i = 0; i < m_arguments.size(); i += 2) {
+            m_current = PointAt(i);
             points.push_back(m_current);
         }
     }
 
-    void AppendHorizontalLines(std::span<const double> arguments) {
-        std::vector<Point>& points = AppendLineTo(arguments.size());
-        for (const double x : arguments) {
+    void AppendHorizontalLines() {
+        std::vector<Point>& points = AppendLineTo(m_arguments.size());
+        for (const double x : m_arguments) {
             m_current.x = m_isRelative ? m_current.x + x : x;
             points.push_back(m_current);
         }
     }
 
-    void AppendVerticalLines(std::span<const double> arguments) {
-        std::vector<Point>& points = AppendLineTo(arguments.size());
-        for (const double y : arguments) {
+    void AppendVerticalLines() {
+        std::vector<Point>& points = AppendLineTo(m_arguments.size());
+        for (const double y : m_arguments) {
             m_current.y = m_isRelative ? m_current.y + y : y;
             points.push_back(m_current);
         }
     }
 
-    void AppendCurves(std::span<const double> arguments) {
-        if (!IsMultiple(arguments, 6)) return;
+    void AppendCurves() {
         std::vector<BezierCurve>& curves = m_commands.emplace_back(PathCommand::Type::CurveTo).curves;
-        curves.reserve(arguments.size() / 6);
-        for (size_t i = 0; i < arguments.size(); i += 6) {
-            curves.push_back({PointAt(arguments, i + 4), PointAt(arguments, i), PointAt(arguments, i + 2)});
+        curves.reserve(m_arguments.size() / 6);
+        for (size_t i = 0; i < m_arguments.size(); i += 6) {
+            curves.push_back({PointAt(i + 4), PointAt(i), PointAt(i + 2)});
             m_current = curves.back().end;
         }
     }
 
-    void AppendSmoothCurves(std::span<const double> arguments) {
-        if (!IsMultiple(arguments, 4)) return;
+    void AppendSmoothCurves() {
         Point control1 = m_current;
         if (!m_commands.empty() && m_commands.back().type == PathCommand::Type::CurveTo &&
             !m_commands.back().curves.empty()) {
             control1 = Reflect(m_commands.back().curves.back().control2);
         }
         std::vector<BezierCurve>& curves = m_commands.emplace_back(PathCommand::Type::CurveTo).curves;
-        curves.reserve(arguments.size() / 4);
-        for (size_t i = 0; i < arguments.size(); i += 4) {
-            curves.push_back({PointAt(arguments, i + 2), control1, PointAt(arguments, i)});
+        curves.reserve(m_arguments.size() / 4);
+        for (size_t i = 0; i < m_arguments.size(); i += 4) {
+            curves.push_back({PointAt(i + 2), control1, PointAt(i)});
             m_current = curves.back().end;
             control1 = Reflect(curves.back().control2);
         }
@@ -144,7 +177,10 @@ private:
 
     Point Reflect(Point point) const { return {2 * m_current.x - point.x, 2 * m_current.y - point.y}; }
 
+    const char* m_at;
+    const char* const m_end;
     std::vector<PathCommand>& m_commands;
+    std::vector<double> m_arguments; ///< Of the command at hand.
     Point m_current{0, 0};
     bool m_isRelative = false;
 };
@@ -152,27 +188,16 @@ private:
 } // namespace
 
 bool SVGParser::PathCommandIsRelative(char letter) const {
-    static constexpr std::string_view relativeCommands = "mzlhvcsqta";
     return relativeCommands.find(letter) != std::string_view::npos;
 }
 
 void SVGParser::ParsePathData(StringView text, Path& path) {
-    const PathData data = CutIntoCommands(text);
-    path.commands.reserve(path.commands.size() + data.records.size());
-    PathResolver resolver(path);
-    std::span<const double> rest(data.arguments);
-    for (const auto& [letter, count] : data.records) {
-        const bool isRelative = PathCommandIsRelative(letter);
-        resolver.Append(isRelative ? static_cast<char>(letter - 'a' + 'A') : letter, isRelative,
-                        rest.first(count));
-        rest = rest.subspan(count);
-    }
+    path.commands.reserve(path.commands.size() + CountLetters(text));
+    PathDataReader(text, path.commands).ReadCommands();
 }
 
 std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {
-    const auto isSeparator = [](char c) {
-        return c == ' ' || c == ',' || c == '\t' || c == '\n' || c == '\r';
-    };
+    const auto isSeparator = [](char c) { return c == ' ' || c == ',' || c == '\t' || c == '\n' || c == '\r'; };
     std::vector<double> numbers;
     const char* at = text.begin();
     const char* const end = text.end();

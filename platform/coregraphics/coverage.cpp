@@ -67,91 +67,139 @@ void CoverageAccumulator::discardRows(int from) {
     end();
 }
 
-void CoverageAccumulator::markWide(uint64_t* row, int firstBlock, int lastBlock) {
-    for (int block = firstBlock; block <= lastBlock; ++block) row[block / 64] |= uint64_t{1} << (block % 64);
-}
+namespace {
 
-// A piece of an edge inside one pixel row, from xa to xb, `height` of the row tall (signed). The area to its
-// right is a trapezoid in the first and last column and grows linearly in between.
-void CoverageAccumulator::addRowPiece(int y, float xa, float xb, float height) {
-    float* cells = row(y);
-    const float left = xa < xb ? xa : xb, right = xa < xb ? xb : xa;
+/// One row of the accumulator.
+struct Row {
+    float* cells;
+    uint64_t* touched;
+
+    void mark(int cell) const {
+        const int block = cell >> kBlockShift;
+        touched[block >> 6] |= uint64_t{1} << (block & 63);
+    }
+    void markAll(int from, int to) const {
+        for (int cell = from; cell < to; cell += 1 << kBlockShift) mark(cell);
+        mark(to);
+    }
+};
+
+// Every piece of an edge inside one pixel row adds its signed height to the row's cells, so that their running sum is
+// the area to the right of the piece, and so that their first moment is the piece's mean x.
+
+// A piece within two columns. The third cell gets the triangle that reaches beyond the second column's start, which
+// lies over a part of the piece; `steepness` is the height per width of the whole edge.
+inline void addNarrowPiece(const Row& row, float left, float right, float height, float steepness) {
     const int first = static_cast<int>(left);
     const float start = left - static_cast<float>(first), end = right - static_cast<float>(first);
-    if (end <= 1.0f) {
-        const float mean = height * (0.5f * (start + end));
-        cells[first] += height - mean;
-        cells[first + 1] += mean;
-        markCells(words(y), first, first + 1);
-        return;
-    }
-    const float perColumn = 1.0f / (end - start);
-    const float inFirst = 1.0f - start;
-    const float areaFirst = 0.5f * perColumn * inFirst * inFirst;
-    int columns = static_cast<int>(end);
-    if (static_cast<float>(columns) < end) ++columns;
-    const float inLast = end - static_cast<float>(columns - 1);
-    const float areaLast = 0.5f * perColumn * inLast * inLast;
-    float* c = cells + first;
-    c[0] += height * areaFirst;
-    if (columns == 2) {
-        c[1] += height * (1.0f - areaFirst - areaLast);
-    } else {
-        const float areaSecond = perColumn * (1.5f - start);
-        const float step = height * perColumn;
-        c[1] += height * (areaSecond - areaFirst);
-        for (int i = 2; i < columns - 1; ++i) c[i] += step;
-        const float areaBeforeLast = areaSecond + static_cast<float>(columns - 3) * perColumn;
-        c[columns - 1] += height * (1.0f - areaBeforeLast - areaLast);
-    }
-    c[columns] += height * areaLast;
-    markCells(words(y), first, first + columns);
+    const float over = end > 1.0f ? end - 1.0f : 0.0f;
+    // The share is at most all; written so that infinity times 0 counts as all.
+    const float share = over * steepness < 1.0f ? over * steepness : 1.0f;
+    const float third = std::copysign(0.5f, height) * over * share;
+    const float moment = 0.5f * height * (start + end);
+    float* const c = row.cells + first;
+    c[0] += height - moment + third;
+    c[1] += moment - 2.0f * third;
+    c[2] += third;
+    row.mark(first);
+    row.mark(first + 2);
 }
 
-// Whole rows [y, end) of an edge that enters row y at x.
-void CoverageAccumulator::addSteepRows(int y, int end, float x, float slope, float direction) {
-    const float half = 0.5f * direction;
-    const float origin = x;
-    for (int i = 1; y < end; ++y, ++i) {
-        const float next = origin + slope * static_cast<float>(i);
+// A piece of any width. The area grows as a parabola in the first and last column and linearly in between.
+void addWidePiece(const Row& row, float left, float right, float height, float steepness) {
+    const int first = static_cast<int>(left);
+    const float start = left - static_cast<float>(first), end = right - static_cast<float>(first);
+    int columns = static_cast<int>(end);
+    if (static_cast<float>(columns) < end) ++columns;
+    if (columns <= 2) return addNarrowPiece(row, left, right, height, steepness);
+    const float step = std::copysign(steepness, height); // of the area per column
+    const float inFirst = 1.0f - start, inLast = end - static_cast<float>(columns - 1);
+    const float areaFirst = 0.5f * step * inFirst * inFirst, areaSecond = step * (1.5f - start);
+    const float areaLast = 0.5f * step * inLast * inLast;
+    float* const c = row.cells + first;
+    c[0] += areaFirst;
+    c[1] += areaSecond - areaFirst;
+    for (int i = 2; i < columns - 1; ++i) c[i] += step;
+    c[columns - 1] += height - areaSecond - static_cast<float>(columns - 3) * step - areaLast;
+    c[columns] += areaLast;
+    row.markAll(first, first + columns);
+}
+
+inline void addPiece(const Row& row, float xa, float xb, float height, float steepness) {
+    const float left = xa < xb ? xa : xb, right = xa < xb ? xb : xa;
+    if (right - left <= 1.0f) addNarrowPiece(row, left, right, height, steepness);
+    else addWidePiece(row, left, right, height, steepness);
+}
+
+// An edge that is shorter than a row.
+inline void addShortEdge(const Row& row, float x0, float x1, float height) {
+    const float left = x0 < x1 ? x0 : x1, right = x0 < x1 ? x1 : x0;
+    const int first = static_cast<int>(left);
+    const float origin = static_cast<float>(first);
+    if (right <= origin + 1.0f) {
+        const float moment = 0.5f * height * (left + right - 2.0f * origin);
+        float* const c = row.cells + first;
+        c[0] += height - moment;
+        c[1] += moment;
+        row.mark(first);
+        row.mark(first + 1);
+    } else {
+        addPiece(row, left, right, height, std::abs(height) / (right - left));
+    }
+}
+
+} // namespace
+
+void CoverageAccumulator::addInside(float x0, float y0, float x1, float y1) {
+    const int y = static_cast<int>(y0);
+    if (y == static_cast<int>(y1)) {
+        if (y0 == y1) return;
+        m_firstRow = std::min(m_firstRow, y);
+        m_endRow = std::max(m_endRow, y + 1);
+        addShortEdge({row(y), words(y)}, x0, x1, y1 - y0);
+    } else if (y0 < y1) {
+        addLongEdge(x0, y0, x1, y1, 1.0f);
+    } else {
+        addLongEdge(x1, y1, x0, y0, -1.0f);
+    }
+}
+
+// An edge that runs down from row to row.
+void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, float direction) {
+    const int first = static_cast<int>(y0);
+    int last = static_cast<int>(y1);
+    if (static_cast<float>(last) == y1) --last; // it ends where that row begins
+    m_firstRow = std::min(m_firstRow, first);
+    m_endRow = std::max(m_endRow, last + 1);
+    Row at = {row(first), words(first)};
+    if (first == last) return addShortEdge(at, x0, x1, direction * (y1 - y0));
+
+    const size_t stride = m_stride, wordsPerRow = m_wordsPerRow;
+    const float slope = (x1 - x0) / (y1 - y0), steepness = 1.0f / std::abs(slope);
+    const float inFirst = static_cast<float>(first + 1) - y0, inLast = y1 - static_cast<float>(last);
+    const float enter = x0 + slope * inFirst;
+    addPiece(at, x0, enter, direction * inFirst, steepness);
+    const int rows = last - first - 1; // that it crosses whole
+    float x = enter;
+    for (int i = 1; i <= rows; ++i) {
+        at.cells += stride;
+        at.touched += wordsPerRow;
+        const float next = enter + slope * static_cast<float>(i);
         const int column = static_cast<int>(x);
         if (column == static_cast<int>(next)) {
-            const float mean = half * (x + next) - direction * static_cast<float>(column);
-            float* c = row(y) + column;
-            c[0] += direction - mean;
-            c[1] += mean;
-            markCells(words(y), column, column + 1);
+            const float moment = direction * (0.5f * (x + next) - static_cast<float>(column));
+            at.cells[column] += direction - moment;
+            at.cells[column + 1] += moment;
+            at.mark(column);
+            at.mark(column + 1);
         } else {
-            addRowPiece(y, x, next, direction);
+            addPiece(at, x, next, direction, steepness);
         }
         x = next;
     }
-}
-
-void CoverageAccumulator::addInside(float x0, float y0, float x1, float y1) {
-    float direction = 1.0f;
-    if (y0 > y1) {
-        std::swap(x0, x1);
-        std::swap(y0, y1);
-        direction = -1.0f;
-    }
-    if (!(y0 < y1)) return;
-    int y = static_cast<int>(y0);
-    int last = static_cast<int>(y1);
-    if (static_cast<float>(last) == y1 && last > y) --last;
-    m_firstRow = std::min(m_firstRow, y);
-    m_endRow = std::max(m_endRow, last + 1);
-    if (y == last) {
-        addRowPiece(y, x0, x1, direction * (y1 - y0));
-        return;
-    }
-    const float slope = (x1 - x0) / (y1 - y0);
-    const float inFirst = static_cast<float>(y + 1) - y0;
-    const float enter = x0 + slope * inFirst;
-    addRowPiece(y, x0, enter, direction * inFirst);
-    addSteepRows(y + 1, last, enter, slope, direction);
-    const float inLast = y1 - static_cast<float>(last);
-    addRowPiece(last, x1 - slope * inLast, x1, direction * inLast);
+    at.cells += stride;
+    at.touched += wordsPerRow;
+    addPiece(at, x1 - slope * inLast, x1, direction * inLast, steepness);
 }
 
 void CoverageAccumulator::addClipped(double x0, double y0, double x1, double y1) {

@@ -54,15 +54,8 @@ private:
     };
 
     void discardRows(int from);
-    void addRowPiece(int y, float xa, float xb, float height);
-    void addSteepRows(int y, int end, float x, float slope, float direction);
+    void addLongEdge(float x0, float y0, float x1, float y1, float direction);
     uint64_t* words(int y) { return m_words.get() + static_cast<size_t>(y) * m_wordsPerRow; }
-    void markCells(uint64_t* row, int from, int to) {
-        const int first = from >> kBlockShift, last = to >> kBlockShift;
-        if (m_wordsPerRow > 1) return markWide(row, first, last);
-        *row |= (uint64_t{2} << last) - (uint64_t{1} << first);
-    }
-    static void markWide(uint64_t* row, int firstBlock, int lastBlock);
 
     IntRect m_box;
     int m_width = 0, m_height = 0;

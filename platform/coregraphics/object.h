@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <limits>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -33,12 +34,15 @@ public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
-    void retain() const noexcept { m_references.fetch_add(1, std::memory_order_relaxed); }
+    void retain() const noexcept {
+        if (!isImmortal()) m_references.fetch_add(1, std::memory_order_relaxed);
+    }
 
     void release() const noexcept {
+        if (isImmortal()) return;
         // A plain load answers for the only owner: nobody else can add a reference meanwhile.
         if (isUnique() || m_references.fetch_sub(1, std::memory_order_acq_rel) == 1)
-            const_cast<Object*>(this)->destroy();
+            delete this;
     }
 
     /// True when the caller's reference is the only one: nobody else can see a change.
@@ -49,17 +53,19 @@ public:
     TypeId typeId() const noexcept { return m_typeId; }
 
 protected:
-    constexpr explicit Object(TypeId typeId) noexcept : m_typeId(typeId) {}
+    /// Immortal objects are not counted, so that threads that share one do not wait for each other.
+    enum class Lifetime : std::size_t { counted = 1, immortal = std::numeric_limits<std::size_t>::max() };
+
+    constexpr explicit Object(TypeId typeId, Lifetime lifetime = Lifetime::counted) noexcept
+        : m_references(static_cast<std::size_t>(lifetime)), m_typeId(typeId) {}
     virtual ~Object() = default;
 
-    /// Called when the last reference is gone.
-    virtual void destroy() noexcept { delete this; }
-
-    /// Makes an object that destroy() kept back one with a single reference again.
-    void revive() noexcept { m_references.store(1, std::memory_order_relaxed); }
-
 private:
-    mutable std::atomic<std::size_t> m_references{1};
+    bool isImmortal() const noexcept {
+        return m_references.load(std::memory_order_relaxed) == static_cast<std::size_t>(Lifetime::immortal);
+    }
+
+    mutable std::atomic<std::size_t> m_references;
     const TypeId m_typeId;
 };
 

@@ -136,9 +136,9 @@ private:
 
 template <typename T, bool Inside, bool Mapped>
 void strokeWith(CoverageAccumulator& coverage, const PathData& path, const StrokeSpace& space, const LineStyle& style,
-                std::vector<StrokeVertex<T>>& line, const Bounds* visible) {
+                StrokeBuffers<T>& buffers, const Bounds* visible) {
     EdgeSink<T, Inside, Mapped> sink(coverage, space.toPixel);
-    PathStroker<T, EdgeSink<T, Inside, Mapped>> stroker(space, style, sink, line, visible);
+    PathStroker<T, EdgeSink<T, Inside, Mapped>> stroker(space, style, sink, buffers, visible);
     stroker.stroke(path);
 }
 
@@ -165,13 +165,13 @@ void addStrokeEdges(CoverageAccumulator& coverage, const PathData& path, const S
     const Reach reach = reachOf(coverage, reached);
     if (reach == Reach::far) {
         const Bounds visible = visibleInPenSpace(coverage, space);
-        strokeWith<double, false, true>(coverage, path, space, style, buffers.farLine, &visible);
+        strokeWith<double, false, true>(coverage, path, space, style, buffers.far, &visible);
     } else if (!space.direct) {
-        strokeWith<float, false, true>(coverage, path, space, style, buffers.line, nullptr);
+        strokeWith<float, false, true>(coverage, path, space, style, buffers.near, nullptr);
     } else if (reach == Reach::near) {
-        strokeWith<float, false, false>(coverage, path, space, style, buffers.line, nullptr);
+        strokeWith<float, false, false>(coverage, path, space, style, buffers.near, nullptr);
     } else {
-        strokeWith<float, true, false>(coverage, path, space, style, buffers.line, nullptr);
+        strokeWith<float, true, false>(coverage, path, space, style, buffers.near, nullptr);
     }
 }
 

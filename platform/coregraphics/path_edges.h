@@ -8,8 +8,8 @@ namespace ozcg {
 
 /// Buffers that a thread keeps, so that after its first drawings none is allocated again.
 struct EdgeBuffers {
-    std::vector<StrokeVertex<float>> line;
-    std::vector<StrokeVertex<double>> farLine;
+    StrokeBuffers<float> near;
+    StrokeBuffers<double> far;
 };
 
 /// Adds the edges of a filled path, subpaths closed. `toPixel` only moves and mirrors: it takes path space to

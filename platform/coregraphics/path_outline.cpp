@@ -79,8 +79,8 @@ void addStroke(PathData& outline, const PathData& path, ozcg::LineStyle style, c
     const auto space = ozcg::StrokeSpace::make(style, CGAffineTransformIdentity, CGAffineTransformIdentity);
     if (!space) return;
     PathSink sink(outline, working, m);
-    std::vector<StrokeVertex<double>> line;
-    ozcg::PathStroker<double, PathSink>(*space, style, sink, line, nullptr).stroke(working.data);
+    ozcg::StrokeBuffers<double> buffers;
+    ozcg::PathStroker<double, PathSink>(*space, style, sink, buffers, nullptr).stroke(working.data);
 }
 
 // Calls emit(vertices) for each subpath, flattened.

@@ -10,15 +10,14 @@ namespace ozcg {
 /// Walks a path: takes it to pen space, flattens it, cuts it into dashes and hands the polylines to a Stroker.
 ///
 /// With `visible` (in pen space, wide enough for everything that the pen can reach) lines and curves are cut
-/// back to it first, so that coordinates of any size can be drawn. `line` is a buffer, kept by the caller so that
-/// it is not allocated again.
+/// back to it first, so that coordinates of any size can be drawn.
 template <typename T, typename Sink>
 class PathStroker {
 public:
-    PathStroker(const StrokeSpace& space, const LineStyle& style, Sink& sink, std::vector<StrokeVertex<T>>& line,
+    PathStroker(const StrokeSpace& space, const LineStyle& style, Sink& sink, StrokeBuffers<T>& buffers,
                 const Bounds* visible)
-        : m_space(space), m_stroker(space.pen, sink), m_dasher(style.dashes, style.dashPhase, space.scale),
-          m_line(line), m_visible(visible) {
+        : m_space(space), m_stroker(space.pen, sink, buffers), m_dasher(style.dashes, style.dashPhase, space.scale),
+          m_line(buffers.line), m_visible(visible) {
         m_line.clear();
     }
 
@@ -60,8 +59,12 @@ private:
     static Vec2<T> narrow(P p) { return {static_cast<T>(p.x), static_cast<T>(p.y)}; }
 
     void append(P to, bool smooth) {
-        if (m_line.empty()) m_line.push_back({narrow(m_current), false});
+        if (m_line.empty()) {
+            m_line.push_back({narrow(m_current), false});
+            m_tangents.start = {};
+        }
         m_line.push_back({narrow(to), smooth});
+        m_tangents.end = {};
     }
 
     void lineTo(P to, bool smooth) {
@@ -88,12 +91,22 @@ private:
 
     void chordsTo(const Cubic<double>& c) {
         const Cubic<T> narrowed = {narrow(c.p0), narrow(c.p1), narrow(c.p2), narrow(c.p3)};
-        if (!m_visible && m_line.empty()) m_line.push_back({narrowed.p0, false});
+        if (!m_visible && m_line.empty()) {
+            m_line.push_back({narrowed.p0, false});
+            m_tangents.start = startTangent(narrowed);
+        }
         const int count = chordCount(narrowed, static_cast<T>(m_space.pen.tolerance));
         emitChords(narrowed, count, [&](Vec2<T> p) {
             if (m_visible) lineTo({double(p.x), double(p.y)}, true);
             else m_line.push_back({p, true});
         });
+        if (!m_visible) m_tangents.end = -startTangent(Cubic<T>{narrowed.p3, narrowed.p2, narrowed.p1, narrowed.p0});
+    }
+
+    // Towards the first point that differs from the start.
+    static Vec2<T> startTangent(const Cubic<T>& c) {
+        if (c.p1 != c.p0) return c.p1 - c.p0;
+        return c.p2 != c.p0 ? c.p2 - c.p0 : c.p3 - c.p0;
     }
 
     // Liang-Barsky against the visible box. What is cut off lies out of the pen's reach, and so do the ends
@@ -144,7 +157,7 @@ private:
         if (m_dasher.active()) {
             m_dasher.cut(m_line, [&](std::vector<StrokeVertex<T>>& dash) { m_stroker.stroke(dash, false); });
         } else {
-            m_stroker.stroke(m_line, closed);
+            m_stroker.stroke(m_line, closed, m_tangents);
         }
         m_line.clear();
     }
@@ -153,6 +166,7 @@ private:
     Stroker<T, Sink> m_stroker;
     Dasher<T> m_dasher;
     std::vector<StrokeVertex<T>>& m_line;
+    EndTangents<T> m_tangents;
     const Bounds* m_visible;
     P m_start{}, m_current{};
     bool m_cut = false; // the subpath is not whole any more

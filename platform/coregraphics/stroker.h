@@ -30,6 +30,21 @@ struct StrokeVertex {
     bool smooth;
 };
 
+/// What a stroker works with, kept by its user so that it is not allocated again.
+template <typename T>
+struct StrokeBuffers {
+    std::vector<StrokeVertex<T>> line;
+    std::vector<Vec2<T>> normals; // of each segment, halfWidth long, on the side that is outer in a left turn
+    std::vector<T> lengths;
+};
+
+/// The directions in which an open polyline starts and ends where they are known better than its first and last
+/// segment tell, because it comes from a curve. Of any length; zero: not known.
+template <typename T>
+struct EndTangents {
+    Vec2<T> start{}, end{};
+};
+
 /// Turns polylines into the closed contours of their outline. Filled with the non-zero rule the contours give
 /// the stroke: along either side of the spine every segment, join and cap adds a positively wound piece.
 ///
@@ -37,11 +52,11 @@ struct StrokeVertex {
 template <typename T, typename Sink>
 class Stroker {
 public:
-    Stroker(const Pen& pen, Sink& sink);
+    Stroker(const Pen& pen, Sink& sink, StrokeBuffers<T>& buffers);
 
     /// Outlines one polyline, which may have repeated points. A polyline whose points are all the same draws
     /// a dot where the cap has one.
-    void stroke(std::vector<StrokeVertex<T>>& line, bool closed);
+    void stroke(std::vector<StrokeVertex<T>>& line, bool closed, const EndTangents<T>& tangents = {});
 
 private:
     using V = Vec2<T>;
@@ -56,6 +71,10 @@ private:
     void arc(V o, V from, V to);
     void cap(V o, V normal);
     void prepare(const std::vector<StrokeVertex<T>>& line, size_t segments);
+    V endNormal(V tangent, V ofSegment) const;
+    void closedOutline(const std::vector<StrokeVertex<T>>& line);
+    void openOutline(const std::vector<StrokeVertex<T>>& line, const EndTangents<T>& tangents);
+    void sides(const std::vector<StrokeVertex<T>>& line, bool back);
 
     Sink& m_sink;
     T m_halfWidth, m_halfWidthSquared, m_miterLimitSquared;
@@ -64,8 +83,8 @@ private:
     V m_xAxis;
     T m_stepCosine, m_stepSine; // of the angle between two points of an arc
     int m_maxSteps;             // in half a turn
-    std::vector<V> m_normals;   // of each segment, halfWidth long, on the side that is outer in a left turn
-    std::vector<T> m_lengths;
+    std::vector<V>& m_normals;
+    std::vector<T>& m_lengths;
 };
 
 } // namespace ozcg

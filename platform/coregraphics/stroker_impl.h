@@ -9,10 +9,11 @@ constexpr int kMinArcSteps = 3;
 constexpr int kMaxArcSteps = 512;
 
 template <typename T, typename Sink>
-Stroker<T, Sink>::Stroker(const Pen& pen, Sink& sink)
+Stroker<T, Sink>::Stroker(const Pen& pen, Sink& sink, StrokeBuffers<T>& buffers)
     : m_sink(sink), m_halfWidth(static_cast<T>(pen.halfWidth)), m_halfWidthSquared(m_halfWidth * m_halfWidth),
       m_miterLimitSquared(static_cast<T>(std::min(pen.miterLimit, 1e9) * std::min(pen.miterLimit, 1e9))), m_cap(pen.cap),
-      m_join(pen.join), m_xAxis{static_cast<T>(pen.xAxis.x), static_cast<T>(pen.xAxis.y)} {
+      m_join(pen.join), m_xAxis{static_cast<T>(pen.xAxis.x), static_cast<T>(pen.xAxis.y)}, m_normals(buffers.normals),
+      m_lengths(buffers.lengths) {
     // A chord that spans the angle a lies halfWidth * (1 - cos(a/2)) from its arc.
     constexpr double kPi = 3.14159265358979323846;
     const double half = std::acos(std::max(0.0, 1 - pen.tolerance / pen.halfWidth));
@@ -36,7 +37,7 @@ void Stroker<T, Sink>::prepare(const std::vector<StrokeVertex<T>>& line, size_t 
 }
 
 template <typename T, typename Sink>
-void Stroker<T, Sink>::stroke(std::vector<StrokeVertex<T>>& line, bool closed) {
+void Stroker<T, Sink>::stroke(std::vector<StrokeVertex<T>>& line, bool closed, const EndTangents<T>& tangents) {
     // What is closer than this has, after rounding, no direction worth following.
     const T tooShort = T(1) / T(1024);
     size_t n = 0;
@@ -56,29 +57,60 @@ void Stroker<T, Sink>::stroke(std::vector<StrokeVertex<T>>& line, bool closed) {
     if (n == 0) return;
     if (n == 1) return dotAt(line[0].p);
 
-    const size_t segments = closed ? n : n - 1;
-    prepare(line, segments);
-    const auto reach = [&](size_t a, size_t b) { return std::min(m_lengths[a], m_lengths[b]); };
-    const size_t last = segments - 1;
+    prepare(line, closed ? n : n - 1);
+    if (closed) closedOutline(line);
+    else openOutline(line, tangents);
+}
 
-    m_sink.begin(line[0].p + m_normals[0]);
-    for (size_t i = 1; i < segments; ++i)
-        side(line[i].p, m_normals[i - 1], m_normals[i], reach(i - 1, i), line[i].smooth);
-    if (closed) {
-        side(line[0].p, m_normals[last], m_normals[0], reach(last, 0), false);
-        m_sink.close();
-        m_sink.begin(line[0].p - m_normals[last]);
+// The joins at the vertices between two segments, forth on one side or back on the other.
+template <typename T, typename Sink>
+void Stroker<T, Sink>::sides(const std::vector<StrokeVertex<T>>& line, bool back) {
+    const size_t segments = m_normals.size();
+    const auto reach = [&](size_t i) { return std::min(m_lengths[i - 1], m_lengths[i]); };
+    if (back) {
+        for (size_t i = segments - 1; i > 0; --i)
+            side(line[i].p, -m_normals[i], -m_normals[i - 1], reach(i), line[i].smooth);
     } else {
-        cap(line[n - 1].p, m_normals[last]);
+        for (size_t i = 1; i < segments; ++i)
+            side(line[i].p, m_normals[i - 1], m_normals[i], reach(i), line[i].smooth);
     }
-    for (size_t i = last; i > 0; --i)
-        side(line[i].p, -m_normals[i], -m_normals[i - 1], reach(i - 1, i), line[i].smooth);
-    if (closed) side(line[0].p, -m_normals[0], -m_normals[last], reach(last, 0), false);
-    else cap(line[0].p, -m_normals[0]);
+}
+
+template <typename T, typename Sink>
+void Stroker<T, Sink>::closedOutline(const std::vector<StrokeVertex<T>>& line) {
+    const V o = line[0].p, first = m_normals.front(), last = m_normals.back();
+    const T reach = std::min(m_lengths.front(), m_lengths.back());
+    m_sink.begin(o + first);
+    sides(line, false);
+    side(o, last, first, reach, false);
+    m_sink.close();
+    m_sink.begin(o - last);
+    sides(line, true);
+    side(o, -first, -last, reach, false);
     m_sink.close();
 }
 
-// One side of the outline at the point o, from the normal of the segment before to that of the one after.
+template <typename T, typename Sink>
+void Stroker<T, Sink>::openOutline(const std::vector<StrokeVertex<T>>& line, const EndTangents<T>& tangents) {
+    const V start = endNormal(tangents.start, m_normals.front()), end = endNormal(tangents.end, m_normals.back());
+    m_sink.begin(line.front().p + start);
+    sides(line, false);
+    cap(line.back().p, end);
+    sides(line, true);
+    cap(line.front().p, -start);
+    m_sink.close();
+}
+
+// The normal at an end, from the tangent if that is known and close to the segment's own direction.
+template <typename T, typename Sink>
+Vec2<T> Stroker<T, Sink>::endNormal(V tangent, V ofSegment) const {
+    const T length2 = dot(tangent, tangent);
+    if (!(length2 > 0)) return ofSegment;
+    const T k = m_halfWidth / std::sqrt(length2);
+    const V normal = {tangent.y * k, -tangent.x * k};
+    return dot(normal, ofSegment) > T(0.7) * m_halfWidthSquared ? normal : ofSegment;
+}
+
 template <typename T, typename Sink>
 void Stroker<T, Sink>::side(V o, V from, V to, T reach, bool smooth) {
     const T sine = cross(from, to), cosine = dot(from, to);

@@ -1,0 +1,94 @@
+// Every value syntax on its own: the first byte chooses the operation, the rest is its text.
+#include "require.h"
+
+#include <Ozmira/SVG/ozmSVGParser.h>
+
+#include <bit>
+#include <cerrno>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+using namespace ozm;
+
+namespace {
+
+/// `front` must be a part of `text` that starts where `text` starts.
+void RequireFront(StringView text, StringView front) {
+    Require(front.length <= text.length && (front.empty() || front.data == text.data));
+}
+
+void CompareWithStrtod(StringView text) {
+    errno = 0;
+    const double value = std::strtod(std::string(text).c_str(), nullptr);
+    const double expected = errno == ERANGE ? 0.0 : value;
+    Require(std::bit_cast<uint64_t>(text.toDouble()) == std::bit_cast<uint64_t>(expected));
+}
+
+void ParseDeclarations(SVGParser& parser, StringView text) {
+    std::pair<StringView, StringView> declaration;
+    StringView consumed;
+    while (parser.ParseCSSStylePropertyDeclaration(text, declaration, consumed)) {
+        Require(!consumed.empty());
+        RequireFront(text, consumed);
+        text = text.CutFront(consumed.length);
+    }
+    Element element(Element::Type::Group);
+    Style style;
+    Require(parser.ProcessCSSStylePropertyDeclarations(text, element, style));
+}
+
+void ParseProperty(SVGParser& parser, StringView text) {
+    const uint64_t split = std::string_view(text).find('=');
+    if (split == std::string_view::npos) return;
+    Element element(Element::Type::Group);
+    Style style;
+    parser.ProcessStyleProperty({text.data, split}, text.CutFront(split + 1), element, style);
+}
+
+void ParseColors(SVGParser& parser, StringView text) {
+    Color color;
+    StringView consumed;
+    parser.ParseCSSColor(text, color);
+    if (parser.ParseCSSColorInRGBIntegerFunctionalForm(text, color, consumed)) RequireFront(text, consumed);
+    if (parser.ParseCSSColorInRGBFloatingFunctionalForm(text, color, consumed)) RequireFront(text, consumed);
+    parser.ParseCSSColorNamedColor(text, color);
+}
+
+void ParseText(uint8_t operation, StringView text) {
+    SVGParser parser;
+    Dimension dimension;
+    Rectf box;
+    Transform transform;
+    Path path;
+    std::string id;
+    switch (operation % 11) {
+    case 0: CompareWithStrtod(text); break;
+    case 1: RequireFront(text, ScanScientificNumber(text)); break;
+    case 2: parser.ParseDimension(text, dimension, SVGParser::UnitAttributeFormat::CaseSensitive); break;
+    case 3: parser.ParseDimension(text, dimension, SVGParser::UnitAttributeFormat::CaseInsensitive); break;
+    case 4: parser.ParseViewBox(text, box); break;
+    case 5: parser.ParseTransform(text, transform); break;
+    case 6: parser.ParsePathData(text, path); break;
+    case 7: Require(parser.ParsePathCommandArguments(text).size() <= text.length); break;
+    case 8: ParseColors(parser, text); break;
+    case 9: parser.ParseFunctionalLocalIRI(text, id); break;
+    case 10:
+        ParseDeclarations(parser, text);
+        ParseProperty(parser, text);
+        break;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    if (size == 0) return 0;
+    // A block of just this size, so that reading past the end is noticed.
+    const auto text = std::make_unique<char[]>(size - 1);
+    std::copy(data + 1, data + size, text.get());
+    ParseText(data[0], {text.get(), size - 1});
+    return 0;
+}

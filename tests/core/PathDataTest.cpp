@@ -1,0 +1,136 @@
+#include <Ozmira/SVG/ozmSVGParser.h>
+
+#include "DocumentText.h"
+
+#include <gtest/gtest.h>
+
+using namespace ozm;
+
+TEST(ParsePathData, ResolvesCommands) {
+    const struct {
+        const char* data;
+        const char* path;
+    } cases[] = {
+        {"M 10 20 L 30 40 50 60 Z", "M10,20 L30,40;50,60 Z"},
+        {"M0,0 10,10 20,20", "M0,0 L10,10 L20,20"},
+        {"m 1 1 2 2", "M1,1 L3,3"},
+        {"m 1 1 l 2 0 z l 0 3", "M1,1 L3,1 Z L3,4"},
+        {"M1 1h1 1v1-1H9V8", "M1,1 L2,1;3,1 L3,2;3,1 L9,1 L9,8"},
+        {"M1 2H V", "M1,2 L L"},
+        {"M0 0 C 1 2 3 4 5 6 S 7 8 9 10", "M0,0 C1,2,3,4,5,6 C7,8,7,8,9,10"},
+        {"m1 1c1 2 3 4 5 6 1 2 3 4 5 6", "M1,1 C2,3,4,5,6,7;7,9,9,11,11,13"},
+        {"m1 1c1 2 3 4 5 6s1 1 2 2 3 3 4 4", "M1,1 C2,3,4,5,6,7 C8,9,7,8,8,9;9,10,11,12,12,13"},
+        {"C1 2 3 4 5 6", "C1,2,3,4,5,6"},
+        {"M10-20M.5.5", "M10,-20 M0.5,0.5"},
+        {"M1e2 3M1E-1+.5e1", "M100,3 M0.1,5"},
+        {"M1 2ZzZ 3 4", "M1,2 Z Z Z"},
+        {"", ""},
+        {" \t\n\v\f\r", ""},
+    };
+    for (const auto& [data, text] : cases) {
+        Path path;
+        SVGParser().ParsePathData(data, path);
+        EXPECT_EQ(test::Text(path), text) << data;
+    }
+}
+
+TEST(ParsePathData, ReflectsOnlyBehindACurve) {
+    const struct {
+        const char* data;
+        const char* path;
+    } cases[] = {
+        {"S1 2 3 4", "C0,0,1,2,3,4"},
+        {"M5 5S1 2 3 4", "M5,5 C5,5,1,2,3,4"},
+        {"C0 0 1 1 3 3L4 4S5 5 6 6", "C0,0,1,1,3,3 L4,4 C4,4,5,5,6,6"},
+        {"C0 0 1 1 3 3ZS5 5 6 6", "C0,0,1,1,3,3 Z C3,3,5,5,6,6"},
+        {"C0 0 1 1 3 3H S5 5 6 6", "C0,0,1,1,3,3 L C3,3,5,5,6,6"},
+        // What draws nothing does not stand between two curves.
+        {"C0 0 1 1 3 3Q9 9 9 9L1S5 5 6 6", "C0,0,1,1,3,3 C5,5,5,5,6,6"},
+    };
+    for (const auto& [data, text] : cases) {
+        Path path;
+        SVGParser().ParsePathData(data, path);
+        EXPECT_EQ(test::Text(path), text) << data;
+    }
+}
+
+TEST(ParsePathData, DropsWhatItCannotUse) {
+    const struct {
+        const char* data;
+        const char* path;
+    } cases[] = {
+        // Wrong numbers of arguments.
+        {"M0 0L 1", "M0,0"},
+        {"M1 2 3L4 4", "L4,4"},
+        {"ML1 1", "L1,1"},
+        {"M1 1C1 2 3 4 5S1 2 3Ll1 1", "M1,1 L2,2"},
+        {"M1 1C1 2 3 4 5 6 7C", "M1,1"},
+        // Arcs and quadratic curves.
+        {"M0 0 A 5 5 0 0 1 10 0 l 1 0", "M0,0 L1,0"},
+        {"m1 1q1 1 2 2t3 3T1 1Q1 1 1 1a1 1 0 0 1 2 2h1", "M1,1 L2,1"},
+        // What ends the reading.
+        {"M 1 2 x L 3 4", "M1,2"},
+        {"M 1 2 , L 3 4", "M1,2 L3,4"},
+        {"M 1 2 ,, L 3 4", "M1,2"},
+        {"M 1,,2", ""},
+        {"M1e 3", ""},
+        {"M1 2 3e", "M1,2"},
+        {"M1 2 - L3 4", "M1,2"},
+        {"1 2 L 3 4", ""},
+        {",M1 2", ""},
+        {"M,1 2L3 4", ""},
+    };
+    for (const auto& [data, text] : cases) {
+        Path path;
+        SVGParser().ParsePathData(data, path);
+        EXPECT_EQ(test::Text(path), text) << data;
+    }
+}
+
+TEST(ParsePathData, AppendsToThePath) {
+    Path path;
+    SVGParser().ParsePathData("M1 1C0 0 1 1 3 3", path);
+    SVGParser().ParsePathData("s1 1 2 2", path); // About the new current point (0, 0).
+    EXPECT_EQ(test::Text(path), "M1,1 C0,0,1,1,3,3 C-1,-1,1,1,2,2");
+}
+
+TEST(ParsePathData, ReadsLongPaths) {
+    std::string data = "M0 0", text = "M0,0";
+    for (int i = 1; i <= 3000; ++i) {
+        data += "l1.5 0v2";
+        text += " L" + std::to_string(i * 3 / 2) + (i % 2 ? ".5," : ",") + std::to_string(2 * i - 2) + " L" +
+                std::to_string(i * 3 / 2) + (i % 2 ? ".5," : ",") + std::to_string(2 * i);
+    }
+    Path path;
+    SVGParser().ParsePathData(data, path);
+    EXPECT_EQ(test::Text(path), text);
+}
+
+TEST(ParsePathCommandArguments, ReadsNumberLists) {
+    const struct {
+        const char* text;
+        std::vector<double> numbers;
+    } cases[] = {
+        {" 1,2 3 ,, 4", {1, 2, 3, 4}},
+        {"1;2", {1}},
+        {"1-2.5.5", {1, -2.5, .5}},
+        {"1,\t\r\n ,2,", {1, 2}},
+        {"1\v2", {1, 2}}, // Skipped in front of the number, where a comma may not follow it.
+        {"1\v,2", {1}},
+        {",1", {}},
+        {"1 2e 3", {1}},
+        {"", {}},
+        {" ", {}},
+    };
+    for (const auto& [text, numbers] : cases) {
+        EXPECT_EQ(SVGParser().ParsePathCommandArguments(text), numbers) << text;
+    }
+}
+
+TEST(PathCommandIsRelative, KnowsTheLowerCaseLetters) {
+    std::string relative;
+    for (int c = 0; c < 256; ++c) {
+        if (SVGParser().PathCommandIsRelative(static_cast<char>(c))) relative += static_cast<char>(c);
+    }
+    EXPECT_EQ(relative, "achlmqstvz");
+}
