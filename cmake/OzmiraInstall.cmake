@@ -24,9 +24,9 @@ install(EXPORT OzmiraTargets NAMESPACE Ozmira:: DESTINATION "${package_dir}")
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/Ozmira" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 if(NOT APPLE)
   install(DIRECTORY "${PROJECT_SOURCE_DIR}/platform/include/" DESTINATION "${platform_include_dir}")
-  target_include_directories(ozmira_coregraphics SYSTEM INTERFACE "$<INSTALL_INTERFACE:${platform_include_dir}>")
+  target_include_directories(ozmira_coregraphics INTERFACE "$<INSTALL_INTERFACE:${platform_include_dir}>")
   if(OZMIRA_BUILD_API)
-    target_include_directories(ozmira_objc SYSTEM INTERFACE "$<INSTALL_INTERFACE:${platform_include_dir}>")
+    target_include_directories(ozmira_objc INTERFACE "$<INSTALL_INTERFACE:${platform_include_dir}>")
   endif()
 endif()
 
@@ -37,5 +37,10 @@ install(FILES "${PROJECT_BINARY_DIR}/OzmiraConfig.cmake" "${PROJECT_BINARY_DIR}/
 
 # The prefix is found from the file's own place, so that the installed tree can be moved.
 file(RELATIVE_PATH prefix_from_pc "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
+string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
+set(pc_platform_libs "-lozmira_coregraphics -lhwy")
+if(APPLE)
+  set(pc_platform_libs "-framework CoreGraphics")
+endif()
 configure_file(cmake/ozmira.pc.in ozmira.pc @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/ozmira.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -42,3 +42,9 @@ if(OZMIRA_SANITIZE)
   add_compile_options(-fsanitize=${OZMIRA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -g)
   add_link_options(-fsanitize=${OZMIRA_SANITIZE})
 endif()
+
+if(OZMIRA_BUILD_FUZZERS)
+  # Fuzzers see which branches of the libraries an input takes.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_link_options(-fsanitize=fuzzer-no-link)
+endif()

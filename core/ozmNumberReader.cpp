@@ -22,7 +22,7 @@ double ConvertDecimalText(StringView text) {
     return StrtodInCLocale(text);
 }
 
-const char* ReadAnyScientificNumber(const char* p, const char* end, double& value) {
+const char* ReadScientificNumber(const char* p, const char* end, double& value) {
     p = SkipWhitespace(p, end);
     const bool hasSign = p != end && (*p == '-' || *p == '+');
     const DecimalDigits digits = ScanDecimalDigits(hasSign ? p + 1 : p, end);

@@ -19,12 +19,6 @@ inline const char* SkipWhitespace(const char* p, const char* end) {
 
 /// What stands between two numbers of an argument list: whitespace and at most one comma.
 inline const char* SkipSeparator(const char* p, const char* end) {
-    if (end - p >= 2) {
-        // Mostly one character or none. Which of the two cannot be predicted, so that no branch depends on it.
-        const bool isSeparated = (*p == ' ') | (*p == ',');
-        const char next = p[isSeparated];
-        if (!IsWhitespace(next) && next != ',') return p + isSeparated;
-    }
     p = SkipWhitespace(p, end);
     return p != end && *p == ',' ? SkipWhitespace(p + 1, end) : p;
 }
@@ -45,29 +39,6 @@ constexpr uint64_t ValueOfEightDigits(uint64_t digits) {
     return ((digits & kEveryFourthByte) * (100 + (uint64_t{1000000} << 32)) +
             ((digits >> 16) & kEveryFourthByte) * (1 + (uint64_t{10000} << 32))) >>
            32;
-}
-
-/// Scans digits with an optional point like `ScanDecimalDigits`, but without loops and branches, when they end
-/// within the eight characters at `p`, as nearly all numbers of drawings do. `end` is null when they do not.
-inline DecimalDigits ScanShortDecimalDigits(const char* p) {
-    constexpr uint64_t kEveryByte = 0x0101010101010101;
-    uint64_t text;
-    std::memcpy(&text, p, sizeof text);
-    // Digits become 0 to 9. The lowest bit that is set in `others` belongs to the first other character; carries
-    // only reach bytes behind it.
-    const uint64_t digits = text ^ (kEveryByte * '0');
-    const uint64_t others = ((digits + kEveryByte * (0x80 - 10)) | digits) & (kEveryByte * 0x80);
-    const int integerBits = std::countr_zero(others) & 0x38;
-    const bool hasPoint = ((text >> integerBits) & 0xFF) == '.';
-    const uint64_t othersBehind = others & (others - hasPoint);
-    const int bits = std::countr_zero(othersBehind) & 0x38;
-    const int digitBits = bits - 8 * hasPoint;
-    // Close the gap that the point leaves, then move the last digit into the highest byte.
-    const uint64_t integerMask = (uint64_t{1} << integerBits) - 1;
-    const uint64_t joined = (digits & integerMask) | ((digits >> (8 * hasPoint)) & ~integerMask);
-    const uint64_t aligned = joined << (-digitBits & 0x3F);
-    return {othersBehind != 0 ? p + bits / 8 : nullptr, ValueOfEightDigits(aligned), digitBits / 8,
-            (digitBits - integerBits) / 8};
 }
 
 inline DecimalDigits ScanDecimalDigits(const char* p, const char* end) {
@@ -91,15 +62,13 @@ inline DecimalDigits ScanDecimalDigits(const char* p, const char* end) {
 /// Converts a decimal number of any length, `[sign] digits [. digits] [e [sign] digits]`, correctly rounded.
 double ConvertDecimalText(StringView text);
 
-// 10^0 to 10^22, the powers of ten that are exact.
-inline constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                              1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                              1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
 /// Converts scanned digits scaled by 10^exponent; `text` is the whole number, sign included.
 inline double ConvertDecimal(const DecimalDigits& digits, int64_t exponent, StringView text) {
     // Clinger's fast path ("How to Read Floating Point Numbers Accurately", 1990): when significand and power
     // of ten are both exact doubles, one operation rounds once. 19 digits fit into 64 bits.
+    static constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                              1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                              1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
     const int64_t power = exponent - digits.fractionDigits;
     if (digits.count <= 19 && digits.significand <= (uint64_t{1} << 53) && power >= -22 && power <= 22) {
         const double value = static_cast<double>(static_cast<int64_t>(digits.significand));
@@ -146,22 +115,67 @@ inline const char* ReadDecimal(const char* p, const char* end, double& value) {
 }
 
 /// Reads what `ScanScientificNumber` scans, leading whitespace included.
-const char* ReadAnyScientificNumber(const char* p, const char* end, double& value);
+const char* ReadScientificNumber(const char* p, const char* end, double& value);
 
-/// As `ReadAnyScientificNumber`; made for numbers that stand in the middle of text.
-[[gnu::always_inline]] inline const char* ReadScientificNumber(const char* p, const char* end, double& value) {
-    if (std::endian::native == std::endian::little && end - p > 8) {
-        const bool isNegative = *p == '-';
-        const DecimalDigits digits = ScanShortDecimalDigits(p + isNegative);
-        if (digits.end && digits.count != 0 && (*digits.end | 0x20) != 'e') {
-            // Both are exact, so that the division rounds once.
-            const double magnitude = static_cast<double>(static_cast<int32_t>(digits.significand)) /
-                                     kPowersOfTen[digits.fractionDigits];
-            value = isNegative ? -magnitude : magnitude;
-            return digits.end;
+inline uint64_t LoadEightCharacters(const char* p) {
+    uint64_t text;
+    std::memcpy(&text, p, sizeof text);
+    return text;
+}
+
+/// Reads an optional "-" and digits with an optional point, and steps over one blank or comma behind them, without
+/// loops and without branches that depend on the number. Null, for a slower reader to decide, when it takes up more
+/// than seven characters behind the sign, when an exponent follows, or when there is none. Eleven characters have
+/// to be readable. All steps from one number to the next depend on each other, so their order is for latency.
+[[gnu::always_inline]] inline const char* ReadShortListNumber(const char* p, double& value) {
+    constexpr uint64_t kEveryByte = 0x0101010101010101;
+    const bool isNegative = *p == '-';
+    const uint64_t unsignedText = LoadEightCharacters(p);
+    const uint64_t signedText = LoadEightCharacters(p + 1);
+    const uint64_t text = isNegative ? signedText : unsignedText;
+
+    // Marks characters in the highest bit of their byte. Carries and borrows only reach bytes behind the first
+    // character that ends the number. Digits become 0 to 9.
+    const uint64_t digits = text ^ (kEveryByte * '0');
+    const uint64_t points = text ^ (kEveryByte * '.');
+    const uint64_t isPoint = (points - kEveryByte) & ~points & (kEveryByte * 0x80);
+    const uint64_t isOther = ((digits + kEveryByte * (0x80 - 10)) | digits) & (kEveryByte * 0x80);
+    const uint64_t isFirstPoint = isPoint & (~isPoint + 1);
+    const uint64_t isEnd = isOther ^ isFirstPoint;
+    if (isEnd == 0) return nullptr;
+    const auto bits = static_cast<size_t>(std::countr_zero(isEnd)) & 0x38;
+    const char last = static_cast<char>(text >> bits);
+    const bool isSeparated = (last == ' ') | (last == ',');
+    const char* const end = p + isNegative + bits / 8 + isSeparated;
+
+    // Close the gap that a point leaves, then move the last digit into the highest byte.
+    const uint64_t isWithin = (isEnd ^ (isEnd - 1)) >> 8;
+    const uint64_t point = isFirstPoint & isWithin;
+    const uint64_t integerMask = (point >> 7) - 1;
+    const uint64_t joined = (digits & integerMask) | ((digits >> 8) & ~integerMask);
+    const size_t digitBits = bits - 8 * (point != 0);
+    if (digitBits == 0 || (last | 0x20) == 'e') return nullptr;
+    const uint64_t significand = ValueOfEightDigits(joined << (64 - digitBits));
+
+    // Both are exact, so that the division rounds once.
+    static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                         -1e0, -1e1, -1e2, -1e3, -1e4, -1e5, -1e6, -1e7};
+    const size_t integerBits = static_cast<size_t>(std::countr_zero(point | isEnd)) & 0x38;
+    const size_t fractionDigits = (digitBits - integerBits) / 8;
+    value = static_cast<double>(static_cast<int32_t>(significand)) / kPowers[8 * isNegative + fractionDigits];
+    return end;
+}
+
+/// As `ReadScientificNumber`, and skips what separates the number from the next one of a list.
+[[gnu::always_inline]] inline const char* ReadListNumber(const char* p, const char* end, double& value) {
+    if (std::endian::native == std::endian::little && end - p > 10) {
+        if (const char* const next = ReadShortListNumber(p, value)) {
+            const auto first = static_cast<unsigned char>(*next);
+            if (first > ' ' && first != ',') return next;
         }
     }
-    return ReadAnyScientificNumber(p, end, value);
+    const char* const next = ReadScientificNumber(p, end, value);
+    return next ? SkipSeparator(next, end) : nullptr;
 }
 
 } // namespace ozm

@@ -3,6 +3,7 @@
 #include "ozmNumberReader.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace ozm {
 namespace {
@@ -36,14 +37,42 @@ size_t CountLetters(StringView text) {
     return count;
 }
 
+/// Room for the numbers of one command. Nearly always they fit in place.
+class ArgumentList {
+public:
+    size_t Count() const { return m_count; }
+    double operator[](size_t index) const { return m_first[index]; }
+    void Clear() { m_count = 0; }
+
+    /// Room for `count` numbers behind the last one; `Grow` makes them part of the list.
+    double* Reserve(size_t count) {
+        if (m_capacity - m_count < count) MoveToHeap();
+        return m_first + m_count;
+    }
+    void Grow(size_t count) { m_count += count; }
+
+private:
+    void MoveToHeap() {
+        std::vector<double> larger(2 * m_capacity);
+        std::copy_n(m_first, m_count, larger.begin());
+        m_heap = std::move(larger);
+        m_first = m_heap.data();
+        m_capacity = m_heap.size();
+    }
+
+    double m_inPlace[64];
+    double* m_first = m_inPlace;
+    size_t m_count = 0;
+    size_t m_capacity = std::size(m_inPlace);
+    std::vector<double> m_heap;
+};
+
 /// Reads path data command by command, resolves each against the running current point and appends what it
 /// draws.
 class PathDataReader {
 public:
     PathDataReader(StringView text, std::vector<PathCommand>& commands)
-        : m_at(text.begin()), m_end(text.end()), m_commands(commands) {
-        m_arguments.reserve(64);
-    }
+        : m_at(text.begin()), m_end(text.end()), m_commands(commands) {}
 
     /// Stops at the first character that cannot begin a command.
     void ReadCommands() {
@@ -90,73 +119,82 @@ private:
     /// command has a loop of its own, a group long, because then the branch that ends it is seldom mispredicted.
     template <size_t GroupSize>
     bool ReadArguments() {
-        m_arguments.clear();
+        m_arguments.Clear();
         const char* at = SkipWhitespace(m_at, m_end);
         for (;;) {
+            double* const group = m_arguments.Reserve(GroupSize);
             for (size_t i = 0; i < GroupSize; ++i) {
-                double number;
-                const char* next = nullptr;
-                if (at != m_end && !IsLetter(*at)) next = ReadScientificNumber(at, m_end, number);
+                const bool isLetter = at == m_end || IsLetter(*at);
+                const char* const next = isLetter ? nullptr : ReadListNumber(at, m_end, group[i]);
                 if (!next) {
                     m_at = at;
-                    return i == 0 && !m_arguments.empty();
+                    return i == 0 && m_arguments.Count() != 0;
                 }
-                m_arguments.push_back(number);
-                at = SkipSeparator(next, m_end);
+                at = next;
             }
+            m_arguments.Grow(GroupSize);
         }
     }
 
-    Point PointAt(size_t index) const {
-        const Point point{m_arguments[index], m_arguments[index + 1]};
-        return m_isRelative ? Point{m_current.x + point.x, m_current.y + point.y} : point;
+    /// What the coordinates of a group are relative to. Adding -0 leaves every number as it is, -0 included.
+    Point Origin() const { return m_isRelative ? m_current : Point{-0.0, -0.0}; }
+
+    Point PointAt(size_t index, Point origin) const {
+        return {origin.x + m_arguments[index], origin.y + m_arguments[index + 1]};
     }
 
-    std::vector<Point>& AppendLineTo(size_t count) {
+    /// A new command of `count` points that are still to be set.
+    Point* AppendLineTo(size_t count) {
         std::vector<Point>& points = m_commands.emplace_back(PathCommand::Type::LineTo).points;
-        points.reserve(count);
-        return points;
+        points.resize(count);
+        return points.data();
+    }
+
+    BezierCurve* AppendCurveTo(size_t count) {
+        std::vector<BezierCurve>& curves = m_commands.emplace_back(PathCommand::Type::CurveTo).curves;
+        curves.resize(count);
+        return curves.data();
     }
 
     void AppendMove() {
-        m_current = PointAt(0);
+        m_current = PointAt(0, Origin());
         m_commands.emplace_back(PathCommand::Type::MoveTo).point = m_current;
-        for (size_t i = 2; i < m_arguments.size(); i += 2) {
-            m_current = PointAt(i);
-            AppendLineTo(1).push_back(m_current);
+        for (size_t i = 2; i < m_arguments.Count(); i += 2) {
+            m_current = PointAt(i, Origin());
+            *AppendLineTo(1) = m_current;
         }
     }
 
     void AppendLines() {
-        std::vector<Point>& points = AppendLineTo(m_arguments.size() / 2);
-        for (size_t i = 0; i < m_arguments.size(); i += 2) {
-            m_current = PointAt(i);
-            points.push_back(m_current);
+        Point* point = AppendLineTo(m_arguments.Count() / 2);
+        for (size_t i = 0; i < m_arguments.Count(); i += 2) {
+            m_current = PointAt(i, Origin());
+            *point++ = m_current;
         }
     }
 
     void AppendHorizontalLines() {
-        std::vector<Point>& points = AppendLineTo(m_arguments.size());
-        for (const double x : m_arguments) {
-            m_current.x = m_isRelative ? m_current.x + x : x;
-            points.push_back(m_current);
+        Point* point = AppendLineTo(m_arguments.Count());
+        for (size_t i = 0; i < m_arguments.Count(); ++i) {
+            m_current.x = Origin().x + m_arguments[i];
+            *point++ = m_current;
         }
     }
 
     void AppendVerticalLines() {
-        std::vector<Point>& points = AppendLineTo(m_arguments.size());
-        for (const double y : m_arguments) {
-            m_current.y = m_isRelative ? m_current.y + y : y;
-            points.push_back(m_current);
+        Point* point = AppendLineTo(m_arguments.Count());
+        for (size_t i = 0; i < m_arguments.Count(); ++i) {
+            m_current.y = Origin().y + m_arguments[i];
+            *point++ = m_current;
         }
     }
 
     void AppendCurves() {
-        std::vector<BezierCurve>& curves = m_commands.emplace_back(PathCommand::Type::CurveTo).curves;
-        curves.reserve(m_arguments.size() / 6);
-        for (size_t i = 0; i < m_arguments.size(); i += 6) {
-            curves.push_back({PointAt(i + 4), PointAt(i), PointAt(i + 2)});
-            m_current = curves.back().end;
+        BezierCurve* curve = AppendCurveTo(m_arguments.Count() / 6);
+        for (size_t i = 0; i < m_arguments.Count(); i += 6) {
+            const Point origin = Origin();
+            m_current = PointAt(i + 4, origin);
+            *curve++ = {m_current, PointAt(i, origin), PointAt(i + 2, origin)};
         }
     }
 
@@ -166,12 +204,13 @@ private:
             !m_commands.back().curves.empty()) {
             control1 = Reflect(m_commands.back().curves.back().control2);
         }
-        std::vector<BezierCurve>& curves = m_commands.emplace_back(PathCommand::Type::CurveTo).curves;
-        curves.reserve(m_arguments.size() / 4);
-        for (size_t i = 0; i < m_arguments.size(); i += 4) {
-            curves.push_back({PointAt(i + 2), control1, PointAt(i)});
-            m_current = curves.back().end;
-            control1 = Reflect(curves.back().control2);
+        BezierCurve* curve = AppendCurveTo(m_arguments.Count() / 4);
+        for (size_t i = 0; i < m_arguments.Count(); i += 4) {
+            const Point origin = Origin();
+            const Point control2 = PointAt(i, origin);
+            m_current = PointAt(i + 2, origin);
+            *curve++ = {m_current, control1, control2};
+            control1 = Reflect(control2);
         }
     }
 
@@ -180,7 +219,7 @@ private:
     const char* m_at;
     const char* const m_end;
     std::vector<PathCommand>& m_commands;
-    std::vector<double> m_arguments; ///< Of the command at hand.
+    ArgumentList m_arguments; ///< Of the command at hand.
     Point m_current{0, 0};
     bool m_isRelative = false;
 };

@@ -48,8 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     // A document of negative size can ask for any number of pixels.
     const CGSize pixels = renderer.imageSizeFitToSize(wanted, 1);
     if (pixels.width * pixels.height > 1e6) return 0;
-    const CGImageRef image =
-        renderer.createCGImageFitToSize(wanted, 1, ozm::kRenderingStateDefault, nullptr);
+    const CGImageRef image = renderer.createCGImageFitToSize(wanted, 1, ozm::kRenderingStateDefault, nullptr);
     if (!image) return 0;
     CheckPixels(image);
     CGImageRelease(image);

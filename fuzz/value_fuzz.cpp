@@ -3,6 +3,7 @@
 
 #include <Ozmira/SVG/ozmSVGParser.h>
 
+#include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cstddef>
@@ -10,6 +11,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <utility>
 
 using namespace ozm;
 

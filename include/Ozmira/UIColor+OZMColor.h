@@ -23,8 +23,8 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 
 #ifdef __cplusplus
-/// Components of a colour of any space but patterns; all zero for NULL. Those of device RGB are taken as they are,
-/// those of other spaces as Core Image reads them.
+/// Components of a colour of any space but patterns; all zero for NULL. Those of device RGB are taken as they
+/// are, those of other spaces as Core Image reads them.
 OZMColor OZMColorFromCGColor(CGColorRef _Nullable color);
 #endif
 

@@ -29,6 +29,7 @@ __attribute__((constructor(101))) void useFoundationOnce() {
     const __lsan::ScopedDisabler disabler;
     id const pool = send(objc_getClass("NSAutoreleasePool"), "new");
     send(objc_getClass("NSMutableDictionary"), "dictionary");
+    send(objc_getClass("NSUserDefaults"), "standardUserDefaults");
     send(pool, "drain");
 }
 

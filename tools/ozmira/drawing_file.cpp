@@ -29,9 +29,9 @@ std::string DescribePlace(std::string_view text, size_t offset) {
 
 /// What the text is when its first bytes show that it is no UTF-8 text; empty when they do not.
 std::string RecogniseForeignFormat(std::string_view text) {
-    if (text.starts_with("\x1F\x8B")) return "is compressed; unpack it first, for example with gunzip";
+    if (text.starts_with("\x1F\x8B")) return "compressed; unpack it first, for example with gunzip";
     if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) {
-        return "is UTF-16 text; convert it to UTF-8 first, for example with iconv";
+        return "UTF-16 text; convert it to UTF-8 first, for example with iconv";
     }
     return {};
 }
@@ -61,9 +61,9 @@ Drawing ReadDrawing(const std::string& path) {
 std::string WhyNothingToDraw(const std::string& text) {
     // The parser reads up to the first NUL.
     const std::string_view read = text.c_str();
-    if (text.empty()) return "is empty";
+    if (text.empty()) return "empty; is it the right file?";
     if (const std::string format = RecogniseForeignFormat(text); !format.empty()) return format;
-    if (read.empty()) return "is not XML: it begins with a NUL byte";
+    if (read.empty()) return "not XML: it begins with a NUL byte; is it the right file?";
     if (NestsDeeperThan(text.c_str(), kMaximumNestingDepth)) {
         return "nests elements deeper than " + FormatCount(kMaximumNestingDepth) +
                " levels; take out groups that hold one group only";
@@ -76,7 +76,8 @@ std::string WhyNothingToDraw(const std::string& text) {
         return DescribeTopElement(xml);
     } catch (const rapidxml::parse_error& error) {
         const auto offset = static_cast<size_t>(error.where<char>() - copy.data());
-        return "is not well-formed XML: " + std::string(error.what()) + " at " + DescribePlace(read, offset);
+        return "not well-formed XML: " + std::string(error.what()) + " at " + DescribePlace(read, offset) +
+               "; correct it there";
     }
 }
 

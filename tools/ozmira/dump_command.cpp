@@ -42,7 +42,7 @@ int Dump(const DumpOptions& options) {
     } else {
         WriteText(output, *drawing.document);
         if (drawing.document->elements.empty()) {
-            output.Write("(the file " + WhyNothingToDraw(drawing.text) + ")\n");
+            output.Write("(" + WhyNothingToDraw(drawing.text) + ")\n");
         }
     }
     output.Flush();
@@ -54,7 +54,9 @@ int Dump(const DumpOptions& options) {
 void AddDumpCommand(CLI::App& tool, Action& action) {
     const auto options = std::make_shared<DumpOptions>();
     CLI::App* const command = tool.add_subcommand("dump", "Print the document that a file is read into");
-    command->add_option("FILE", options->file, "File to read; - is standard input")->required();
+    command->add_option("FILE", options->file, "File to read; - is standard input")
+        ->required()
+        ->type_name("");
     command->add_flag("--json", options->json, "Print JSON instead of a tree");
     command->footer(kFooter);
     command->callback([options, &action] { action = [options] { return Dump(*options); }; });

@@ -24,12 +24,13 @@ struct InfoOptions {
 };
 
 constexpr const char* kFooter =
-    R"(Lists under "ignored" what a file uses that is not drawn, such as text or arcs in paths.
+    R"(Under "ignored" stands what a file uses and is not drawn, such as text or arcs
+in paths; under "missing" the ids that references name and no element has.
 
 Examples:
   ozmira info icon.svg
   ozmira info --json icons/*.svg      One JSON array, for other programs
-  curl -s https://example.org/a.svg | ozmira info -
+  unzip -p icons.zip a.svg | ozmira info -
 )";
 
 /// The kinds of elements that a document has, with their numbers, calling visit(name, count).
@@ -163,7 +164,9 @@ void AddInfoCommand(CLI::App& tool, Action& action) {
     const auto options = std::make_shared<InfoOptions>();
     CLI::App* const command =
         tool.add_subcommand("info", "Say what files hold: size, elements, what is not drawn");
-    command->add_option("FILE", options->files, "Files to read; - is standard input")->required();
+    command->add_option("FILE", options->files, "Files to read; - is standard input")
+        ->required()
+        ->type_name("");
     command->add_flag("--json", options->json, "Print JSON");
     command->footer(kFooter);
     command->callback([options, &action] { action = [options] { return Info(*options); }; });

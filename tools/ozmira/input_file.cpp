@@ -19,13 +19,13 @@ constexpr size_t kSmallestRead = size_t{64} << 10;
 [[noreturn]] void ThrowSystemError() {
     switch (errno) {
     case ENOENT: throw FileError("no such file; check the name");
-    case EISDIR: throw FileError("is a folder; name the files in it (render walks folders by itself)");
+    case EISDIR: throw FileError("a folder; name the files in it (render walks folders by itself)");
     default: throw FileError("cannot be read: " + DescribeError(errno));
     }
 }
 
 [[noreturn]] void ThrowTooLarge() {
-    throw FileError("is larger than " + FormatCount(kMaximumFileSize >> 20) +
+    throw FileError("larger than " + FormatCount(kMaximumFileSize >> 20) +
                     " MB, the most that is read; split the drawing");
 }
 

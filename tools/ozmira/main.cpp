@@ -47,7 +47,7 @@ int PrintAnswer(const CLI::App& tool, const CLI::Success& request) {
 
 int Run(CLI::App& tool, int argumentCount, char** arguments) {
     Action action;
-    tool.require_subcommand(1);
+    tool.require_subcommand(0, 1);
     tool.set_version_flag("--version", "ozmira " OZMIRA_TOOL_VERSION, "Print the version and exit");
     tool.footer(kFooter);
     AddRenderCommand(tool, action);
@@ -55,6 +55,7 @@ int Run(CLI::App& tool, int argumentCount, char** arguments) {
     AddDumpCommand(tool, action);
     try {
         tool.parse(argumentCount, arguments);
+        if (!action) throw UsageError("a command is missing: render, info or dump");
         return action();
     } catch (const CLI::Success& request) {
         return PrintAnswer(tool, request);

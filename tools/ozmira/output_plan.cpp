@@ -41,7 +41,8 @@ class FolderWalk {
 public:
     explicit FolderWalk(const fs::path& root) : m_root(root) {
         Enter(root);
-        if (m_sources.empty()) m_sources.push_back({root.string(), {}, "is a folder without .svg files"});
+        if (m_sources.empty())
+            m_sources.push_back({root.string(), {}, "a folder without .svg files; name one that has some"});
     }
 
     std::vector<Source> TakeSources() { return std::move(m_sources); }

@@ -41,21 +41,24 @@ struct RenderOptions {
     bool quiet = false;
 };
 
-constexpr const char* kFooter =
-    R"(Pictures are called NAME.png at scale 1, NAME@2x.png at scale 2, and so on. They appear whole or not at
-all and replace pictures of the same name. Without -o they go into the current folder, the picture of
-standard input alone (-) to standard output. A DIR is made where it is missing. The sub-folders of a folder
-that is drawn are kept below DIR. -o is taken as DIR when it ends in / or is a folder, and for several
-ICONs or a folder of them; otherwise as the name of the picture, FILE, or with several scales as FILE, FILE@2x.
+constexpr const char* kFooter = R"(Pictures are called NAME.png at scale 1, NAME@2x.png at scale 2 and so on.
+They appear whole or not at all, and replace pictures of the same name. Without
+-o they go into the current folder, but the picture of standard input alone (-)
+goes to standard output. -o names a folder, DIR, when it ends in / or is one,
+and for several ICONs or a folder of them; else the picture itself, FILE.png,
+with several scales FILE.png, FILE@2x.png and so on. A DIR is made where it is
+missing; the sub-folders of a folder that is drawn are kept below it.
 
-A picture has at most 32,767 pixels on a side and 100,000,000 in all. Files over 64 MB, and drawings whose
-references form a cycle or multiply into more than 10,000,000 elements, are refused.
+A picture has at most 32,767 pixels on a side and 100,000,000 in all. Files of
+more than 64 MB, and drawings whose references form a cycle or multiply into
+more than 10,000,000 elements, are refused.
 
 Exit status: 0 all drawn, 1 some could not be drawn, 2 wrong usage.
 
 Examples:
-  ozmira render icon.svg                            icon.png in the drawing's own size
-  ozmira render icon.svg --width 24 --scale 1,2,3   icon.png, icon@2x.png, icon@3x.png: 24, 48, 72 pixels
+  ozmira render icon.svg                  icon.png in the drawing's own size
+  ozmira render icon.svg --width 24 --scale 1,2,3
+                                          icon.png, icon@2x.png, icon@3x.png
   ozmira render icons/ -o pictures/ --fill steelblue
   ozmira render *.svg -o pictures/ -j 4 --quiet
   ozmira render - < icon.svg > icon.png
@@ -194,29 +197,21 @@ int Render(const RenderOptions& options) {
 void AddRenderCommand(CLI::App& tool, Action& action) {
     const auto options = std::make_shared<RenderOptions>();
     CLI::App* const command = tool.add_subcommand("render", "Draw files as PNG pictures");
-    command->add_option("ICON", options->icons, "Files or folders to draw; - is standard input")->required();
-    command
-        ->add_option("-o,--output", options->output,
-                     "Where pictures go: FILE, DIR/, or - for standard output")
+    command->add_option("ICON", options->icons, "Files or folders to draw; - is standard input")
+        ->required()
+        ->type_name("");
+    command->add_option("-o,--output", options->output, "Where to: FILE, DIR/, or - for standard output")
         ->type_name("PATH");
-    command->add_option("--width", options->width, "Largest width in points; the proportions are kept")
+    command->add_option("--width", options->width, "Largest width in points; proportions are kept")
         ->type_name("W");
     command->add_option("--height", options->height, "Largest height in points")->type_name("H");
-    command
-        ->add_option("--scale", options->scale,
-                     "Pixels per point, from 0.01 to 100; several make a picture each")
+    command->add_option("--scale", options->scale, "Pixels per point, 0.01 to 100, one picture each")
         ->type_name("LIST")
         ->capture_default_str();
-    command
-        ->add_option("--fill", options->fill,
-                     "Colour of what has no fill of its own: #rgb, #rrggbb, rgb(), a name")
+    command->add_option("--fill", options->fill, "Fill of what has none: #rgb, #rrggbb, rgb(), name")
         ->type_name("COLOR");
-    command->add_flag("--debug-frames", options->debugFrames,
-                      "Draw a green frame around the drawing, a blue one "
-                      "around the picture");
-    command
-        ->add_option("-j,--jobs", options->jobs,
-                     "Number of threads, from 1 to 256; by default one for each core")
+    command->add_flag("--debug-frames", options->debugFrames, "Frame drawing (green) and picture (blue)");
+    command->add_option("-j,--jobs", options->jobs, "Threads, 1 to 256; one for each core if absent")
         ->type_name("N");
     command->add_flag("-q,--quiet", options->quiet, "Print problems only");
     command->footer(kFooter);

@@ -1,0 +1,23 @@
+// The loaded form of an OZMDocument.
+#pragma once
+
+#include "OZMDocumentState.h"
+
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+/// Owns the parsed content of one file.
+@interface OZMConcreteDocument : NSObject {
+@private
+    OZMDocumentState _documentState;
+}
+/// Parses the file at the URL's path; nil when it can't be opened.
+- (nullable instancetype)initWithContentsOfURL:(NSURL*)url NS_DESIGNATED_INITIALIZER;
+- (instancetype)init NS_UNAVAILABLE;
+
+/// Borrowed: valid as long as the receiver lives.
+- (OZMDocumentState*)documentState;
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <Ozmira/OZMCoreGraphicsRenderer.h>
+#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmLog.h>
+
+#include <memory>
+
+/// A parsed file and what belongs to it.
+struct OZMDocumentState {
+    std::unique_ptr<ozm::Document> m_document;
+    ozm::CoreGraphicsRenderer m_renderer; ///< Bound to `m_document`.
+    std::unique_ptr<ozm::Log> m_log;
+};

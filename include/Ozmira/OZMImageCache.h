@@ -1,0 +1,56 @@
+// The process-wide cache of rendered images.
+#pragma once
+
+#import <Foundation/Foundation.h>
+#import <Ozmira/UIColor+OZMColor.h>
+#import <UIKit/UIKit.h>
+
+#include <stdint.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+/// What an image was rendered from.
+typedef struct OZMImageCacheKeyImpl {
+    uint64_t urlHash;
+    CGSize imageSize;
+    double scale;
+    OZMColor fillColor;
+} OZMImageCacheKeyImpl;
+
+/// Identifies a rendered image: the file, the requested size, the scale and the default fill colour.
+/// Immutable.
+@interface OZMImageCacheKey : NSObject {
+@private
+    NSURL* _url;
+    OZMImageCacheKeyImpl _impl;
+}
+/// `size` is the requested size in points, before it is fitted; `scale` is in pixels per point. No colour
+/// counts as transparent black.
+- (instancetype)initWithURL:(NSURL*)url
+                  imageSize:(CGSize)size
+                      scale:(CGFloat)scale
+                  fillColor:(nullable UIColor*)color NS_DESIGNATED_INITIALIZER;
+- (instancetype)init NS_UNAVAILABLE;
+
+@property (nonatomic, readonly) NSURL* url;
+@end
+
+/// Keeps rendered images until memory runs short. Every method may be called on any thread.
+@interface OZMImageCache : NSObject {
+@private
+    NSCache<OZMImageCacheKey*, UIImage*>* _cache;
+}
+/// The cache that documents use, made on first use and kept for the life of the process.
++ (OZMImageCache*)sharedImageCache;
+
+/// The image stored under an equal key; nil without one.
+- (nullable UIImage*)imageForKey:(OZMImageCacheKey*)key;
+/// Stores an image, in place of an earlier one. Nothing is stored without an image or a key.
+- (void)setImage:(UIImage*)image forKey:(OZMImageCacheKey*)key;
+/// Drops all images. Images that callers hold stay valid.
+- (void)purgeCache;
+/// Purges the cache; called for `UIApplicationDidReceiveMemoryWarningNotification`.
+- (void)applicationDidReceiveMemoryWarning:(nullable NSNotification*)note;
+@end
+
+NS_ASSUME_NONNULL_END

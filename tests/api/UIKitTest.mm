@@ -1,0 +1,153 @@
+// Colours, images and the screen.
+#include "ApiTestSupport.h"
+
+#import <CoreImage/CoreImage.h>
+#import <Ozmira/UIColor+OZMColor.h>
+#import <UIKit/UIKit.h>
+
+#include <spng.h>
+#include <vector>
+
+namespace {
+
+using UIKitTest = ApiTest;
+
+/// The core's view of a colour, for printing.
+std::vector<double> components(const ozm::Color& color) { return {color.r, color.g, color.b, color.a}; }
+
+TEST_F(UIKitTest, ColorsArriveInTheCore) {
+    const CGFloat white[] = {0.9, 1, 1};
+    struct {
+        const char* name;
+        CGColorRef color; // owned
+        std::vector<double> expected;
+    } const cases[] = {
+        {"device RGB",
+         CGColorRetain([UIColor colorWithRed:0.1 green:0.2 blue:0.3 alpha:0.4].CGColor),
+         {0.1, 0.2, 0.3, 0.4}},
+        {"out of range",
+         CGColorRetain([UIColor colorWithRed:-1 green:2 blue:0 alpha:1].CGColor),
+         {-1, 2, 0, 1}},
+        {"device gray",
+         CGColorRetain([UIColor colorWithWhite:0.25 alpha:0.5].CGColor),
+         {0.25, 0.25, 0.25, 0.5}},
+        {"generic gray", CGColorCreateGenericGray(0.75, 1), {0.75, 0.75, 0.75, 1}},
+        {"sRGB", CGColorCreateSRGB(0.1, 0.2, 0.3, 0.4), {0.1, 0.2, 0.3, 0.4}},
+        {"generic RGB", CGColorCreateGenericRGB(0.5, 0.6, 0.7, 0.8), {0.5, 0.6, 0.7, 0.8}},
+        {"calibrated RGB",
+         [&] {
+             CGColorSpaceRef space = CGColorSpaceCreateCalibratedRGB(white, nullptr, nullptr, nullptr);
+             const CGFloat values[] = {0.4, 0.3, 0.2, 0.1};
+             CGColorRef color = CGColorCreate(space, values);
+             CGColorSpaceRelease(space);
+             return color;
+         }(),
+         {0.4, 0.3, 0.2, 0.1}},
+        {"none", nullptr, {0, 0, 0, 0}},
+    };
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.name);
+        EXPECT_EQ(components(OZMColorFromCGColor(test.color)), test.expected);
+        EXPECT_EQ(components([[UIColor colorWithCGColor:test.color] ozm_color]), test.expected);
+        CIColor* const color = [CIColor colorWithCGColor:test.color];
+        EXPECT_EQ(components({color.red, color.green, color.blue, color.alpha}), test.expected);
+        CGColorRelease(test.color);
+    }
+}
+
+TEST_F(UIKitTest, ClassColors) {
+    EXPECT_EQ(components([UIColor.blackColor ozm_color]), (std::vector<double>{0, 0, 0, 1}));
+    EXPECT_EQ(components([UIColor.grayColor ozm_color]), (std::vector<double>{0.5, 0.5, 0.5, 1}));
+    EXPECT_EQ(components([UIColor.whiteColor ozm_color]), (std::vector<double>{1, 1, 1, 1}));
+    EXPECT_EQ(components([UIColor.clearColor ozm_color]), (std::vector<double>{0, 0, 0, 0}));
+    EXPECT_EQ(components([UIColor.redColor ozm_color]), (std::vector<double>{1, 0, 0, 1}));
+    EXPECT_EQ(components([UIColor.orangeColor ozm_color]), (std::vector<double>{1, 0.5, 0, 1}));
+}
+
+TEST_F(UIKitTest, EqualColorsHashEqually) {
+    UIColor* const color = [UIColor colorWithRed:0 green:0.5 blue:1 alpha:1];
+    UIColor* const same = [UIColor colorWithRed:-0.0 green:0.5 blue:1 alpha:1];
+    EXPECT_TRUE([color isEqual:same]);
+    EXPECT_EQ(color.hash, same.hash);
+    EXPECT_TRUE([color isEqual:[[color copy] autorelease]]);
+    for (id other in @[
+             [UIColor colorWithRed:0 green:0.5 blue:1 alpha:0.5], [UIColor colorWithWhite:0 alpha:1], @"color"
+         ])
+        EXPECT_FALSE([color isEqual:other]) << [[other description] UTF8String];
+    EXPECT_FALSE([UIColor.blackColor isEqual:[UIColor colorWithRed:0 green:0 blue:0 alpha:1]]);
+}
+
+TEST_F(UIKitTest, ScreenScaleCanBeSet) {
+    UIScreen* const screen = UIScreen.mainScreen;
+    EXPECT_EQ(screen.scale, 2);
+    screen.scale = 3;
+    EXPECT_EQ(UIScreen.mainScreen.scale, 3);
+    screen.scale = 2;
+}
+
+/// Four by two pixels, from top left: opaque red, half green, a quarter of blue, nothing; below black.
+CGImageRef createSampleImage() {
+    const Canvas canvas(4, 2);
+    CGContextRef context = canvas.context();
+    CGContextSetRGBFillColor(context, 0, 0, 0, 1);
+    CGContextFillRect(context, CGRectMake(0, 0, 4, 1));
+    CGContextSetRGBFillColor(context, 1, 0, 0, 1);
+    CGContextFillRect(context, CGRectMake(0, 1, 1, 1));
+    CGContextSetRGBFillColor(context, 0, 1, 0, 0.5);
+    CGContextFillRect(context, CGRectMake(1, 1, 1, 1));
+    CGContextSetRGBFillColor(context, 0, 0, 1, 0.25);
+    CGContextFillRect(context, CGRectMake(2, 1, 1, 1));
+    return CGBitmapContextCreateImage(context);
+}
+
+TEST_F(UIKitTest, ImageSizeIsInPointsAndUpright) {
+    CGImageRef pixels = createSampleImage();
+    struct {
+        UIImageOrientation orientation;
+        CGFloat scale;
+        CGSize expected;
+    } const cases[] = {
+        {UIImageOrientationUp, 1, {4, 2}},
+        {UIImageOrientationUp, 2, {2, 1}},
+        {UIImageOrientationDownMirrored, 1, {4, 2}},
+        {UIImageOrientationLeft, 2, {1, 2}},
+        {UIImageOrientationRightMirrored, 1, {2, 4}},
+        {UIImageOrientationUp, 0, {4, 2}},
+    };
+    for (const auto& test : cases) {
+        UIImage* const image = [UIImage imageWithCGImage:pixels
+                                                   scale:test.scale
+                                             orientation:test.orientation];
+        EXPECT_TRUE(CGSizeEqualToSize(image.size, test.expected))
+            << image.size.width << " " << image.size.height;
+        EXPECT_EQ(image.CGImage, pixels);
+        EXPECT_EQ(image.imageOrientation, test.orientation);
+    }
+    CGImageRelease(pixels);
+    EXPECT_EQ([UIImage imageWithCGImage:nullptr], nil);
+}
+
+TEST_F(UIKitTest, PNGHoldsPixelsAndResolution) {
+    CGImageRef pixels = createSampleImage();
+    NSData* const file = UIImagePNGRepresentation([UIImage imageWithCGImage:pixels
+                                                                      scale:2
+                                                                orientation:UIImageOrientationUp]);
+    CGImageRelease(pixels);
+
+    const std::unique_ptr<spng_ctx, void (*)(spng_ctx*)> decoder(spng_ctx_new(0), spng_ctx_free);
+    spng_set_png_buffer(decoder.get(), file.bytes, file.length);
+    spng_ihdr header{};
+    ASSERT_EQ(spng_get_ihdr(decoder.get(), &header), 0);
+    EXPECT_EQ(header.width, 4u);
+    EXPECT_EQ(header.height, 2u);
+    std::vector<uint8_t> decoded(32);
+    ASSERT_EQ(spng_decode_image(decoder.get(), decoded.data(), decoded.size(), SPNG_FMT_RGBA8, 0), 0);
+    EXPECT_EQ(decoded, (std::vector<uint8_t>{255, 0, 0, 255, 0, 255, 0, 128, 0, 0, 255, 64,  0, 0, 0, 0, //
+                                             0,   0, 0, 255, 0, 0,   0, 255, 0, 0, 0,   255, 0, 0, 0, 255}));
+    spng_phys resolution{};
+    ASSERT_EQ(spng_get_phys(decoder.get(), &resolution), 0);
+    EXPECT_EQ(resolution.ppu_x, 5669u); // 144 dpi
+    EXPECT_EQ(UIImagePNGRepresentation(nil), nil);
+}
+
+} // namespace
