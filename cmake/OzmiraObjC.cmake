@@ -4,17 +4,15 @@
 # ozmira_objc   the flags, headers and libraries that every Objective-C file needs
 
 # GCC's Objective-C++ knows neither @autoreleasepool nor nullability.
-foreach(language OBJC OBJCXX)
-  set(ozmira_compiler clang)
-  if(language STREQUAL OBJCXX)
-    set(ozmira_compiler clang++)
-  endif()
-  find_program(CMAKE_${language}_COMPILER NAMES ${ozmira_compiler} ${ozmira_compiler}-14
-    DOC "Compiler of the Objective-C layer: clang")
-  if(NOT CMAKE_${language}_COMPILER)
-    list(APPEND OZMIRA_API_MISSING clang)
-  endif()
-endforeach()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND CMAKE_C_COMPILER_ID STREQUAL "Clang")
+  set(ozmira_clang "${CMAKE_C_COMPILER}") # one compiler for all: sanitizers need that
+  set(ozmira_clangxx "${CMAKE_CXX_COMPILER}")
+endif()
+find_program(CMAKE_OBJC_COMPILER NAMES ${ozmira_clang} clang clang-14 DOC "Objective-C compiler: clang")
+find_program(CMAKE_OBJCXX_COMPILER NAMES ${ozmira_clangxx} clang++ clang++-14 DOC "Objective-C++ compiler: clang")
+if(NOT CMAKE_OBJC_COMPILER OR NOT CMAKE_OBJCXX_COMPILER)
+  list(APPEND OZMIRA_API_MISSING clang)
+endif()
 
 find_path(OZMIRA_GNUSTEP_INCLUDE_DIR Foundation/Foundation.h PATHS /usr/include/GNUstep NO_DEFAULT_PATH)
 find_library(OZMIRA_GNUSTEP_BASE_LIBRARY gnustep-base)

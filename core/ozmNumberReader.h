@@ -31,8 +31,8 @@ struct DecimalDigits {
     int64_t fractionDigits; ///< Digits after the point.
 };
 
-/// The value of eight decimal digits, one to a byte, the first one in the lowest byte. Adds up pairs, then pairs
-/// of pairs (Lemire, "Number Parsing at a Gigabyte per Second", 2021).
+/// The value of eight decimal digits, one to a byte, the first one in the lowest byte. Adds up pairs, then
+/// pairs of pairs (Lemire, "Number Parsing at a Gigabyte per Second", 2021).
 constexpr uint64_t ValueOfEightDigits(uint64_t digits) {
     constexpr uint64_t kEveryFourthByte = 0x000000FF000000FF;
     digits = digits * 10 + (digits >> 8);
@@ -123,10 +123,11 @@ inline uint64_t LoadEightCharacters(const char* p) {
     return text;
 }
 
-/// Reads an optional "-" and digits with an optional point, and steps over one blank or comma behind them, without
-/// loops and without branches that depend on the number. Null, for a slower reader to decide, when it takes up more
-/// than seven characters behind the sign, when an exponent follows, or when there is none. Eleven characters have
-/// to be readable. All steps from one number to the next depend on each other, so their order is for latency.
+/// Reads an optional "-" and digits with an optional point, and steps over one blank or comma behind them,
+/// without loops and without branches that depend on the number. Null, for a slower reader to decide, when it
+/// takes up more than seven characters behind the sign, when an exponent follows, or when there is none. Ten
+/// characters have to be readable. All steps from one number to the next depend on each other, so their order
+/// is for latency.
 [[gnu::always_inline]] inline const char* ReadShortListNumber(const char* p, double& value) {
     constexpr uint64_t kEveryByte = 0x0101010101010101;
     const bool isNegative = *p == '-';
@@ -134,8 +135,8 @@ inline uint64_t LoadEightCharacters(const char* p) {
     const uint64_t signedText = LoadEightCharacters(p + 1);
     const uint64_t text = isNegative ? signedText : unsignedText;
 
-    // Marks characters in the highest bit of their byte. Carries and borrows only reach bytes behind the first
-    // character that ends the number. Digits become 0 to 9.
+    // Marks characters in the highest bit of their byte. Carries and borrows only reach bytes behind the
+    // first character that ends the number. Digits become 0 to 9.
     const uint64_t digits = text ^ (kEveryByte * '0');
     const uint64_t points = text ^ (kEveryByte * '.');
     const uint64_t isPoint = (points - kEveryByte) & ~points & (kEveryByte * 0x80);
@@ -166,16 +167,19 @@ inline uint64_t LoadEightCharacters(const char* p) {
     return end;
 }
 
-/// As `ReadScientificNumber`, and skips what separates the number from the next one of a list.
-[[gnu::always_inline]] inline const char* ReadListNumber(const char* p, const char* end, double& value) {
-    if (std::endian::native == std::endian::little && end - p > 10) {
+/// As `ReadScientificNumber`, and skips with `skipSeparator(place, end)` what separates the number from the
+/// next one of a list: one blank or comma, perhaps more.
+template <typename SkipSeparator>
+[[gnu::always_inline]] inline const char* ReadListNumber(const char* p, const char* end, double& value,
+                                                         SkipSeparator skipSeparator) {
+    if (std::endian::native == std::endian::little && end - p >= 10) {
         if (const char* const next = ReadShortListNumber(p, value)) {
             const auto first = static_cast<unsigned char>(*next);
             if (first > ' ' && first != ',') return next;
         }
     }
     const char* const next = ReadScientificNumber(p, end, value);
-    return next ? SkipSeparator(next, end) : nullptr;
+    return next ? skipSeparator(next, end) : nullptr;
 }
 
 } // namespace ozm

@@ -116,7 +116,8 @@ private:
     }
 
     /// Reads all numbers behind a command's letter. True for a positive multiple of `GroupSize`. Each kind of
-    /// command has a loop of its own, a group long, because then the branch that ends it is seldom mispredicted.
+    /// command has a loop of its own, a group long, because then the branch that ends it is seldom
+    /// mispredicted.
     template <size_t GroupSize>
     bool ReadArguments() {
         m_arguments.Clear();
@@ -125,7 +126,8 @@ private:
             double* const group = m_arguments.Reserve(GroupSize);
             for (size_t i = 0; i < GroupSize; ++i) {
                 const bool isLetter = at == m_end || IsLetter(*at);
-                const char* const next = isLetter ? nullptr : ReadListNumber(at, m_end, group[i]);
+                const char* const next =
+                    isLetter ? nullptr : ReadListNumber(at, m_end, group[i], SkipSeparator);
                 if (!next) {
                     m_at = at;
                     return i == 0 && m_arguments.Count() != 0;
@@ -146,13 +148,13 @@ private:
     /// A new command of `count` points that are still to be set.
     Point* AppendLineTo(size_t count) {
         std::vector<Point>& points = m_commands.emplace_back(PathCommand::Type::LineTo).points;
-        points.resize(count);
+        points = std::vector<Point>(count);
         return points.data();
     }
 
     BezierCurve* AppendCurveTo(size_t count) {
         std::vector<BezierCurve>& curves = m_commands.emplace_back(PathCommand::Type::CurveTo).curves;
-        curves.resize(count);
+        curves = std::vector<BezierCurve>(count);
         return curves.data();
     }
 
@@ -236,15 +238,14 @@ void SVGParser::ParsePathData(StringView text, Path& path) {
 }
 
 std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {
-    const auto isSeparator = [](char c) { return c == ' ' || c == ',' || c == '\t' || c == '\n' || c == '\r'; };
+    const auto skipSeparators = [](const char* at, const char* end) {
+        return std::find_if_not(
+            at, end, [](char c) { return c == ' ' || c == ',' || c == '\t' || c == '\n' || c == '\r'; });
+    };
     std::vector<double> numbers;
     const char* at = text.begin();
-    const char* const end = text.end();
     double number;
-    while (const char* const next = ReadScientificNumber(at, end, number)) {
-        numbers.push_back(number);
-        at = std::find_if_not(next, end, isSeparator);
-    }
+    while ((at = ReadListNumber(at, text.end(), number, skipSeparators))) numbers.push_back(number);
     return numbers;
 }
 

@@ -114,6 +114,8 @@ public:
         }
     }
 
+    size_t PresentationAttributeCount() const { return static_cast<size_t>(std::popcount(m_present)); }
+
     StringView Declarations() const { return m_declarations; }
 
 private:
@@ -141,6 +143,7 @@ private:
 void SVGParser::ProcessStyleAttributes(Element& element, const XMLNode& node) {
     const StyleAttributes attributes(node);
     Style style;
+    style.properties.reserve(attributes.PresentationAttributeCount());
     attributes.ForEachPresentationAttribute([&](StylePropertyName name, StringView value) {
         if (name == StylePropertyName::Visibility) element.hidden = false;
         ApplyProperty(*this, name, value, element, style);

@@ -18,9 +18,17 @@ namespace {
 // Larger shapes are drawn in bands, so that the accumulator stays within 32 MB.
 constexpr int64_t kMaxCells = int64_t{8} << 20;
 
+// Not as a rectangle: at great distances origin and size do not add up to the far side. The path must not be empty.
 Bounds boundsOf(const PathData& path) {
-    const CGRect r = path.controlBounds();
-    return {r.origin.x, r.origin.y, r.origin.x + r.size.width, r.origin.y + r.size.height};
+    const CGPoint first = path.points().front();
+    Bounds b = {first.x, first.y, first.x, first.y};
+    for (const CGPoint& p : path.points()) {
+        b.x0 = p.x < b.x0 ? p.x : b.x0;
+        b.y0 = p.y < b.y0 ? p.y : b.y0;
+        b.x1 = p.x > b.x1 ? p.x : b.x1;
+        b.y1 = p.y > b.y1 ? p.y : b.y1;
+    }
+    return b;
 }
 
 Bounds grown(const Bounds& b, double by) { return {b.x0 - by, b.y0 - by, b.x1 + by, b.y1 + by}; }

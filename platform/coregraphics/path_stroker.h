@@ -114,28 +114,39 @@ private:
     void visibleLineTo(P to, bool smooth) {
         const P from = m_current, way = {to.x - from.x, to.y - from.y};
         double enter = 0, leave = 1;
-        const auto clip = [&](double start, double delta, double lo, double hi) {
+        P first = from, last = to;
+        const auto clip = [&](double P::*axis, double lo, double hi) {
+            const double start = from.*axis, delta = way.*axis;
             if (delta == 0) {
                 if (start < lo || start > hi) leave = -1;
                 return;
             }
-            const double a = (lo - start) / delta, b = (hi - start) / delta;
-            enter = std::max(enter, std::min(a, b));
-            leave = std::min(leave, std::max(a, b));
+            const double near = delta > 0 ? lo : hi, far = delta > 0 ? hi : lo;
+            const double t0 = (near - start) / delta, t1 = (far - start) / delta;
+            // The side itself, because at great distances the way times t does not hit it.
+            if (t0 > enter) {
+                enter = t0;
+                first = {from.x + way.x * t0, from.y + way.y * t0};
+                first.*axis = near;
+            }
+            if (t1 < leave) {
+                leave = t1;
+                last = {from.x + way.x * t1, from.y + way.y * t1};
+                last.*axis = far;
+            }
         };
-        clip(from.x, way.x, m_visible->x0, m_visible->x1);
-        clip(from.y, way.y, m_visible->y0, m_visible->y1);
+        clip(&P::x, m_visible->x0, m_visible->x1);
+        clip(&P::y, m_visible->y0, m_visible->y1);
         const double length = m_dasher.active() ? std::hypot(way.x, way.y) : 0;
         if (!(enter <= leave)) {
             cutOff(length);
             return;
         }
-        const auto at = [&](double t) { return P{from.x + way.x * t, from.y + way.y * t}; };
         if (enter > 0) {
             cutOff(length * enter);
-            m_current = at(enter);
+            m_current = first;
         }
-        append(leave < 1 ? at(leave) : to, smooth && leave >= 1);
+        append(last, smooth && leave >= 1);
         if (leave < 1) cutOff(length * (1 - leave));
     }
 

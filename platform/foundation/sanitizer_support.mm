@@ -23,8 +23,8 @@ id send(id receiver, const char* name) {
     return objc_msg_lookup(receiver, selector)(receiver, selector);
 }
 
-// Foundation keeps what its classes allocate when they are first used. This runs before any `+load`, and so before
-// the messages of this file itself can be sent: hence the bare runtime.
+// Foundation keeps what its classes allocate when they are first used. This runs before any `+load`, and so
+// before the messages of this file itself can be sent: hence the bare runtime.
 __attribute__((constructor(101))) void useFoundationOnce() {
     const __lsan::ScopedDisabler disabler;
     id const pool = send(objc_getClass("NSAutoreleasePool"), "new");
@@ -49,8 +49,8 @@ namespace {
 
 IMP originalRelease;
 
-/// What a thread did with an object before it released it comes before the object's dealloc on another thread;
-/// Foundation's atomic reference count sees to that unseen.
+/// What a thread did with an object before it released it comes before the object's dealloc on another
+/// thread; Foundation's atomic reference count sees to that unseen.
 void releaseSeen(id object, SEL selector) {
     __tsan_acquire(object);
     __tsan_release(object);

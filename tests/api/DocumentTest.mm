@@ -4,6 +4,8 @@
 
 #import <Ozmira/Ozmira.h>
 
+#include <unistd.h>
+
 namespace {
 
 class DocumentTest : public ApiTest {
@@ -44,7 +46,7 @@ TEST_F(DocumentTest, WhatIsNoFileGivesNoDocument) {
     EXPECT_EQ([OZMDocument documentWithURL:nil], nil);
     for (NSString* name in
          @[ @"missing", @"", @"icon.svg", @"../icon", @"/missing.svg", @"/not a URL.svg", @"/%" ])
-        EXPECT_EQ([OZMDocument documentWithName:name].documentSize.width, 0) << name.UTF8String;
+        EXPECT_EQ([OZMDocument documentWithName:name], nil) << name.UTF8String;
     EXPECT_EQ([OZMDocument documentWithName:nil], nil);
 }
 
@@ -61,10 +63,17 @@ TEST_F(DocumentTest, WhatIsNoSVGGivesAnEmptyDocument) {
 }
 
 TEST_F(DocumentTest, UnreadableFileGivesNoDocument) {
+    using std::filesystem::perms;
     write("a.svg", kUnfilled);
-    std::filesystem::permissions(path("a.svg"), std::filesystem::perms::none);
-    const bool isRoot = access(path("a.svg").c_str(), R_OK) == 0; // who may read everything
-    EXPECT_EQ([OZMDocument documentWithURL:url("a.svg")] != nil, isRoot);
+    std::filesystem::permissions(path(""), perms::owner_all | perms::others_exec);
+    const uid_t user = geteuid();
+    for (const perms mode : {perms::owner_read | perms::others_read, perms::none}) {
+        std::filesystem::permissions(path("a.svg"), mode);
+        if (user == 0) ASSERT_EQ(seteuid(65534), 0); // root may read everything
+        OZMDocument* const document = [OZMDocument documentWithURL:url("a.svg")];
+        ASSERT_EQ(seteuid(user), 0);
+        EXPECT_EQ(document != nil, mode != perms::none);
+    }
 }
 
 TEST_F(DocumentTest, PurgedDocumentLoadsAgainWhenItIsNeeded) {
@@ -151,22 +160,25 @@ TEST_F(DocumentTest, DefaultFillColorFillsWhatHasNoFill) {
 
 TEST_F(DocumentTest, SameImageIsRenderedOnce) {
     OZMDocument* const document = this->document(kUnfilled);
-    UIImage* const image = [document imageFitToSize:CGSizeMake(16, 0)
-                                              scale:2
-                                   defaultFillColor:UIColor.redColor];
-    EXPECT_EQ([document imageFitToSize:CGSizeMake(16, 0) scale:2 defaultFillColor:UIColor.redColor], image);
-    OZMDocument* const again = [OZMDocument documentWithURL:url("a.svg")];
-    EXPECT_EQ([again imageFitToSize:CGSizeMake(16, 0) scale:2 defaultFillColor:UIColor.redColor], image);
-    EXPECT_NE([document imageFitToSize:CGSizeMake(0, 16) scale:2 defaultFillColor:UIColor.redColor], image);
-    EXPECT_NE([document imageFitToSize:CGSizeMake(16, 0) scale:3 defaultFillColor:UIColor.redColor], image);
-    EXPECT_NE([document imageFitToSize:CGSizeMake(16, 0) scale:2 defaultFillColor:UIColor.grayColor], image);
-    EXPECT_NE([document imageFitToSize:CGSizeMake(16, 0) scale:2], image);
-
+    const auto image = [document](CGSize size, CGFloat scale, UIColor* color) {
+        return [document imageFitToSize:size scale:scale defaultFillColor:color];
+    };
+    UIImage* const first = image({16, 0}, 2, UIColor.redColor);
+    EXPECT_EQ(image({16, 0}, 2, UIColor.redColor), first);
+    EXPECT_EQ([[OZMDocument documentWithURL:url("a.svg")] imageFitToSize:{16, 0}
+                                                                   scale:2
+                                                        defaultFillColor:UIColor.redColor],
+              first);
+    for (UIImage* other : {image({0, 16}, 2, UIColor.redColor), image({16, 0}, 3, UIColor.redColor),
+                           image({16, 0}, 2, UIColor.grayColor), image({16, 0}, 2, nil)}) {
+        EXPECT_NE(other, first);
+        EXPECT_NE(other, nil);
+    }
     [document purgeDocument];
     std::filesystem::remove(path("a.svg"));
-    EXPECT_EQ([document imageFitToSize:CGSizeMake(16, 0) scale:2 defaultFillColor:UIColor.redColor], image);
+    EXPECT_EQ(image({16, 0}, 2, UIColor.redColor), first);
     postMemoryWarning();
-    EXPECT_EQ([document imageFitToSize:CGSizeMake(16, 0) scale:2 defaultFillColor:UIColor.redColor], nil);
+    EXPECT_EQ(image({16, 0}, 2, UIColor.redColor), nil);
 }
 
 TEST_F(DocumentTest, ParseLogColorsItsLinesByLevel) {

@@ -8,6 +8,9 @@
 #include <spng.h>
 #include <vector>
 
+/// Asks for a colour's components in plain Objective-C.
+extern "C" double OzmiraPlainObjectiveCGreen(UIColor* color);
+
 namespace {
 
 using UIKitTest = ApiTest;
@@ -15,53 +18,40 @@ using UIKitTest = ApiTest;
 /// The core's view of a colour, for printing.
 std::vector<double> components(const ozm::Color& color) { return {color.r, color.g, color.b, color.a}; }
 
-TEST_F(UIKitTest, ColorsArriveInTheCore) {
-    const CGFloat white[] = {0.9, 1, 1};
-    struct {
-        const char* name;
-        CGColorRef color; // owned
-        std::vector<double> expected;
-    } const cases[] = {
-        {"device RGB",
-         CGColorRetain([UIColor colorWithRed:0.1 green:0.2 blue:0.3 alpha:0.4].CGColor),
-         {0.1, 0.2, 0.3, 0.4}},
-        {"out of range",
-         CGColorRetain([UIColor colorWithRed:-1 green:2 blue:0 alpha:1].CGColor),
-         {-1, 2, 0, 1}},
-        {"device gray",
-         CGColorRetain([UIColor colorWithWhite:0.25 alpha:0.5].CGColor),
-         {0.25, 0.25, 0.25, 0.5}},
-        {"generic gray", CGColorCreateGenericGray(0.75, 1), {0.75, 0.75, 0.75, 1}},
-        {"sRGB", CGColorCreateSRGB(0.1, 0.2, 0.3, 0.4), {0.1, 0.2, 0.3, 0.4}},
-        {"generic RGB", CGColorCreateGenericRGB(0.5, 0.6, 0.7, 0.8), {0.5, 0.6, 0.7, 0.8}},
-        {"calibrated RGB",
-         [&] {
-             CGColorSpaceRef space = CGColorSpaceCreateCalibratedRGB(white, nullptr, nullptr, nullptr);
-             const CGFloat values[] = {0.4, 0.3, 0.2, 0.1};
-             CGColorRef color = CGColorCreate(space, values);
-             CGColorSpaceRelease(space);
-             return color;
-         }(),
-         {0.4, 0.3, 0.2, 0.1}},
-        {"none", nullptr, {0, 0, 0, 0}},
-    };
-    for (const auto& test : cases) {
-        SCOPED_TRACE(test.name);
-        EXPECT_EQ(components(OZMColorFromCGColor(test.color)), test.expected);
-        EXPECT_EQ(components([[UIColor colorWithCGColor:test.color] ozm_color]), test.expected);
-        CIColor* const color = [CIColor colorWithCGColor:test.color];
-        EXPECT_EQ(components({color.red, color.green, color.blue, color.alpha}), test.expected);
-        CGColorRelease(test.color);
-    }
+UIColor* colorInSpace(CGColorSpaceRef newSpace, std::initializer_list<CGFloat> values) {
+    CGColorRef color = CGColorCreate(newSpace, values.begin());
+    UIColor* const result = [UIColor colorWithCGColor:color];
+    CGColorRelease(color);
+    CGColorSpaceRelease(newSpace);
+    return result;
 }
 
-TEST_F(UIKitTest, ClassColors) {
-    EXPECT_EQ(components([UIColor.blackColor ozm_color]), (std::vector<double>{0, 0, 0, 1}));
-    EXPECT_EQ(components([UIColor.grayColor ozm_color]), (std::vector<double>{0.5, 0.5, 0.5, 1}));
-    EXPECT_EQ(components([UIColor.whiteColor ozm_color]), (std::vector<double>{1, 1, 1, 1}));
-    EXPECT_EQ(components([UIColor.clearColor ozm_color]), (std::vector<double>{0, 0, 0, 0}));
-    EXPECT_EQ(components([UIColor.redColor ozm_color]), (std::vector<double>{1, 0, 0, 1}));
-    EXPECT_EQ(components([UIColor.orangeColor ozm_color]), (std::vector<double>{1, 0.5, 0, 1}));
+TEST_F(UIKitTest, ColorsArriveInTheCore) {
+    const CGFloat white[] = {0.9, 1, 1};
+    CGColorSpaceRef const calibrated = CGColorSpaceCreateCalibratedRGB(white, nullptr, nullptr, nullptr);
+    const std::pair<UIColor*, std::vector<double>> cases[] = {
+        {UIColor.blackColor, {0, 0, 0, 1}},
+        {UIColor.grayColor, {0.5, 0.5, 0.5, 1}},
+        {UIColor.whiteColor, {1, 1, 1, 1}},
+        {UIColor.clearColor, {0, 0, 0, 0}},
+        {UIColor.redColor, {1, 0, 0, 1}},
+        {UIColor.orangeColor, {1, 0.5, 0, 1}},
+        {[UIColor colorWithWhite : 0.25 alpha : 0.5], { 0.25, 0.25, 0.25, 0.5 }},
+        {[UIColor colorWithRed : -1 green : 0.2 blue : 2 alpha : 0.4], { -1, 0.2, 2, 0.4 }},
+        {colorInSpace(CGColorSpaceCreateWithName(kCGColorSpaceSRGB), {0.1, 0.2, 0.3, 0.4}),
+         {0.1, 0.2, 0.3, 0.4}},
+        {colorInSpace(CGColorSpaceCreateWithName(kCGColorSpaceGenericGray), {0.7, 0.1}),
+         {0.7, 0.7, 0.7, 0.1}},
+        {colorInSpace(calibrated, {0.4, 0.3, 0.2, 0.1}), {0.4, 0.3, 0.2, 0.1}},
+        {nil, {0, 0, 0, 0}},
+    };
+    for (const auto& [color, expected] : cases) {
+        EXPECT_EQ(components([color ozm_color]), expected);
+        EXPECT_EQ(components(OZMColorFromCGColor(color.CGColor)), expected);
+        CIColor* const read = [CIColor colorWithCGColor:color.CGColor];
+        EXPECT_EQ(components({read.red, read.green, read.blue, read.alpha}), expected);
+    }
+    EXPECT_EQ(OzmiraPlainObjectiveCGreen([UIColor colorWithRed:0.1 green:0.7 blue:0.2 alpha:1]), 0.7);
 }
 
 TEST_F(UIKitTest, EqualColorsHashEqually) {
@@ -88,16 +78,15 @@ TEST_F(UIKitTest, ScreenScaleCanBeSet) {
 /// Four by two pixels, from top left: opaque red, half green, a quarter of blue, nothing; below black.
 CGImageRef createSampleImage() {
     const Canvas canvas(4, 2);
-    CGContextRef context = canvas.context();
-    CGContextSetRGBFillColor(context, 0, 0, 0, 1);
-    CGContextFillRect(context, CGRectMake(0, 0, 4, 1));
-    CGContextSetRGBFillColor(context, 1, 0, 0, 1);
-    CGContextFillRect(context, CGRectMake(0, 1, 1, 1));
-    CGContextSetRGBFillColor(context, 0, 1, 0, 0.5);
-    CGContextFillRect(context, CGRectMake(1, 1, 1, 1));
-    CGContextSetRGBFillColor(context, 0, 0, 1, 0.25);
-    CGContextFillRect(context, CGRectMake(2, 1, 1, 1));
-    return CGBitmapContextCreateImage(context);
+    const auto fill = [&](CGRect rect, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
+        CGContextSetRGBFillColor(canvas.context(), red, green, blue, alpha);
+        CGContextFillRect(canvas.context(), rect);
+    };
+    fill(CGRectMake(0, 0, 4, 1), 0, 0, 0, 1);
+    fill(CGRectMake(0, 1, 1, 1), 1, 0, 0, 1);
+    fill(CGRectMake(1, 1, 1, 1), 0, 1, 0, 0.5);
+    fill(CGRectMake(2, 1, 1, 1), 0, 0, 1, 0.25);
+    return CGBitmapContextCreateImage(canvas.context());
 }
 
 TEST_F(UIKitTest, ImageSizeIsInPointsAndUpright) {

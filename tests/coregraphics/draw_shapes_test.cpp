@@ -1,0 +1,259 @@
+// Fills and strokes, by pixels: covered area against geometry, and shapes as rows of characters.
+#include "canvas.h"
+
+#include <gtest/gtest.h>
+#include <hwy/targets.h>
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <thread>
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+void add(CGContextRef c, const char* path) {
+    const auto p = pathFromText(path);
+    CGContextAddPath(c, p);
+}
+
+struct Fill {
+    const char* path;
+    CGPathDrawingMode mode;
+    double area;
+};
+
+TEST(Fill, CoversItsArea) {
+    const Fill fills[] = {
+        {"M 2 2 L 12 2 L 12 12 L 2 12 Z", kCGPathFill, 100},
+        {"M 2.25 2.5 L 12.75 2.5 L 12.75 9.25 L 2.25 9.25 Z", kCGPathFill, 10.5 * 6.75},
+        {"M 1 1 L 30 4 L 7 28", kCGPathFill, 0.5 * (29 * 27 - 6 * 3)}, // closed by filling
+        {"M 1 1 L 1.3 30 L 1.1 30 Z", kCGPathFill, 0.5 * 0.2 * 29},    // a hair
+        {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 17 7 L 17 17 L 7 17 Z", kCGPathFill, 400},
+        {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 17 7 L 17 17 L 7 17 Z", kCGPathEOFill, 300},
+        {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 7 17 L 17 17 L 17 7 Z", kCGPathFill, 300}, // wound the other way
+        {"M -100 -100 L 100 -100 L 100 16 L -100 16 Z", kCGPathFill, 32 * 16},             // reaches out on all sides
+    };
+    for (const Fill& fill : fills) {
+        const Canvas canvas;
+        add(canvas, fill.path);
+        CGContextDrawPath(canvas, fill.mode);
+        EXPECT_NEAR(canvas.area(), fill.area, 0.004 * fill.area + 0.05) << fill.path;
+        EXPECT_TRUE(CGContextIsPathEmpty(canvas)) << fill.path;
+    }
+}
+
+TEST(Fill, CurvesAreFine) {
+    for (const double radius : {0.7, 3.0, 14.0, 120.0}) {
+        const Canvas canvas(256, 256);
+        CGContextFillEllipseInRect(canvas, CGRectMake(128.3 - radius, 127.6 - radius, 2 * radius, 2 * radius));
+        // Chords lie inside, by 2/3 of the flatness of 0.05 pixels in the mean.
+        const double area = canvas.area(), exact = kPi * radius * radius;
+        EXPECT_LE(area, exact + 0.05) << radius;
+        EXPECT_GE(area, exact - 2 * kPi * radius * 0.05 * 2 / 3 - 0.05) << radius;
+    }
+}
+
+// Pixel by pixel against supersampling, every target of the vector code alike.
+TEST(Fill, IsTheSameOnEveryVectorTarget) {
+    const auto star = [](CGPathDrawingMode mode) {
+        Canvas canvas(61, 47);
+        for (int i = 0; i < 7; ++i) {
+            const double angle = 2 * kPi * 3 * i / 7;
+            const CGPoint p = {30 + 28.7 * std::cos(angle), 23 + 22.9 * std::sin(angle)};
+            if (i == 0) CGContextMoveToPoint(canvas, p.x, p.y);
+            else CGContextAddLineToPoint(canvas, p.x, p.y);
+        }
+        CGContextSetRGBFillColor(canvas, 0.9, 0.4, 0.1, 0.8);
+        CGContextDrawPath(canvas, mode);
+        return std::vector<uint8_t>(static_cast<uint8_t*>(CGBitmapContextGetData(canvas)),
+                                    static_cast<uint8_t*>(CGBitmapContextGetData(canvas)) + 4 * 61 * 47);
+    };
+    for (const CGPathDrawingMode mode : {kCGPathFill, kCGPathEOFill}) {
+        const std::vector<uint8_t> best = star(mode);
+        for (const int64_t target : hwy::SupportedAndGeneratedTargets()) {
+            hwy::SetSupportedTargetsForTest(target);
+            const std::vector<uint8_t> other = star(mode);
+            int worst = 0;
+            for (size_t i = 0; i < best.size(); ++i) worst = std::max(worst, std::abs(best[i] - other[i]));
+            EXPECT_LE(worst, 1) << hwy::TargetName(target);
+        }
+        hwy::SetSupportedTargetsForTest(0);
+    }
+}
+
+struct Stroke {
+    const char* name;
+    const char* path;
+    CGLineCap cap;
+    CGLineJoin join;
+    double miterLimit;
+    double area; // with a line 4 wide
+};
+
+TEST(Stroke, CapsAndJoinsCoverTheirArea) {
+    const double disc = kPi * 4, corner = kPi; // of the pen; of a round join at a right angle
+    const Stroke strokes[] = {
+        {"butt", "M 8 16 L 24 16", kCGLineCapButt, kCGLineJoinMiter, 10, 64},
+        {"round", "M 8 16 L 24 16", kCGLineCapRound, kCGLineJoinMiter, 10, 64 + disc},
+        {"square", "M 8 16 L 24 16", kCGLineCapSquare, kCGLineJoinMiter, 10, 64 + 16},
+        {"dot, butt", "M 16 16 L 16 16", kCGLineCapButt, kCGLineJoinMiter, 10, 0},
+        {"dot, round", "M 16 16 L 16 16", kCGLineCapRound, kCGLineJoinMiter, 10, disc},
+        {"dot, square", "M 16 16 L 16 16", kCGLineCapSquare, kCGLineJoinMiter, 10, 16},
+        {"closed dot, round", "M 16 16 Z", kCGLineCapRound, kCGLineJoinMiter, 10, disc},
+        {"miter", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinMiter, 10, 128 + 0},
+        {"miter too long", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinMiter, 1.4, 128 - 2},
+        {"bevel", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinBevel, 10, 128 - 2},
+        {"round join", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinRound, 10, 128 - 4 + corner},
+        {"closed", "M 8 8 L 24 8 L 24 24 L 8 24 Z", kCGLineCapButt, kCGLineJoinMiter, 10, 20 * 20 - 12 * 12},
+        {"there and back", "M 8 16 L 24 16 L 8 16", kCGLineCapButt, kCGLineJoinBevel, 10, 64},
+    };
+    for (const Stroke& s : strokes) {
+        const Canvas canvas;
+        CGContextSetLineWidth(canvas, 4);
+        CGContextSetLineCap(canvas, s.cap);
+        CGContextSetLineJoin(canvas, s.join);
+        CGContextSetMiterLimit(canvas, s.miterLimit);
+        add(canvas, s.path);
+        CGContextStrokePath(canvas);
+        const bool round = s.cap == kCGLineCapRound || s.join == kCGLineJoinRound;
+        EXPECT_NEAR(canvas.area(), s.area, round ? 0.4 : 0.12) << s.name;
+    }
+}
+
+TEST(Stroke, DashesFollowPatternAndPhase) {
+    const struct {
+        std::vector<CGFloat> lengths;
+        double phase;
+        const char* row;
+    } cases[] = {
+        {{4, 2}, 0, ".####..####..####..####..####...\n"},
+        {{4, 2}, 5, "..####..####..####..####..####..\n"},
+        {{3}, 0, ".###...###...###...###...###....\n"},
+        {{}, 7, ".##############################.\n"},
+    };
+    for (const auto& c : cases) {
+        const Canvas canvas(32, 1);
+        CGContextSetLineDash(canvas, c.phase, c.lengths.data(), c.lengths.size());
+        add(canvas, "M 1 0.5 L 31 0.5");
+        CGContextStrokePath(canvas);
+        EXPECT_EQ(canvas.rows(), c.row) << c.phase;
+    }
+}
+
+TEST(Stroke, PenFollowsTheMatrixAtStrokeTime) {
+    const Canvas canvas;
+    add(canvas, "M 16 4 L 16 28");
+    CGContextScaleCTM(canvas, 6, 0.5); // the line stays, the pen gets wide
+    CGContextStrokePath(canvas);
+    EXPECT_NEAR(canvas.area(), 6 * 24, 0.2);
+}
+
+TEST(Stroke, WidthZeroAndSingularMatricesDrawNothing) {
+    const Canvas canvas;
+    CGContextSetLineWidth(canvas, 0);
+    CGContextStrokeRect(canvas, CGRectMake(4, 4, 9, 9));
+    CGContextSaveGState(canvas);
+    CGContextSetLineWidth(canvas, 3);
+    CGContextScaleCTM(canvas, 0, 1);
+    CGContextStrokeRect(canvas, CGRectMake(4, 4, 9, 9));
+    CGContextFillRect(canvas, CGRectMake(4, 4, 9, 9));
+    CGContextRestoreGState(canvas);
+    EXPECT_EQ(canvas.area(), 0);
+    CGContextFillRect(canvas, CGRectMake(4, 4, 9, 9));
+    EXPECT_EQ(canvas.area(), 81);
+}
+
+// Shapes whose far side is out of all proportion are cut, not wrapped.
+TEST(Robustness, FarCoordinates) {
+    for (const double far : {1e5, 1e7, 1e9, 1e20, 1e300}) {
+        Canvas canvas;
+        const CGPoint halfPlane[] = {{-far, -far}, {far, -far}, {far, 16}, {-far, 16}};
+        CGContextAddLines(canvas, halfPlane, 4);
+        CGContextFillPath(canvas);
+        EXPECT_NEAR(canvas.area(), 32 * 16, 0.1) << far;
+
+        canvas = Canvas();
+        CGContextMoveToPoint(canvas, 16, 16);
+        CGContextAddLineToPoint(canvas, far, 16);
+        CGContextAddLineToPoint(canvas, 16, far);
+        CGContextFillPath(canvas);
+        EXPECT_NEAR(canvas.area(), 16 * 16, 0.1) << far;
+
+        canvas = Canvas();
+        CGContextSetLineWidth(canvas, 4);
+        CGContextMoveToPoint(canvas, -far, 16);
+        CGContextAddLineToPoint(canvas, far, 16);
+        CGContextStrokePath(canvas);
+        EXPECT_NEAR(canvas.area(), 32 * 4, 0.2) << far;
+    }
+    // A circle through the middle whose centre is far away is a half plane.
+    for (const double radius : {1e5, 1e7, 1e9}) {
+        const Canvas canvas;
+        CGContextFillEllipseInRect(canvas, CGRectMake(16, 16 - radius, 2 * radius, 2 * radius));
+        EXPECT_NEAR(canvas.area(), 32 * 16, 1) << radius;
+    }
+}
+
+TEST(Robustness, NumbersThatAreNone) {
+    const double inf = std::numeric_limits<double>::infinity(), nan = std::numeric_limits<double>::quiet_NaN();
+    for (const double bad : {inf, -inf, nan}) {
+        const Canvas canvas;
+        add(canvas, "M 4 4 L 20 4");
+        CGContextAddLineToPoint(canvas, bad, 9);
+        CGContextAddCurveToPoint(canvas, 1, bad, 2, 2, 3, 3);
+        CGContextAddLineToPoint(canvas, 20, 20);
+        CGContextAddLineToPoint(canvas, 4, 20);
+        CGContextFillPath(canvas);
+        EXPECT_NEAR(canvas.area(), 256, 0.01);
+        CGContextSetLineWidth(canvas, bad);
+        CGContextSetMiterLimit(canvas, bad);
+        const CGFloat dashes[] = {bad, 1};
+        CGContextSetLineDash(canvas, bad, dashes, 2);
+        CGContextStrokeRect(canvas, CGRectMake(bad, 1, 5, bad));
+        CGContextConcatCTM(canvas, CGAffineTransformMake(bad, 1, 1, bad, 0, 0));
+        CGContextFillRect(canvas, CGRectMake(0, 0, 30, 30));
+        EXPECT_NEAR(canvas.area(), 256, 0.01);
+    }
+}
+
+TEST(Robustness, ManyContoursStatesAndDashes) {
+    const Canvas canvas;
+    for (int i = 0; i < 300; ++i) add(canvas, "M 0 0 L 32 0 L 32 10.5 L 0 10.5 Z");
+    CGContextFillPath(canvas);
+    EXPECT_EQ(canvas.at(5, 9).a, 255);
+    EXPECT_EQ(canvas.at(5, 11).a, 0);
+
+    for (int i = 0; i < 5000; ++i) {
+        CGContextSaveGState(canvas);
+        CGContextTranslateCTM(canvas, 1, 0);
+    }
+    for (int i = 0; i < 6000; ++i) CGContextRestoreGState(canvas);
+    EXPECT_EQ(CGContextGetCTM(canvas).tx, 0);
+
+    const CGFloat tiny[] = {1e-9, 1e-9};
+    CGContextSetLineDash(canvas, 0, tiny, 2);
+    CGContextMoveToPoint(canvas, -5e8, 20);
+    CGContextAddLineToPoint(canvas, 5e8, 20);
+    CGContextStrokePath(canvas);
+    EXPECT_NEAR(canvas.area(), 32 * 12, 0.5); // above, and a line that looks solid
+}
+
+TEST(Robustness, ContextsOnManyThreads) {
+    std::vector<std::string> pictures(8);
+    std::vector<std::thread> threads;
+    for (std::string& picture : pictures)
+        threads.emplace_back([&picture] {
+            for (int i = 0; i < 50; ++i) {
+                const Canvas canvas(64, 64);
+                CGContextFillEllipseInRect(canvas, CGRectMake(3, 5, 50, 40));
+                CGContextStrokeEllipseInRect(canvas, CGRectMake(9, 9, 50, 50));
+                picture = canvas.rows();
+            }
+        });
+    for (std::thread& thread : threads) thread.join();
+    for (const std::string& picture : pictures) EXPECT_EQ(picture, pictures[0]);
+}
+
+} // namespace
