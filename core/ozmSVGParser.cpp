@@ -35,6 +35,63 @@ XMLNode FindRoot(const XMLDocument& xml) {
     return node;
 }
 
+/// The elements that have a handler.
+enum class ElementName {
+    Path,
+    G,
+    Defs,
+    Symbol,
+    ClipPath,
+    A,
+    Use,
+    Rect,
+    Circle,
+    Ellipse,
+    Line,
+    PolyLine,
+    Polygon,
+    RadialGradient,
+    LinearGradient,
+    Unknown, ///< Any other name, or none.
+};
+
+/// Apart from `ProcessNode`, which recurses and must not need stack for comparing.
+ElementName FindElementName(std::string_view name) {
+    switch (name.size()) {
+    case 1:
+        if (name == "g") return ElementName::G;
+        if (name == "a") return ElementName::A;
+        break;
+    case 3:
+        if (name == "use") return ElementName::Use;
+        break;
+    case 4:
+        if (name == "path") return ElementName::Path;
+        if (name == "rect") return ElementName::Rect;
+        if (name == "line") return ElementName::Line;
+        if (name == "defs") return ElementName::Defs;
+        break;
+    case 6:
+        if (name == "circle") return ElementName::Circle;
+        if (name == "symbol") return ElementName::Symbol;
+        break;
+    case 7:
+        if (name == "polygon") return ElementName::Polygon;
+        if (name == "ellipse") return ElementName::Ellipse;
+        break;
+    case 8:
+        if (name == "polyline") return ElementName::PolyLine;
+        if (name == "clipPath") return ElementName::ClipPath;
+        break;
+    case 14:
+        if (name == "linearGradient") return ElementName::LinearGradient;
+        if (name == "radialGradient") return ElementName::RadialGradient;
+        break;
+    default: break;
+    }
+    return ElementName::Unknown;
+}
+
 /// Points a parser at the document under construction for as long as a parse runs.
 class CurrentDocument {
 public:
@@ -108,43 +165,25 @@ std::vector<uint64_t> SVGParser::ProcessChildren(const XMLNode& node) {
 }
 
 uint64_t SVGParser::ProcessNode(const XMLNode& node) {
-    const std::string_view name = node.Name();
-    const auto process = [&]() -> uint64_t {
-        switch (name.size()) {
-        case 1:
-            if (name == "g") return ProcessGroupNode(node);
-            if (name == "a") return ProcessLinkNode(node);
-            break;
-        case 3:
-            if (name == "use") return ProcessUseNode(node);
-            break;
-        case 4:
-            if (name == "path") return static_cast<uint64_t>(ProcessPathNode(node));
-            if (name == "rect") return ProcessRectNode(node);
-            if (name == "line") return ProcessLineNode(node);
-            if (name == "defs") return ProcessDefsNode(node);
-            break;
-        case 6:
-            if (name == "circle") return ProcessCircleNode(node);
-            if (name == "symbol") return ProcessSymbolNode(node);
-            break;
-        case 7:
-            if (name == "polygon") return ProcessPolygonNode(node);
-            if (name == "ellipse") return ProcessEllipseNode(node);
-            break;
-        case 8:
-            if (name == "polyline") return ProcessPolyLineNode(node);
-            if (name == "clipPath") return ProcessClipPathNode(node);
-            break;
-        case 14:
-            if (name == "linearGradient") return ProcessLinearGradientNode(node);
-            if (name == "radialGradient") return ProcessRadialGradientNode(node);
-            break;
-        default: break;
-        }
-        return kNoElement;
-    };
-    const uint64_t index = process();
+    uint64_t index = kNoElement;
+    switch (FindElementName(node.Name())) {
+    case ElementName::Path: index = static_cast<uint64_t>(ProcessPathNode(node)); break;
+    case ElementName::G: index = ProcessGroupNode(node); break;
+    case ElementName::Defs: index = ProcessDefsNode(node); break;
+    case ElementName::Symbol: index = ProcessSymbolNode(node); break;
+    case ElementName::ClipPath: index = ProcessClipPathNode(node); break;
+    case ElementName::A: index = ProcessLinkNode(node); break;
+    case ElementName::Use: index = ProcessUseNode(node); break;
+    case ElementName::Rect: index = ProcessRectNode(node); break;
+    case ElementName::Circle: index = ProcessCircleNode(node); break;
+    case ElementName::Ellipse: index = ProcessEllipseNode(node); break;
+    case ElementName::Line: index = ProcessLineNode(node); break;
+    case ElementName::PolyLine: index = ProcessPolyLineNode(node); break;
+    case ElementName::Polygon: index = ProcessPolygonNode(node); break;
+    case ElementName::RadialGradient: index = ProcessRadialGradientNode(node); break;
+    case ElementName::LinearGradient: index = ProcessLinearGradientNode(node); break;
+    case ElementName::Unknown: break;
+    }
     ++nodeCount;
     return index;
 }

@@ -13,7 +13,7 @@ int main() {
     CGImageRef image = renderer.createCGImageFitToSize({8, 0}, 1, ozm::kRenderingStateDefault, nullptr);
 
     CFDataRef pixels = CGDataProviderCopyData(CGImageGetDataProvider(image)); // Rows of A R G B bytes.
-    std::fwrite(CFDataGetBytePtr(pixels), 1, CFDataGetLength(pixels), stdout);
+    std::fwrite(CFDataGetBytePtr(pixels), 1, size_t(CFDataGetLength(pixels)), stdout);
     CFRelease(pixels);
     CGImageRelease(image);
 }

@@ -165,10 +165,8 @@ TEST_F(DocumentTest, SameImageIsRenderedOnce) {
     };
     UIImage* const first = image({16, 0}, 2, UIColor.redColor);
     EXPECT_EQ(image({16, 0}, 2, UIColor.redColor), first);
-    EXPECT_EQ([[OZMDocument documentWithURL:url("a.svg")] imageFitToSize:{16, 0}
-                                                                   scale:2
-                                                        defaultFillColor:UIColor.redColor],
-              first);
+    OZMDocument* const again = [OZMDocument documentWithURL:url("a.svg")];
+    EXPECT_EQ([again imageFitToSize:CGSizeMake(16, 0) scale:2 defaultFillColor:UIColor.redColor], first);
     for (UIImage* other : {image({0, 16}, 2, UIColor.redColor), image({16, 0}, 3, UIColor.redColor),
                            image({16, 0}, 2, UIColor.grayColor), image({16, 0}, 2, nil)}) {
         EXPECT_NE(other, first);

@@ -5,7 +5,6 @@
 #include "text.h"
 #include "tool_limits.h"
 
-#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -29,26 +28,33 @@ constexpr size_t kSmallestRead = size_t{64} << 10;
                     " MB, the most that is read; split the drawing");
 }
 
-/// How much to make room for: the size of a regular file and one byte more, so that its end shows at once.
-size_t ExpectedSize(int descriptor) {
+struct Expectation {
+    size_t size;
+    bool isExact; ///< A read that gives less has reached the end.
+};
+
+/// How much to make room for: the size of a regular file, and one byte more to see that it has not grown.
+Expectation ExpectSize(int descriptor) {
     struct stat status;
     if (::fstat(descriptor, &status) != 0) ThrowSystemError();
-    if (!S_ISREG(status.st_mode)) return kSmallestRead;
+    // Files that the system makes up when they are read have the size 0.
+    if (!S_ISREG(status.st_mode) || status.st_size == 0) return {kSmallestRead, false};
     if (status.st_size > static_cast<off_t>(kMaximumFileSize)) ThrowTooLarge();
-    return static_cast<size_t>(status.st_size) + 1;
+    return {static_cast<size_t>(status.st_size) + 1, true};
 }
 
 std::string ReadToEnd(int descriptor) {
-    std::string bytes(ExpectedSize(descriptor), '\0');
+    const Expectation expectation = ExpectSize(descriptor);
+    std::string bytes(expectation.size, '\0');
     size_t used = 0;
     while (true) {
         const ssize_t count = ::read(descriptor, bytes.data() + used, bytes.size() - used);
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) ThrowSystemError();
-        if (count == 0) break;
         used += static_cast<size_t>(count);
         if (used > kMaximumFileSize) ThrowTooLarge();
-        if (used == bytes.size()) bytes.resize(std::max(2 * used, kSmallestRead));
+        if (count == 0 || (expectation.isExact && used + 1 == expectation.size)) break;
+        if (used == bytes.size()) bytes.resize(2 * used);
     }
     bytes.resize(used);
     return bytes;

@@ -15,8 +15,8 @@
 namespace ozm::tool {
 namespace {
 
-/// On icons of 72 and 256 pixels, level 4 takes 8 % less time and makes files 6 % larger, level 6 takes 20 % more
-/// and makes them 1 % smaller.
+/// On icons of 72 and 256 pixels, level 4 takes 8 % less time and makes files 6 % larger, level 6 takes 20 %
+/// more and makes them 1 % smaller.
 constexpr int kCompressionLevel = 5;
 constexpr std::array<uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 constexpr double kPointsPerMetre = 72 / 0.0254;

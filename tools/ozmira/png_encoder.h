@@ -15,9 +15,8 @@ namespace ozm::tool {
 /// Makes PNG files. Keeps the compressor and the memory from file to file; for one thread at a time.
 ///
 /// A picture of at most 256 different pixels is written with a palette, in the fewest bits that hold its
-/// numbers; any other as RGBA. Both are compressed without filters by libdeflate: of the libraries and
-/// settings tried on icons this is the fastest, and the files are the smallest but for those of several times
-/// slower settings.
+/// numbers; any other as RGBA. Both are compressed by libdeflate, and without filters, which make drawings
+/// larger, even those with gradients.
 class PNGEncoder {
 public:
     PNGEncoder();

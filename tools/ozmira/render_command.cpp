@@ -163,7 +163,8 @@ private:
 
 /// Says what was done, on standard output, as nothing is wrong with it.
 void PrintSummary(size_t pictures, size_t problems, const std::string& destination) {
-    std::string text = CountOf(pictures, "picture") + " written to " + destination;
+    std::string text =
+        pictures == 0 ? "no picture written" : CountOf(pictures, "picture") + " written to " + destination;
     if (problems > 0) text += ", " + CountOf(problems, "file") + " failed";
     StandardOutput output;
     output.Write(text + "\n");

@@ -63,7 +63,7 @@ void TemporaryFiles::AwaitSignal() {
 
 std::pair<FileDescriptor, std::string> TemporaryFiles::Create(const std::string& folder) {
     const std::string prefix =
-        (folder.empty() ? "" : folder + "/") + ".ozmira-" + std::to_string(::getpid()) + "-";
+        (folder.empty() ? "" : folder + "/") + ".ozmira-" + std::to_string(m_processId) + "-";
     const std::lock_guard lock(m_mutex);
     while (true) {
         std::string path = prefix + std::to_string(m_count++) + ".tmp";

@@ -36,6 +36,7 @@ private:
 
     std::mutex m_mutex;
     std::set<std::string> m_paths;
+    const pid_t m_processId = ::getpid();
     uint64_t m_count = 0;
     sigset_t m_awaited;
     sigset_t m_maskBefore;
