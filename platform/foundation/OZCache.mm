@@ -1,5 +1,6 @@
 #import <Foundation/Foundation.h>
 
+#include <iterator>
 #include <list>
 #include <mutex>
 #include <unordered_map>
@@ -51,7 +52,19 @@ struct OZCacheStorage {
     void enforceLimits(Entries& removed) {
         while ((countLimit != 0 && entries.size() > countLimit) ||
                (totalCostLimit != 0 && cost > totalCostLimit))
-            remove(entries.back().key, removed);
+            evictLast(removed);
+    }
+
+    void evictLast(Entries& removed) {
+        const Entries::iterator last = std::prev(entries.end());
+        const auto place = places.find(last->key);
+        if (place != places.end() && place->second == last) {
+            places.erase(place);
+        } else { // a key that does not equal itself, or whose hash has changed
+            std::erase_if(places, [&](const auto& other) { return other.second == last; });
+        }
+        cost -= last->cost;
+        removed.splice(removed.end(), entries, last);
     }
 };
 

@@ -65,9 +65,9 @@ TEST_F(DocumentTest, WhatIsNoSVGGivesAnEmptyDocument) {
 TEST_F(DocumentTest, UnreadableFileGivesNoDocument) {
     using std::filesystem::perms;
     write("a.svg", kUnfilled);
-    std::filesystem::permissions(path(""), perms::owner_all | perms::others_exec);
+    std::filesystem::permissions(path(""), perms::owner_all | perms::group_exec | perms::others_exec);
     const uid_t user = geteuid();
-    for (const perms mode : {perms::owner_read | perms::others_read, perms::none}) {
+    for (const perms mode : {perms{0444}, perms::none}) {
         std::filesystem::permissions(path("a.svg"), mode);
         if (user == 0) ASSERT_EQ(seteuid(65534), 0); // root may read everything
         OZMDocument* const document = [OZMDocument documentWithURL:url("a.svg")];

@@ -1,6 +1,8 @@
 // What takes the place of GNUstep's NSCache.
 #include "ApiTestSupport.h"
 
+#import <Ozmira/Ozmira.h>
+
 namespace {
 
 class CacheTest : public ApiTest {
@@ -62,6 +64,16 @@ TEST_F(CacheTest, ReleasesWhatItDrops) {
     [cache removeAllObjects];
     EXPECT_EQ([Counted alive], 0);
     EXPECT_EQ(keys(), "");
+}
+
+TEST_F(CacheTest, DropsKeysThatDoNotEqualThemselves) {
+    cache.countLimit = 1;
+    for (int i = 0; i < 3; ++i) {
+        id const key = [[[OZMImageCacheKey alloc] initWithURL:nil imageSize:CGSizeZero scale:1 fillColor:nil] autorelease];
+        [cache setObject:@1 forKey:key];
+    }
+    [cache setObject:@2 forKey:@"a"];
+    EXPECT_EQ(keys(), "a");
 }
 
 TEST_F(CacheTest, RefusesNil) {
