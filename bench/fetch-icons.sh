@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
-# Fetches the icon sets of bench/icons/package.json into build/icons and writes build/icons/list.txt: 175 files
+# Fetches the icon sets of bench/icons/package.json into build/icons and writes build/icons/list.txt: 132 files
 # of each set, spread evenly over its files in alphabetical order, so that every machine measures the same ones.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export LC_ALL=C
 
-per_set=175
+per_set=132
 folder=build/icons
 list=$folder/list.txt
 declare -A sets=(
+  [codicons]=@vscode/codicons/src/icons
+  [flat-color]=flat-color-icons/svg
   [fontawesome]=@fortawesome/fontawesome-free/svgs
   [ionicons]=ionicons/dist/svg
   [mdi]=@mdi/svg/svg
