@@ -83,7 +83,8 @@ void draw(CGContextRef c, Input& in, CGGradientRef gradient) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Input in(data, size);
     const CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
-    const CGContextRef c = CGBitmapContextCreate(nullptr, 24, 24, 8, 0, space, kCGImageAlphaPremultipliedFirst);
+    const CGContextRef c =
+        CGBitmapContextCreate(nullptr, 24, 24, 8, 0, space, kCGImageAlphaPremultipliedFirst);
     const CGFloat colors[] = {1, 0, 0, 1, 0, 0.5, 1, 0.3}, locations[] = {in.number(), in.number()};
     const CGGradientRef gradient = CGGradientCreateWithColorComponents(space, colors, locations, 2);
     for (int calls = 0; calls < 200 && !in.empty(); ++calls) draw(c, in, gradient);

@@ -19,7 +19,7 @@ struct Log {
 
     void Append(Level level, std::string message);
 
-    /// The label under which a level is shown, padded with blanks to 11 characters, for example "[Error] ".
+    /// The label under which a level is shown, padded with blanks to 11 characters: "[Error]    ".
     static const char* Label(Level level);
 };
 

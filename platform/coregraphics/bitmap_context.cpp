@@ -24,16 +24,19 @@ std::optional<PixelOrder> orderOf(CGBitmapInfo info) {
 
 bool isKnownByteOrder(CGBitmapInfo info) {
     const uint32_t order = info & kCGBitmapByteOrderMask;
-    return order == kCGBitmapByteOrderDefault || order == kCGBitmapByteOrder32Little || order == kCGBitmapByteOrder32Big;
+    return order == kCGBitmapByteOrderDefault || order == kCGBitmapByteOrder32Little ||
+           order == kCGBitmapByteOrder32Big;
 }
 
 std::optional<BitmapFormat> formatOf(size_t width, size_t height, size_t bitsPerComponent, size_t bytesPerRow,
                                      bool mayChooseRow, CGColorSpaceRef space, CGBitmapInfo info) {
-    if (width == 0 || height == 0 || width > kMaxSide || height > kMaxSide || width * height > kMaxPixels) return {};
+    if (width == 0 || height == 0 || width > kMaxSide || height > kMaxSide || width * height > kMaxPixels)
+        return {};
     if (bitsPerComponent != 8 || !space || space->components() != 3 || !isKnownByteOrder(info)) return {};
     const std::optional<PixelOrder> order = orderOf(info);
     if (!order) return {};
-    if (bytesPerRow == 0 && mayChooseRow) bytesPerRow = (4 * width + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
+    if (bytesPerRow == 0 && mayChooseRow)
+        bytesPerRow = (4 * width + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
     if (bytesPerRow < 4 * width || bytesPerRow > SIZE_MAX / height) return {};
     return BitmapFormat{width, height, bytesPerRow, info, *order};
 }
@@ -44,13 +47,14 @@ size_t sizeOf(const BitmapFormat& format) { return format.bytesPerRow * format.h
 
 CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
                                    size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo) {
-    return CGBitmapContextCreateWithData(data, width, height, bitsPerComponent, bytesPerRow, space, bitmapInfo, nullptr,
-                                         nullptr);
+    return CGBitmapContextCreateWithData(data, width, height, bitsPerComponent, bytesPerRow, space,
+                                         bitmapInfo, nullptr, nullptr);
 }
 
 CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t height, size_t bitsPerComponent,
                                            size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo,
-                                           CGBitmapContextReleaseDataCallback releaseCallback, void* releaseInfo) {
+                                           CGBitmapContextReleaseDataCallback releaseCallback,
+                                           void* releaseInfo) {
     const std::optional<BitmapFormat> format =
         formatOf(width, height, bitsPerComponent, bytesPerRow, !data, space, bitmapInfo);
     if (!format) return nullptr;
@@ -65,7 +69,8 @@ CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t heig
 void* CGBitmapContextGetData(CGContextRef c) {
     if (!c) return nullptr;
     // The caller may write to them.
-    return orWhenOutOfMemory(static_cast<void*>(nullptr), [&]() -> void* { return c->surfaceForDrawing().bytes; });
+    return orWhenOutOfMemory(static_cast<void*>(nullptr),
+                             [&]() -> void* { return c->surfaceForDrawing().bytes; });
 }
 
 size_t CGBitmapContextGetWidth(CGContextRef c) { return c ? c->format.width : 0; }

@@ -102,12 +102,15 @@ Pixel blended(CGBlendMode mode, const Pixel& s, const Pixel& d) {
     case kCGBlendModeXOR: return s * (1 - d.a) + d * (1 - s.a);
     case kCGBlendModePlusDarker: {
         const float a = std::min(1.0f, s.a + d.a);
-        return {perComponent(s.c, d.c, [&](float x, float y) { return std::max(0.0f, a - ((d.a - y) + (s.a - x))); }), a};
+        return {perComponent(s.c, d.c,
+                             [&](float x, float y) { return std::max(0.0f, a - ((d.a - y) + (s.a - x))); }),
+                a};
     }
     case kCGBlendModePlusLighter: return s + d;
     default: break;
     }
-    if (mode > kCGBlendModeNormal && (isSeparable(mode) || mode <= kCGBlendModeLuminosity) && s.a > 0 && d.a > 0) {
+    if (mode > kCGBlendModeNormal && (isSeparable(mode) || mode <= kCGBlendModeLuminosity) && s.a > 0 &&
+        d.a > 0) {
         const Rgb mix = mixed(mode, d.c * (1 / d.a), s.c * (1 / s.a));
         return {s.c * (1 - d.a) + d.c * (1 - s.a) + mix * (s.a * d.a), s.a + d.a - s.a * d.a};
     }

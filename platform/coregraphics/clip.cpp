@@ -34,10 +34,10 @@ void Clip::setSides(double x0, double y0, double x1, double y1) {
     m_x1 = x1;
     m_y1 = y1;
     // The sides lie within a bitmap, so these fit.
-    m_outer = {static_cast<int>(std::floor(x0)), static_cast<int>(std::floor(y0)), static_cast<int>(std::ceil(x1)),
-               static_cast<int>(std::ceil(y1))};
-    m_inner = {static_cast<int>(std::ceil(x0)), static_cast<int>(std::ceil(y0)), static_cast<int>(std::floor(x1)),
-               static_cast<int>(std::floor(y1))};
+    m_outer = {static_cast<int>(std::floor(x0)), static_cast<int>(std::floor(y0)),
+               static_cast<int>(std::ceil(x1)), static_cast<int>(std::ceil(y1))};
+    m_inner = {static_cast<int>(std::ceil(x0)), static_cast<int>(std::ceil(y0)),
+               static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1))};
     if (m_mask) {
         m_outer = m_outer.intersect(m_mask->box);
         if (m_outer.empty()) makeEmpty();
@@ -64,7 +64,9 @@ void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) 
         if (range.empty()) continue;
         const auto begin = static_cast<size_t>(range.begin), n = static_cast<size_t>(range.end - range.begin);
         std::memcpy(row + begin, line.get() + begin, n);
-        if (!antialias) std::transform(row + begin, row + begin + n, row + begin, [](uint8_t c) { return c < 128 ? 0 : 255; });
+        if (!antialias)
+            std::transform(row + begin, row + begin + n, row + begin,
+                           [](uint8_t c) { return c < 128 ? 0 : 255; });
         if (!m_mask) continue;
         const uint8_t* const before = m_mask->row(box.y0 + y) + (box.x0 - m_mask->box.x0);
         for (size_t i = begin; i < begin + n; ++i) row[i] = multiply255(row[i], before[i]);

@@ -14,7 +14,8 @@ namespace ozcg {
 /// Coverage of the pixels of a box, row by row; 255 lets everything through.
 struct ClipMask {
     explicit ClipMask(const IntRect& area)
-        : box(area), bytes(new uint8_t[static_cast<size_t>(area.width()) * static_cast<size_t>(area.height())]) {}
+        : box(area),
+          bytes(new uint8_t[static_cast<size_t>(area.width()) * static_cast<size_t>(area.height())]) {}
     uint8_t* row(int y) { return bytes.get() + offset(y); }
     const uint8_t* row(int y) const { return bytes.get() + offset(y); }
 
@@ -38,11 +39,11 @@ public:
     /// True when every pixel of `box` may be painted whole.
     bool holds(const IntRect& box) const { return !m_mask && m_inner.contains(box); }
 
-    /// Intersects with an upright rectangle; sides that lie on pixel boundaries, give or take a rounding error, stay
-    /// sharp.
+    /// Intersects with an upright rectangle; sides that lie on pixel boundaries, give or take a rounding
+    /// error, stay sharp.
     void intersect(const CGRect& rect);
-    /// Intersects with a shape in the accumulator, whose box must lie within outer(), and empties the accumulator.
-    /// Throws std::bad_alloc.
+    /// Intersects with a shape in the accumulator, whose box must lie within outer(), and empties the
+    /// accumulator. Throws std::bad_alloc.
     void intersect(CoverageAccumulator& shape, FillRule rule, bool antialias);
     void makeEmpty() { *this = Clip(); }
 

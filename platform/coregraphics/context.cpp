@@ -90,12 +90,16 @@ void CGContextSetLineWidth(CGContextRef c, CGFloat width) {
 
 void CGContextSetLineCap(CGContextRef c, CGLineCap cap) {
     if (!c) return;
-    c->state.line.cap = cap == kCGLineCapRound ? Cap::round : cap == kCGLineCapSquare ? Cap::square : Cap::butt;
+    c->state.line.cap = cap == kCGLineCapRound    ? Cap::round
+                        : cap == kCGLineCapSquare ? Cap::square
+                                                  : Cap::butt;
 }
 
 void CGContextSetLineJoin(CGContextRef c, CGLineJoin join) {
     if (!c) return;
-    c->state.line.join = join == kCGLineJoinRound ? Join::round : join == kCGLineJoinBevel ? Join::bevel : Join::miter;
+    c->state.line.join = join == kCGLineJoinRound   ? Join::round
+                         : join == kCGLineJoinBevel ? Join::bevel
+                                                    : Join::miter;
 }
 
 void CGContextSetMiterLimit(CGContextRef c, CGFloat limit) {
@@ -105,8 +109,10 @@ void CGContextSetMiterLimit(CGContextRef c, CGFloat limit) {
 void CGContextSetLineDash(CGContextRef c, CGFloat phase, const CGFloat* lengths, size_t count) {
     if (!c) return;
     whileMemoryLasts([&] {
-        if (lengths && count) c->state.line.dashes.assign(lengths, lengths + count);
-        else c->state.line.dashes.clear();
+        if (lengths && count)
+            c->state.line.dashes.assign(lengths, lengths + count);
+        else
+            c->state.line.dashes.clear();
         c->state.line.dashPhase = phase;
     });
 }

@@ -31,8 +31,10 @@ struct BorrowedPixels {
 
 struct CGContext final : ozcg::Object {
     /// A context with memory of its own, or with the caller's.
-    CGContext(const ozcg::BitmapFormat& bitmapFormat, CGColorSpace* colorSpace, ozcg::Ref<ozcg::PixelStorage> pixels);
-    CGContext(const ozcg::BitmapFormat& bitmapFormat, CGColorSpace* colorSpace, const ozcg::BorrowedPixels& pixels);
+    CGContext(const ozcg::BitmapFormat& bitmapFormat, CGColorSpace* colorSpace,
+              ozcg::Ref<ozcg::PixelStorage> pixels);
+    CGContext(const ozcg::BitmapFormat& bitmapFormat, CGColorSpace* colorSpace,
+              const ozcg::BorrowedPixels& pixels);
     ~CGContext() override;
 
     /// The surface, ready to be written: pixels that an image shares are copied first. Throws std::bad_alloc.

@@ -145,9 +145,10 @@ void CGContextDrawLinearGradient(CGContextRef c, CGGradientRef gradient, CGPoint
     drawGradient(c, LinearGradientSource::make(*gradient, startPoint, endPoint, options, c->state.ctm));
 }
 
-void CGContextDrawRadialGradient(CGContextRef c, CGGradientRef gradient, CGPoint startCenter, CGFloat startRadius,
-                                 CGPoint endCenter, CGFloat endRadius, CGGradientDrawingOptions options) {
+void CGContextDrawRadialGradient(CGContextRef c, CGGradientRef gradient, CGPoint startCenter,
+                                 CGFloat startRadius, CGPoint endCenter, CGFloat endRadius,
+                                 CGGradientDrawingOptions options) {
     if (!c || !gradient) return;
-    drawGradient(c, RadialGradientSource::make(*gradient, {startCenter, startRadius}, {endCenter, endRadius}, options,
-                                               c->state.ctm));
+    drawGradient(c, RadialGradientSource::make(*gradient, {startCenter, startRadius}, {endCenter, endRadius},
+                                               options, c->state.ctm));
 }

@@ -23,9 +23,9 @@ PathData userPath(CGContextRef c) {
 bool strokeContains(CGContextRef c, CGPoint point) {
     const auto path = Ref<const CGPath>::adopting(CGContextCopyPath(c));
     const LineStyle& line = c->state.line;
-    const auto outline = Ref<const CGPath>::adopting(CGPathCreateCopyByStrokingPath(
-        path.get(), nullptr, line.width, static_cast<CGLineCap>(line.cap), static_cast<CGLineJoin>(line.join),
-        line.miterLimit));
+    const auto outline = Ref<const CGPath>::adopting(
+        CGPathCreateCopyByStrokingPath(path.get(), nullptr, line.width, static_cast<CGLineCap>(line.cap),
+                                       static_cast<CGLineJoin>(line.join), line.miterLimit));
     return CGPathContainsPoint(outline.get(), nullptr, point, false);
 }
 
@@ -43,9 +43,11 @@ void CGContextAddLineToPoint(CGContextRef c, CGFloat x, CGFloat y) {
     if (c) whileMemoryLasts([&] { c->path.lineTo(toPixel(c, x, y)); });
 }
 
-void CGContextAddCurveToPoint(CGContextRef c, CGFloat cp1x, CGFloat cp1y, CGFloat cp2x, CGFloat cp2y, CGFloat x,
-                              CGFloat y) {
-    if (c) whileMemoryLasts([&] { c->path.cubicTo(toPixel(c, cp1x, cp1y), toPixel(c, cp2x, cp2y), toPixel(c, x, y)); });
+void CGContextAddCurveToPoint(CGContextRef c, CGFloat cp1x, CGFloat cp1y, CGFloat cp2x, CGFloat cp2y,
+                              CGFloat x, CGFloat y) {
+    if (c)
+        whileMemoryLasts(
+            [&] { c->path.cubicTo(toPixel(c, cp1x, cp1y), toPixel(c, cp2x, cp2y), toPixel(c, x, y)); });
 }
 
 void CGContextAddQuadCurveToPoint(CGContextRef c, CGFloat cpx, CGFloat cpy, CGFloat x, CGFloat y) {
@@ -75,8 +77,8 @@ void CGContextAddEllipseInRect(CGContextRef c, CGRect rect) {
     if (c) whileMemoryLasts([&] { c->path.addEllipse(rect, c->state.ctm); });
 }
 
-void CGContextAddArc(CGContextRef c, CGFloat x, CGFloat y, CGFloat radius, CGFloat startAngle, CGFloat endAngle,
-                     int clockwise) {
+void CGContextAddArc(CGContextRef c, CGFloat x, CGFloat y, CGFloat radius, CGFloat startAngle,
+                     CGFloat endAngle, int clockwise) {
     if (!c) return;
     const double sweep = arcSweep(startAngle, endAngle, clockwise != 0);
     whileMemoryLasts([&] { c->path.addArc({x, y}, radius, startAngle, sweep, c->state.ctm); });

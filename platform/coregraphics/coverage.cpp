@@ -60,7 +60,8 @@ void CoverageAccumulator::discardRows(int from) {
         float* cells = row(y);
         for (uint64_t& word : touched(y)) {
             for (uint64_t bits = std::exchange(word, 0); bits; bits &= bits - 1)
-                std::memset(cells + static_cast<size_t>(std::countr_zero(bits)) * kBlock, 0, kBlock * sizeof(float));
+                std::memset(cells + static_cast<size_t>(std::countr_zero(bits)) * kBlock, 0,
+                            kBlock * sizeof(float));
             cells += 64 * kBlock;
         }
     }
@@ -84,11 +85,11 @@ struct Row {
     }
 };
 
-// Every piece of an edge inside one pixel row adds its signed height to the row's cells, so that their running sum is
-// the area to the right of the piece, and so that their first moment is the piece's mean x.
+// Every piece of an edge inside one pixel row adds its signed height to the row's cells, so that their
+// running sum is the area to the right of the piece, and so that their first moment is the piece's mean x.
 
-// A piece within two columns. The third cell gets the triangle that reaches beyond the second column's start, which
-// lies over a part of the piece; `steepness` is the height per width of the whole edge.
+// A piece within two columns. The third cell gets the triangle that reaches beyond the second column's start,
+// which lies over a part of the piece; `steepness` is the height per width of the whole edge.
 inline void addNarrowPiece(const Row& row, float left, float right, float height, float steepness) {
     const int first = static_cast<int>(left);
     const float start = left - static_cast<float>(first), end = right - static_cast<float>(first);
@@ -127,8 +128,10 @@ void addWidePiece(const Row& row, float left, float right, float height, float s
 
 inline void addPiece(const Row& row, float xa, float xb, float height, float steepness) {
     const float left = xa < xb ? xa : xb, right = xa < xb ? xb : xa;
-    if (right - left <= 1.0f) addNarrowPiece(row, left, right, height, steepness);
-    else addWidePiece(row, left, right, height, steepness);
+    if (right - left <= 1.0f)
+        addNarrowPiece(row, left, right, height, steepness);
+    else
+        addWidePiece(row, left, right, height, steepness);
 }
 
 // An edge that is shorter than a row.
@@ -238,8 +241,10 @@ void CoverageAccumulator::addClipped(double x0, double y0, double x1, double y1)
         xb = middle <= 0 ? 0 : std::clamp(xb, 0.0, w);
         const float fxa = static_cast<float>(xa), fya = static_cast<float>(ya);
         const float fxb = static_cast<float>(xb), fyb = static_cast<float>(yb);
-        if (up) addInside(fxb, fyb, fxa, fya);
-        else addInside(fxa, fya, fxb, fyb);
+        if (up)
+            addInside(fxb, fyb, fxa, fya);
+        else
+            addInside(fxa, fya, fxb, fyb);
     }
 }
 

@@ -18,8 +18,8 @@ enum class FillRule : uint8_t { nonZero, evenOdd };
 /// second version): every edge adds to each pixel row the derivative of the area to its right, and a prefix
 /// sum along the row gives the winding-weighted coverage.
 ///
-/// Coordinates are relative to the box's top left pixel. A bit per block of cells notes which ones hold anything;
-/// a sweep reads and clears those alone, so the cells are all zero again after each shape.
+/// Coordinates are relative to the box's top left pixel. A bit per block of cells notes which ones hold
+/// anything; a sweep reads and clears those alone, so the cells are all zero again after each shape.
 class CoverageAccumulator {
 public:
     /// Opens the box for a new shape. The cells are zero. Throws std::bad_alloc.

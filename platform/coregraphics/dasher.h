@@ -46,7 +46,8 @@ public:
     /// Passes over a stretch that is not seen.
     void skip(double length) { advance(std::isfinite(length) ? std::fmod(length, m_total) : 0); }
 
-    /// Calls emit(vertices) for every dash of an open polyline, going on in the pattern where the last call ended.
+    /// Calls emit(vertices) for every dash of an open polyline, going on in the pattern where the last call
+    /// ended.
     template <typename Emit>
     void cut(const std::vector<StrokeVertex<T>>& line, Emit&& emit) {
         if (line.empty()) return;

@@ -30,8 +30,8 @@ uint32_t lookUp(const CGGradient& gradient, double position, CGGradientDrawingOp
 
 } // namespace
 
-std::optional<LinearGradientSource> LinearGradientSource::make(const CGGradient& gradient, CGPoint start, CGPoint end,
-                                                               CGGradientDrawingOptions options,
+std::optional<LinearGradientSource> LinearGradientSource::make(const CGGradient& gradient, CGPoint start,
+                                                               CGPoint end, CGGradientDrawingOptions options,
                                                                const CGAffineTransform& toPixel) {
     if (!isInvertible(toPixel) || !isFinitePoint(start) || !isFinitePoint(end)) return {};
     const double dx = end.x - start.x, dy = end.y - start.y, length2 = dx * dx + dy * dy;
@@ -41,7 +41,8 @@ std::optional<LinearGradientSource> LinearGradientSource::make(const CGGradient&
     source.m_perX = (t.a * dx + t.b * dy) / length2;
     source.m_perY = (t.c * dx + t.d * dy) / length2;
     source.m_atOrigin = ((t.tx - start.x) * dx + (t.ty - start.y) * dy) / length2;
-    if (!std::isfinite(source.m_perX) || !std::isfinite(source.m_perY) || !std::isfinite(source.m_atOrigin)) return {};
+    if (!std::isfinite(source.m_perX) || !std::isfinite(source.m_perY) || !std::isfinite(source.m_atOrigin))
+        return {};
     return source;
 }
 
@@ -51,8 +52,9 @@ void LinearGradientSource::fetch(int x, int y, size_t n, uint32_t* rgba) {
         rgba[i] = lookUp(m_gradient, first + m_perX * static_cast<double>(i), m_options);
 }
 
-std::optional<RadialGradientSource> RadialGradientSource::make(const CGGradient& gradient, const Circle& start,
-                                                               const Circle& end, CGGradientDrawingOptions options,
+std::optional<RadialGradientSource> RadialGradientSource::make(const CGGradient& gradient,
+                                                               const Circle& start, const Circle& end,
+                                                               CGGradientDrawingOptions options,
                                                                const CGAffineTransform& toPixel) {
     if (!isInvertible(toPixel) || !isFinitePoint(start.center) || !isFinitePoint(end.center)) return {};
     if (!(start.radius >= 0) || !(end.radius >= 0) || !(start.radius + end.radius > 0)) return {};

@@ -8,8 +8,8 @@ namespace ozcg {
 
 namespace {
 
-// Where image and pixel axes are not parallel, the parts below neighbouring pixels overlap; a part of more than this
-// many image pixels each way would cost too much then.
+// Where image and pixel axes are not parallel, the parts below neighbouring pixels overlap; a part of more
+// than this many image pixels each way would cost too much then.
 constexpr double kMaxSkewedSide = 16;
 // Image pixels this close to lying below pixels are taken to lie there.
 constexpr double kSnap = 1.0 / 4096;
@@ -51,13 +51,16 @@ struct Interval {
 
 } // namespace
 
-std::optional<ImageSource> ImageSource::make(const CGImage& image, const CGAffineTransform& toPixel, bool smooth) {
+std::optional<ImageSource> ImageSource::make(const CGImage& image, const CGAffineTransform& toPixel,
+                                             bool smooth) {
     const double determinant = toPixel.a * toPixel.d - toPixel.b * toPixel.c;
-    if (determinant == 0 || !std::isfinite(1 / determinant) || !std::isfinite(toPixel.tx + toPixel.ty)) return {};
+    if (determinant == 0 || !std::isfinite(1 / determinant) || !std::isfinite(toPixel.tx + toPixel.ty))
+        return {};
     ImageSource source(image);
     const auto w = static_cast<double>(image.width()), h = static_cast<double>(image.height());
     const CGAffineTransform toRows = {w, 0, 0, -h, 0, h};
-    CGAffineTransform& t = source.m_toImage = CGAffineTransformConcat(CGAffineTransformInvert(toPixel), toRows);
+    CGAffineTransform& t = source.m_toImage =
+        CGAffineTransformConcat(CGAffineTransformInvert(toPixel), toRows);
     const auto is = [](double v, double wanted) { return std::abs(v - wanted) < 1e-9; };
     source.m_smooth = smooth;
     source.m_copies = is(t.a, 1) && is(t.b, 0) && is(t.c, 0) && is(t.d, 1) && isWhole(t.tx) && isWhole(t.ty);
@@ -115,7 +118,8 @@ uint32_t ImageSource::average(double u, double v) const {
     Sum sum;
     for (int y = rows.first; y <= rows.last; ++y) {
         const double rowWeight = rows.weight(y);
-        for (int x = columns.first; x <= columns.last; ++x) sum.add(pixel(x, y), rowWeight * columns.weight(x));
+        for (int x = columns.first; x <= columns.last; ++x)
+            sum.add(pixel(x, y), rowWeight * columns.weight(x));
     }
     return sum.over((columns.to - columns.from) * (rows.to - rows.from));
 }

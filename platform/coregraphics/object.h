@@ -41,8 +41,7 @@ public:
     void release() const noexcept {
         if (isImmortal()) return;
         // A plain load answers for the only owner: nobody else can add a reference meanwhile.
-        if (isUnique() || m_references.fetch_sub(1, std::memory_order_acq_rel) == 1)
-            delete this;
+        if (isUnique() || m_references.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
     }
 
     /// True when the caller's reference is the only one: nobody else can see a change.

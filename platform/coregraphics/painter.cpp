@@ -18,7 +18,8 @@ namespace {
 // Larger shapes are drawn in bands, so that the accumulator stays within 32 MB.
 constexpr int64_t kMaxCells = int64_t{8} << 20;
 
-// Not as a rectangle: at great distances origin and size do not add up to the far side. The path must not be empty.
+// Not as a rectangle: at great distances origin and size do not add up to the far side. The path must not be
+// empty.
 Bounds boundsOf(const PathData& path) {
     const CGPoint first = path.points().front();
     Bounds b = {first.x, first.y, first.x, first.y};
@@ -49,7 +50,8 @@ CGAffineTransform fromBox(const IntRect& box) {
 template <typename Paint>
 void forEachBand(const IntRect& box, Paint&& paint) {
     if (box.empty()) return;
-    const auto rows = static_cast<int>(std::clamp(kMaxCells / box.width(), int64_t{1}, int64_t{box.height()}));
+    const auto rows =
+        static_cast<int>(std::clamp(kMaxCells / box.width(), int64_t{1}, int64_t{box.height()}));
     for (int y = box.y0; y < box.y1; y += rows) paint(IntRect{box.x0, y, box.x1, std::min(y + rows, box.y1)});
 }
 
@@ -78,7 +80,8 @@ void scale(uint32_t* pixels, size_t n, unsigned alpha) {
 // Paints n pixels of a row whose coverage, before the clip, is given.
 void paintRow(const Surface& surface, const Compositing& how, PaintSource& source, int x, int y, size_t n,
               uint8_t* coverage) {
-    if (!how.antialias) std::transform(coverage, coverage + n, coverage, [](uint8_t c) { return c < 128 ? 0 : 255; });
+    if (!how.antialias)
+        std::transform(coverage, coverage + n, coverage, [](uint8_t c) { return c < 128 ? 0 : 255; });
     how.clip.apply(y, x, n, coverage);
     std::vector<uint32_t>& row = Scratch::ofThread().sourceRow;
     if (row.size() < n) row.resize(n);
@@ -140,7 +143,8 @@ private:
 
 } // namespace
 
-void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule, const Rgba& color) {
+void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+              const Rgba& color) {
     const SolidPainter paint(surface, how, color);
     if (!paint.paintsAnything()) return;
     accumulateFill(path, how.clip.outer(), [&](CoverageAccumulator& coverage) { paint(coverage, rule); });

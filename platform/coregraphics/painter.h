@@ -35,7 +35,8 @@ struct Compositing {
 
 // Paths are in pixels. All of these throw std::bad_alloc and then leave the surface partly painted.
 
-void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule, const Rgba& color);
+void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+              const Rgba& color);
 void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
               PaintSource& source);
 /// `ctm` is what has taken the path from the space where the pen is round to pixels.

@@ -12,7 +12,8 @@ enum class Reach { inside, near, far };
 Reach reachOf(const CoverageAccumulator& coverage, const Bounds& b) {
     const double w = coverage.width(), h = coverage.height();
     if (b.x0 >= 0 && b.y0 >= 0 && b.x1 <= w && b.y1 <= h) return Reach::inside;
-    const bool near = b.x0 >= -kNearReach && b.y0 >= -kNearReach && b.x1 <= w + kNearReach && b.y1 <= h + kNearReach;
+    const bool near =
+        b.x0 >= -kNearReach && b.y0 >= -kNearReach && b.x1 <= w + kNearReach && b.y1 <= h + kNearReach;
     return near ? Reach::near : Reach::far;
 }
 
@@ -97,8 +98,10 @@ void fillAnywhere(CoverageAccumulator& coverage, const PathData& path, const CGA
         path, toPixel, [&](Vec2<double> a, Vec2<double> b) { addAnywhere(coverage, a, b); },
         [&](const Cubic<double>& c) {
             forEachNearPiece(c, box, [&](const Cubic<double>& piece, bool meets) {
-                if (meets) addChords(piece, add);
-                else addAnywhere(coverage, piece.p0, piece.p3);
+                if (meets)
+                    addChords(piece, add);
+                else
+                    addAnywhere(coverage, piece.p0, piece.p3);
             });
         });
 }
@@ -121,12 +124,16 @@ public:
 
 private:
     Vec2<T> map(Vec2<T> p) const {
-        if constexpr (Mapped) return {m_a * p.x + m_c * p.y, m_b * p.x + m_d * p.y};
-        else return p;
+        if constexpr (Mapped)
+            return {m_a * p.x + m_c * p.y, m_b * p.x + m_d * p.y};
+        else
+            return p;
     }
     void add(Vec2<T> a, Vec2<T> b) {
-        if constexpr (Inside) m_coverage.addInside(a.x, a.y, b.x, b.y);
-        else addAnywhere(m_coverage, a, b);
+        if constexpr (Inside)
+            m_coverage.addInside(a.x, a.y, b.x, b.y);
+        else
+            addAnywhere(m_coverage, a, b);
     }
 
     CoverageAccumulator& m_coverage;
@@ -135,8 +142,8 @@ private:
 };
 
 template <typename T, bool Inside, bool Mapped>
-void strokeWith(CoverageAccumulator& coverage, const PathData& path, const StrokeSpace& space, const LineStyle& style,
-                StrokeBuffers<T>& buffers, const Bounds* visible) {
+void strokeWith(CoverageAccumulator& coverage, const PathData& path, const StrokeSpace& space,
+                const LineStyle& style, StrokeBuffers<T>& buffers, const Bounds* visible) {
     EdgeSink<T, Inside, Mapped> sink(coverage, space.toPixel);
     PathStroker<T, EdgeSink<T, Inside, Mapped>> stroker(space, style, sink, buffers, visible);
     stroker.stroke(path);
@@ -145,7 +152,8 @@ void strokeWith(CoverageAccumulator& coverage, const PathData& path, const Strok
 // The box and all that the pen can reach from outside of it, in pen space.
 Bounds visibleInPenSpace(const CoverageAccumulator& coverage, const StrokeSpace& space) {
     const double margin = 2 * space.reach + 16;
-    const CGRect pixels = {{-margin, -margin}, {coverage.width() + 2 * margin, coverage.height() + 2 * margin}};
+    const CGRect pixels = {{-margin, -margin},
+                           {coverage.width() + 2 * margin, coverage.height() + 2 * margin}};
     const CGRect r = CGRectApplyAffineTransform(pixels, CGAffineTransformInvert(space.toPixel));
     return {r.origin.x, r.origin.y, r.origin.x + r.size.width, r.origin.y + r.size.height};
 }
@@ -154,8 +162,10 @@ Bounds visibleInPenSpace(const CoverageAccumulator& coverage, const StrokeSpace&
 
 void addFillEdges(CoverageAccumulator& coverage, const PathData& path, const CGAffineTransform& toPixel,
                   const Bounds& bounds) {
-    if (reachOf(coverage, bounds) == Reach::inside) fillInside(coverage, path, toPixel);
-    else fillAnywhere(coverage, path, toPixel);
+    if (reachOf(coverage, bounds) == Reach::inside)
+        fillInside(coverage, path, toPixel);
+    else
+        fillAnywhere(coverage, path, toPixel);
 }
 
 void addStrokeEdges(CoverageAccumulator& coverage, const PathData& path, const StrokeSpace& space,

@@ -13,12 +13,14 @@ struct EdgeBuffers {
 };
 
 /// Adds the edges of a filled path, subpaths closed. `toPixel` only moves and mirrors: it takes path space to
-/// pixels relative to the accumulator's box. `bounds` holds all points of the path, in pixels relative to the box.
+/// pixels relative to the accumulator's box. `bounds` holds all points of the path, in pixels relative to the
+/// box.
 void addFillEdges(CoverageAccumulator& coverage, const PathData& path, const CGAffineTransform& toPixel,
                   const Bounds& bounds);
 
-/// Adds the edges of a stroke's outline, to be filled with the non-zero rule. `space` was made with a `toPixel`
-/// that ends in pixels relative to the accumulator's box; `bounds` holds all points of the path there.
+/// Adds the edges of a stroke's outline, to be filled with the non-zero rule. `space` was made with a
+/// `toPixel` that ends in pixels relative to the accumulator's box; `bounds` holds all points of the path
+/// there.
 void addStrokeEdges(CoverageAccumulator& coverage, const PathData& path, const StrokeSpace& space,
                     const LineStyle& style, const Bounds& bounds, EdgeBuffers& buffers);
 

@@ -7,7 +7,8 @@
 
 namespace ozcg {
 
-/// Walks a path: takes it to pen space, flattens it, cuts it into dashes and hands the polylines to a Stroker.
+/// Walks a path: takes it to pen space, flattens it, cuts it into dashes and hands the polylines to a
+/// Stroker.
 ///
 /// With `visible` (in pen space, wide enough for everything that the pen can reach) lines and curves are cut
 /// back to it first, so that coordinates of any size can be drawn.
@@ -16,8 +17,8 @@ class PathStroker {
 public:
     PathStroker(const StrokeSpace& space, const LineStyle& style, Sink& sink, StrokeBuffers<T>& buffers,
                 const Bounds* visible)
-        : m_space(space), m_stroker(space.pen, sink, buffers), m_dasher(style.dashes, style.dashPhase, space.scale),
-          m_line(buffers.line), m_visible(visible) {
+        : m_space(space), m_stroker(space.pen, sink, buffers),
+          m_dasher(style.dashes, style.dashPhase, space.scale), m_line(buffers.line), m_visible(visible) {
         m_line.clear();
     }
 
@@ -79,8 +80,10 @@ private:
     void curveTo(const Cubic<double>& c) {
         if (m_visible) {
             forEachNearPiece(c, *m_visible, [&](const Cubic<double>& piece, bool meets) {
-                if (meets) chordsTo(piece);
-                else lineTo(piece.p3, false);
+                if (meets)
+                    chordsTo(piece);
+                else
+                    lineTo(piece.p3, false);
             });
         } else {
             chordsTo(c);
@@ -97,10 +100,13 @@ private:
         }
         const int count = chordCount(narrowed, static_cast<T>(m_space.pen.tolerance));
         emitChords(narrowed, count, [&](Vec2<T> p) {
-            if (m_visible) lineTo({double(p.x), double(p.y)}, true);
-            else m_line.push_back({p, true});
+            if (m_visible)
+                lineTo({double(p.x), double(p.y)}, true);
+            else
+                m_line.push_back({p, true});
         });
-        if (!m_visible) m_tangents.end = -startTangent(Cubic<T>{narrowed.p3, narrowed.p2, narrowed.p1, narrowed.p0});
+        if (!m_visible)
+            m_tangents.end = -startTangent(Cubic<T>{narrowed.p3, narrowed.p2, narrowed.p1, narrowed.p0});
     }
 
     // Towards the first point that differs from the start.

@@ -45,12 +45,13 @@ std::optional<StrokeSpace> StrokeSpace::make(const LineStyle& style, const CGAff
         space.toPixel = CGAffineTransformIdentity;
         space.pen.xAxis = {linear.a / scale, linear.b / scale};
     } else {
-        const CGAffineTransform penToPixel = {linear.a / scale, linear.b / scale, linear.c / scale,
-                                              linear.d / scale, 0,                0};
+        const CGAffineTransform penToPixel = {
+            linear.a / scale, linear.b / scale, linear.c / scale, linear.d / scale, 0, 0};
         widest = stretch(penToPixel);
         space.toPixel = penToPixel;
         space.toPen = CGAffineTransformConcat(toPixel, CGAffineTransformInvert(penToPixel));
-        if (!std::isfinite(widest) || !std::isfinite(space.toPen.a + space.toPen.b + space.toPen.c + space.toPen.d))
+        if (!std::isfinite(widest) ||
+            !std::isfinite(space.toPen.a + space.toPen.b + space.toPen.c + space.toPen.d))
             return {};
     }
     space.pen.tolerance = kFlatness / widest;

@@ -20,8 +20,8 @@ struct LineStyle {
     std::vector<double> dashes;
 };
 
-/// Where a stroke is worked out. The pen is a circle in user space, so a path that is already transformed goes
-/// back there (up to scale) unless the transform keeps circles round.
+/// Where a stroke is worked out. The pen is a circle in user space, so a path that is already transformed
+/// goes back there (up to scale) unless the transform keeps circles round.
 struct StrokeSpace {
     CGAffineTransform toPen;   // from the path's space
     CGAffineTransform toPixel; // from pen space

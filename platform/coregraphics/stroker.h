@@ -38,8 +38,8 @@ struct StrokeBuffers {
     std::vector<T> lengths;
 };
 
-/// The directions in which an open polyline starts and ends where they are known better than its first and last
-/// segment tell, because it comes from a curve. Of any length; zero: not known.
+/// The directions in which an open polyline starts and ends where they are known better than its first and
+/// last segment tell, because it comes from a curve. Of any length; zero: not known.
 template <typename T>
 struct EndTangents {
     Vec2<T> start{}, end{};

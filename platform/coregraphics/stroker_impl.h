@@ -11,9 +11,9 @@ constexpr int kMaxArcSteps = 512;
 template <typename T, typename Sink>
 Stroker<T, Sink>::Stroker(const Pen& pen, Sink& sink, StrokeBuffers<T>& buffers)
     : m_sink(sink), m_halfWidth(static_cast<T>(pen.halfWidth)), m_halfWidthSquared(m_halfWidth * m_halfWidth),
-      m_miterLimitSquared(static_cast<T>(std::min(pen.miterLimit, 1e9) * std::min(pen.miterLimit, 1e9))), m_cap(pen.cap),
-      m_join(pen.join), m_xAxis{static_cast<T>(pen.xAxis.x), static_cast<T>(pen.xAxis.y)}, m_normals(buffers.normals),
-      m_lengths(buffers.lengths) {
+      m_miterLimitSquared(static_cast<T>(std::min(pen.miterLimit, 1e9) * std::min(pen.miterLimit, 1e9))),
+      m_cap(pen.cap), m_join(pen.join), m_xAxis{static_cast<T>(pen.xAxis.x), static_cast<T>(pen.xAxis.y)},
+      m_normals(buffers.normals), m_lengths(buffers.lengths) {
     // A chord that spans the angle a lies halfWidth * (1 - cos(a/2)) from its arc.
     constexpr double kPi = 3.14159265358979323846;
     const double half = std::acos(std::max(0.0, 1 - pen.tolerance / pen.halfWidth));
@@ -37,7 +37,8 @@ void Stroker<T, Sink>::prepare(const std::vector<StrokeVertex<T>>& line, size_t 
 }
 
 template <typename T, typename Sink>
-void Stroker<T, Sink>::stroke(std::vector<StrokeVertex<T>>& line, bool closed, const EndTangents<T>& tangents) {
+void Stroker<T, Sink>::stroke(std::vector<StrokeVertex<T>>& line, bool closed,
+                              const EndTangents<T>& tangents) {
     // What is closer than this has, after rounding, no direction worth following.
     const T tooShort = T(1) / T(1024);
     size_t n = 0;
@@ -58,8 +59,10 @@ void Stroker<T, Sink>::stroke(std::vector<StrokeVertex<T>>& line, bool closed, c
     if (n == 1) return dotAt(line[0].p);
 
     prepare(line, closed ? n : n - 1);
-    if (closed) closedOutline(line);
-    else openOutline(line, tangents);
+    if (closed)
+        closedOutline(line);
+    else
+        openOutline(line, tangents);
 }
 
 // The joins at the vertices between two segments, forth on one side or back on the other.
@@ -92,7 +95,8 @@ void Stroker<T, Sink>::closedOutline(const std::vector<StrokeVertex<T>>& line) {
 
 template <typename T, typename Sink>
 void Stroker<T, Sink>::openOutline(const std::vector<StrokeVertex<T>>& line, const EndTangents<T>& tangents) {
-    const V start = endNormal(tangents.start, m_normals.front()), end = endNormal(tangents.end, m_normals.back());
+    const V start = endNormal(tangents.start, m_normals.front()),
+            end = endNormal(tangents.end, m_normals.back());
     m_sink.begin(line.front().p + start);
     sides(line, false);
     cap(line.back().p, end);
@@ -132,7 +136,8 @@ void Stroker<T, Sink>::outerJoin(V o, V from, V to, T cosine, bool smooth) {
     } else if (m_join == Join::miter) {
         // The miter's length over the width is 1 / sin(angle / 2).
         const T k = m_halfWidthSquared + cosine;
-        if (2 * m_halfWidthSquared <= m_miterLimitSquared * k) m_sink.to(o + (from + to) * (m_halfWidthSquared / k));
+        if (2 * m_halfWidthSquared <= m_miterLimitSquared * k)
+            m_sink.to(o + (from + to) * (m_halfWidthSquared / k));
     }
     m_sink.to(o + to);
 }

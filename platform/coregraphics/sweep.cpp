@@ -6,14 +6,14 @@
 #include <utility>
 
 // One copy of the vector code per instruction set, the best one chosen when the program runs.
-// The plain fallback works with GCC before 12.3 too: what Highway fears there is a high-half multiplication, which
-// nothing here uses.
+// The plain fallback works with GCC before 12.3 too: what Highway fears there is a high-half multiplication,
+// which nothing here uses.
 #define HWY_BROKEN_EMU128 0
 // Vectors whose size only the machine knows can't be held in arrays.
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128)
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "sweep.cpp" // NOLINT
-#include <hwy/foreach_target.h> // IWYU pragma: keep
+#include <hwy/foreach_target.h>        // IWYU pragma: keep
 #include <hwy/highway.h>
 
 static_assert(std::endian::native == std::endian::little, "pixels are handled as little-endian words");
@@ -119,7 +119,8 @@ HWY_INLINE PrefixSums SumUp(hn::Vec<Floats> v) {
     return {v, total};
 }
 
-// Walks one row: sink.span(x0, x1, alpha) for constant stretches, sink.block(x, alphas) for the pixels of a block.
+// Walks one row: sink.span(x0, x1, alpha) for constant stretches, sink.block(x, alphas) for the pixels of a
+// block.
 template <bool kEvenOdd, class Sink>
 HWY_INLINE void SweepCells(float* cells, std::span<uint64_t> touched, int width, Sink& sink) {
     const Floats d;
@@ -271,24 +272,31 @@ void SweepSolid(CoverageAccumulator& coverage, FillRule rule, const SolidPixel& 
                 size_t bytesPerRow) {
     const bool opaque = color.alpha == 255;
     if (rule == FillRule::evenOdd) {
-        if (opaque) SweepSolidRows<true, true>(coverage, color, topLeft, bytesPerRow);
-        else SweepSolidRows<true, false>(coverage, color, topLeft, bytesPerRow);
+        if (opaque)
+            SweepSolidRows<true, true>(coverage, color, topLeft, bytesPerRow);
+        else
+            SweepSolidRows<true, false>(coverage, color, topLeft, bytesPerRow);
     } else {
-        if (opaque) SweepSolidRows<false, true>(coverage, color, topLeft, bytesPerRow);
-        else SweepSolidRows<false, false>(coverage, color, topLeft, bytesPerRow);
+        if (opaque)
+            SweepSolidRows<false, true>(coverage, color, topLeft, bytesPerRow);
+        else
+            SweepSolidRows<false, false>(coverage, color, topLeft, bytesPerRow);
     }
 }
 
 ColumnRange SweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) {
     CoverageSink sink(out);
     float* const cells = coverage.row(y);
-    if (rule == FillRule::evenOdd) SweepCells<true>(cells, coverage.touched(y), coverage.width(), sink);
-    else SweepCells<false>(cells, coverage.touched(y), coverage.width(), sink);
+    if (rule == FillRule::evenOdd)
+        SweepCells<true>(cells, coverage.touched(y), coverage.width(), sink);
+    else
+        SweepCells<false>(cells, coverage.touched(y), coverage.width(), sink);
     return sink.range(coverage.width());
 }
 
 template <class D8>
-HWY_INLINE void CompositeVector(D8 d8, uint8_t* dst, const uint8_t* src, const uint8_t* coverage, int alphaShift) {
+HWY_INLINE void CompositeVector(D8 d8, uint8_t* dst, const uint8_t* src, const uint8_t* coverage,
+                                int alphaShift) {
     const hn::Repartition<uint16_t, D8> d;
     const hn::Repartition<uint32_t, D8> d32;
     const hn::Rebind<uint8_t, decltype(d32)> dCoverage;
@@ -315,7 +323,8 @@ void CompositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, siz
     size_t i = 0;
     const auto weights = [&] { return coverage ? coverage + i : nullptr; };
     for (; i + step <= n; i += step) CompositeVector(wide, dst + 4 * i, src + 4 * i, weights(), alphaShift);
-    for (; i + kNarrow <= n; i += kNarrow) CompositeVector(narrow, dst + 4 * i, src + 4 * i, weights(), alphaShift);
+    for (; i + kNarrow <= n; i += kNarrow)
+        CompositeVector(narrow, dst + 4 * i, src + 4 * i, weights(), alphaShift);
     if (i < n) {
         alignas(16) uint8_t over[4 * kNarrow] = {}, under[4 * kNarrow] = {}, weight[kNarrow] = {};
         std::memcpy(over, src + 4 * i, 4 * (n - i));
@@ -351,7 +360,8 @@ ColumnRange sweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_
     return HWY_DYNAMIC_DISPATCH(SweepRow)(coverage, y, rule, out);
 }
 
-void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n, int alphaShift) noexcept {
+void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n,
+                  int alphaShift) noexcept {
     HWY_DYNAMIC_DISPATCH(CompositeRow)(dst, src, coverage, n, alphaShift);
 }
 

@@ -23,13 +23,14 @@ struct ColumnRange {
 /// More bytes than the width that a row of coverage needs behind it.
 constexpr size_t kCoveragePadding = size_t{1} << kBlockShift;
 
-/// Writes the coverage (255: all) of row `y` of the box and empties the row. Outside of the columns returned it is
-/// zero, and `out` is not written. `out` holds the box's width and kCoveragePadding more.
+/// Writes the coverage (255: all) of row `y` of the box and empties the row. Outside of the columns returned
+/// it is zero, and `out` is not written. `out` holds the box's width and kCoveragePadding more.
 ColumnRange sweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) noexcept;
 
-/// Composites `n` premultiplied pixels over others whose bytes are in the same order, weighed by coverage (NULL: all);
-/// `alphaShift` is 24 where alpha is the last byte, 0 where it is the first.
-void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n, int alphaShift) noexcept;
+/// Composites `n` premultiplied pixels over others whose bytes are in the same order, weighed by coverage
+/// (NULL: all); `alphaShift` is 24 where alpha is the last byte, 0 where it is the first.
+void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n,
+                  int alphaShift) noexcept;
 
 /// Name of the instruction set in use, for a person.
 const char* vectorTargetName() noexcept;

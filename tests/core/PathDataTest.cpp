@@ -6,11 +6,26 @@
 
 using namespace ozm;
 
+namespace {
+
+struct Case {
+    const char* data;
+    const char* path;
+};
+
+template <size_t N>
+void Check(const Case (&cases)[N]) {
+    for (const auto& [data, text] : cases) {
+        Path path;
+        SVGParser().ParsePathData(data, path);
+        EXPECT_EQ(test::Text(path), text) << data;
+    }
+}
+
+} // namespace
+
 TEST(ParsePathData, ResolvesCommands) {
-    const struct {
-        const char* data;
-        const char* path;
-    } cases[] = {
+    Check({
         {"M 10 20 L 30 40 50 60 Z", "M10,20 L30,40;50,60 Z"},
         {"M0,0 10,10 20,20", "M0,0 L10,10 L20,20"},
         {"m 1 1 2 2", "M1,1 L3,3"},
@@ -26,19 +41,11 @@ TEST(ParsePathData, ResolvesCommands) {
         {"M1 2ZzZ 3 4", "M1,2 Z Z Z"},
         {"", ""},
         {" \t\n\v\f\r", ""},
-    };
-    for (const auto& [data, text] : cases) {
-        Path path;
-        SVGParser().ParsePathData(data, path);
-        EXPECT_EQ(test::Text(path), text) << data;
-    }
+    });
 }
 
 TEST(ParsePathData, ReflectsOnlyBehindACurve) {
-    const struct {
-        const char* data;
-        const char* path;
-    } cases[] = {
+    Check({
         {"S1 2 3 4", "C0,0,1,2,3,4"},
         {"M5 5S1 2 3 4", "M5,5 C5,5,1,2,3,4"},
         {"C0 0 1 1 3 3L4 4S5 5 6 6", "C0,0,1,1,3,3 L4,4 C4,4,5,5,6,6"},
@@ -46,19 +53,11 @@ TEST(ParsePathData, ReflectsOnlyBehindACurve) {
         {"C0 0 1 1 3 3H S5 5 6 6", "C0,0,1,1,3,3 L C3,3,5,5,6,6"},
         // What draws nothing does not stand between two curves.
         {"C0 0 1 1 3 3Q9 9 9 9L1S5 5 6 6", "C0,0,1,1,3,3 C5,5,5,5,6,6"},
-    };
-    for (const auto& [data, text] : cases) {
-        Path path;
-        SVGParser().ParsePathData(data, path);
-        EXPECT_EQ(test::Text(path), text) << data;
-    }
+    });
 }
 
 TEST(ParsePathData, DropsWhatItCannotUse) {
-    const struct {
-        const char* data;
-        const char* path;
-    } cases[] = {
+    Check({
         // Wrong numbers of arguments.
         {"M0 0L 1", "M0,0"},
         {"M1 2 3L4 4", "L4,4"},
@@ -79,12 +78,7 @@ TEST(ParsePathData, DropsWhatItCannotUse) {
         {"1 2 L 3 4", ""},
         {",M1 2", ""},
         {"M,1 2L3 4", ""},
-    };
-    for (const auto& [data, text] : cases) {
-        Path path;
-        SVGParser().ParsePathData(data, path);
-        EXPECT_EQ(test::Text(path), text) << data;
-    }
+    });
 }
 
 TEST(ParsePathData, AppendsToThePath) {

@@ -22,9 +22,11 @@ inline std::ostream& operator<<(std::ostream& out, const Rgba8& p) {
 /// A transparent RGBA bitmap whose user space, unlike a bare context's, has its origin top left and y down.
 class Canvas {
 public:
-    explicit Canvas(size_t width = 32, size_t height = 32, CGBitmapInfo info = CGBitmapInfo{kCGImageAlphaPremultipliedLast})
+    explicit Canvas(size_t width = 32, size_t height = 32,
+                    CGBitmapInfo info = CGBitmapInfo{kCGImageAlphaPremultipliedLast})
         : m_space(CGColorSpaceCreateDeviceRGB()),
-          m_context(CGBitmapContextCreate(nullptr, width, height, 8, 4 * width, m_space, info)), m_info(info) {
+          m_context(CGBitmapContextCreate(nullptr, width, height, 8, 4 * width, m_space, info)),
+          m_info(info) {
         CGContextTranslateCTM(m_context, 0, static_cast<CGFloat>(height));
         CGContextScaleCTM(m_context, 1, -1);
     }
@@ -34,7 +36,8 @@ public:
     size_t height() const { return CGBitmapContextGetHeight(m_context); }
 
     Rgba8 at(size_t x, size_t y) const {
-        const auto* p = static_cast<const uint8_t*>(CGBitmapContextGetData(m_context)) + 4 * (y * width() + x);
+        const auto* p =
+            static_cast<const uint8_t*>(CGBitmapContextGetData(m_context)) + 4 * (y * width() + x);
         if (m_info == kCGImageAlphaPremultipliedLast) return {p[0], p[1], p[2], p[3]};
         if (m_info == kCGImageAlphaPremultipliedFirst) return {p[1], p[2], p[3], p[0]};
         return {p[2], p[1], p[0], p[3]};
@@ -50,7 +53,8 @@ public:
     std::string rows() const {
         std::string text;
         for (size_t y = 0; y < height(); ++y) {
-            for (size_t x = 0; x < width(); ++x) text += at(x, y).a == 0 ? '.' : at(x, y).a == 255 ? '#' : '+';
+            for (size_t x = 0; x < width(); ++x)
+                text += at(x, y).a == 0 ? '.' : at(x, y).a == 255 ? '#' : '+';
             text += '\n';
         }
         return text;

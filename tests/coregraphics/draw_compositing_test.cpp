@@ -132,7 +132,9 @@ TEST(Gradient, DegenerateOnesDrawNothing) {
 TEST(Alpha, AppliesToEverything) {
     const std::function<void(CGContextRef)> drawings[] = {
         [](CGContextRef c) { CGContextFillRect(c, kAll); },
-        [](CGContextRef c) { CGContextDrawLinearGradient(c, redToBlue(), {0, 0}, {32, 0}, 3); },
+        [](CGContextRef c) {
+            CGContextDrawLinearGradient(c, redToBlue(), {0, 0}, {32, 0}, 3);
+        },
         [](CGContextRef c) {
             const Canvas source;
             CGContextFillRect(source, kAll);
@@ -201,8 +203,9 @@ TEST(Bitmap, HoldsTheSamePictureInEveryByteOrder) {
     };
     const Canvas rgba;
     draw(rgba);
-    for (const CGBitmapInfo info : {CGBitmapInfo{kCGImageAlphaPremultipliedFirst},
-                                    CGBitmapInfo{kCGImageAlphaPremultipliedFirst} | CGBitmapInfo{kCGBitmapByteOrder32Little}}) {
+    for (const CGBitmapInfo info :
+         {CGBitmapInfo{kCGImageAlphaPremultipliedFirst},
+          CGBitmapInfo{kCGImageAlphaPremultipliedFirst} | CGBitmapInfo{kCGBitmapByteOrder32Little}}) {
         const Canvas other(32, 32, info);
         draw(other);
         for (size_t y = 0; y < 32; ++y)
@@ -212,7 +215,8 @@ TEST(Bitmap, HoldsTheSamePictureInEveryByteOrder) {
 
 TEST(Bitmap, RefusesWhatItCannotHold) {
     const Owned<CGColorSpaceRef> rgb(CGColorSpaceCreateDeviceRGB()), gray(CGColorSpaceCreateDeviceGray());
-    const auto refused = [](size_t w, size_t h, size_t bits, size_t row, CGColorSpaceRef space, CGBitmapInfo info) {
+    const auto refused = [](size_t w, size_t h, size_t bits, size_t row, CGColorSpaceRef space,
+                            CGBitmapInfo info) {
         return CGBitmapContextCreate(nullptr, w, h, bits, row, space, info) == nullptr;
     };
     EXPECT_TRUE(refused(0, 4, 8, 0, rgb, 2));
@@ -251,12 +255,18 @@ TEST(Blend, FollowsTheFormulas) {
         CGBlendMode mode;
         Rgba8 result;
     } cases[] = {
-        {kCGBlendModeNormal, {128, 128, 64, 255}},      {kCGBlendModeMultiply, {0, 96, 64, 255}},
-        {kCGBlendModeScreen, {128, 160, 128, 255}},     {kCGBlendModeDarken, {0, 128, 64, 255}},
-        {kCGBlendModeLighten, {128, 128, 128, 255}},    {kCGBlendModeDifference, {128, 64, 128, 255}},
-        {kCGBlendModeClear, {0, 0, 0, 0}},              {kCGBlendModeCopy, {128, 64, 0, 128}},
-        {kCGBlendModeSourceOut, {0, 0, 0, 0}},          {kCGBlendModeDestinationIn, {0, 64, 64, 128}},
-        {kCGBlendModeDestinationOver, {0, 128, 128, 255}}, {kCGBlendModePlusLighter, {128, 192, 128, 255}},
+        {kCGBlendModeNormal, {128, 128, 64, 255}},
+        {kCGBlendModeMultiply, {0, 96, 64, 255}},
+        {kCGBlendModeScreen, {128, 160, 128, 255}},
+        {kCGBlendModeDarken, {0, 128, 64, 255}},
+        {kCGBlendModeLighten, {128, 128, 128, 255}},
+        {kCGBlendModeDifference, {128, 64, 128, 255}},
+        {kCGBlendModeClear, {0, 0, 0, 0}},
+        {kCGBlendModeCopy, {128, 64, 0, 128}},
+        {kCGBlendModeSourceOut, {0, 0, 0, 0}},
+        {kCGBlendModeDestinationIn, {0, 64, 64, 128}},
+        {kCGBlendModeDestinationOver, {0, 128, 128, 255}},
+        {kCGBlendModePlusLighter, {128, 192, 128, 255}},
     };
     for (const auto& c : cases) {
         const Canvas canvas;

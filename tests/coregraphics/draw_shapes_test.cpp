@@ -32,8 +32,9 @@ TEST(Fill, CoversItsArea) {
         {"M 1 1 L 1.3 30 L 1.1 30 Z", kCGPathFill, 0.5 * 0.2 * 29},    // a hair
         {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 17 7 L 17 17 L 7 17 Z", kCGPathFill, 400},
         {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 17 7 L 17 17 L 7 17 Z", kCGPathEOFill, 300},
-        {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 7 17 L 17 17 L 17 7 Z", kCGPathFill, 300}, // wound the other way
-        {"M -100 -100 L 100 -100 L 100 16 L -100 16 Z", kCGPathFill, 32 * 16},             // reaches out on all sides
+        {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 7 17 L 17 17 L 17 7 Z", kCGPathFill,
+         300},                                                                 // wound the other way
+        {"M -100 -100 L 100 -100 L 100 16 L -100 16 Z", kCGPathFill, 32 * 16}, // reaches out on all sides
     };
     for (const Fill& fill : fills) {
         const Canvas canvas;
@@ -47,7 +48,8 @@ TEST(Fill, CoversItsArea) {
 TEST(Fill, CurvesAreFine) {
     for (const double radius : {0.7, 3.0, 14.0, 120.0}) {
         const Canvas canvas(256, 256);
-        CGContextFillEllipseInRect(canvas, CGRectMake(128.3 - radius, 127.6 - radius, 2 * radius, 2 * radius));
+        CGContextFillEllipseInRect(canvas,
+                                   CGRectMake(128.3 - radius, 127.6 - radius, 2 * radius, 2 * radius));
         // Chords lie inside, by 2/3 of the flatness of 0.05 pixels in the mean.
         const double area = canvas.area(), exact = kPi * radius * radius;
         EXPECT_LE(area, exact + 0.05) << radius;
@@ -62,8 +64,10 @@ TEST(Fill, IsTheSameOnEveryVectorTarget) {
         for (int i = 0; i < 7; ++i) {
             const double angle = 2 * kPi * 3 * i / 7;
             const CGPoint p = {30 + 28.7 * std::cos(angle), 23 + 22.9 * std::sin(angle)};
-            if (i == 0) CGContextMoveToPoint(canvas, p.x, p.y);
-            else CGContextAddLineToPoint(canvas, p.x, p.y);
+            if (i == 0)
+                CGContextMoveToPoint(canvas, p.x, p.y);
+            else
+                CGContextAddLineToPoint(canvas, p.x, p.y);
         }
         CGContextSetRGBFillColor(canvas, 0.9, 0.4, 0.1, 0.8);
         CGContextDrawPath(canvas, mode);
@@ -197,7 +201,8 @@ TEST(Robustness, FarCoordinates) {
 }
 
 TEST(Robustness, NumbersThatAreNone) {
-    const double inf = std::numeric_limits<double>::infinity(), nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity(),
+                 nan = std::numeric_limits<double>::quiet_NaN();
     for (const double bad : {inf, -inf, nan}) {
         const Canvas canvas;
         add(canvas, "M 4 4 L 20 4");
