@@ -1,6 +1,6 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
-#include "ozmNumberReader.h"
+#include "ozmListNumberReader.h"
 
 #include <algorithm>
 #include <iterator>
@@ -125,9 +125,9 @@ private:
         for (;;) {
             double* const group = m_arguments.Reserve(GroupSize);
             for (size_t i = 0; i < GroupSize; ++i) {
-                const bool isLetter = at == m_end || IsLetter(*at);
+                const bool isOver = at == m_end || IsLetter(*at);
                 const char* const next =
-                    isLetter ? nullptr : ReadListNumber(at, m_end, group[i], SkipSeparator);
+                    isOver ? nullptr : ReadListNumber(at, m_end, group[i], SkipSeparator);
                 if (!next) {
                     m_at = at;
                     return i == 0 && m_arguments.Count() != 0;
@@ -233,7 +233,10 @@ bool SVGParser::PathCommandIsRelative(char letter) const {
 }
 
 void SVGParser::ParsePathData(StringView text, Path& path) {
-    path.commands.reserve(path.commands.size() + CountLetters(text));
+    // An estimate, because letters may also be exponents or lie behind a fault: there it must not cost
+    // memory.
+    constexpr size_t kLargestReserve = 1 << 16;
+    if (path.commands.empty()) path.commands.reserve(std::min(CountLetters(text), kLargestReserve));
     PathDataReader(text, path.commands).ReadCommands();
 }
 

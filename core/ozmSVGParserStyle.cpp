@@ -50,8 +50,8 @@ void AppendOpacity(StyleProperty::Type type, StringView value, Style& style) {
 
 void AppendPositiveNumber(StyleProperty::Type type, StringView value, Style& style) {
     double number;
-    if (ReadPositiveDecimal(value.begin(), value.end(), number))
-        style.properties.emplace_back(type).number = number;
+    if (!ReadPositiveDecimal(value.begin(), value.end(), number)) return;
+    style.properties.emplace_back(type).number = number;
 }
 
 /// The keyword's number is its place in the list.

@@ -106,7 +106,8 @@ Pixel blended(CGBlendMode mode, const Pixel& s, const Pixel& d) {
                              [&](float x, float y) { return std::max(0.0f, a - ((d.a - y) + (s.a - x))); }),
                 a};
     }
-    case kCGBlendModePlusLighter: return s + d;
+    case kCGBlendModePlusLighter:
+        return {perComponent(s.c, d.c, [](float x, float y) { return std::min(1.0f, x + y); }), std::min(1.0f, s.a + d.a)};
     default: break;
     }
     if (mode > kCGBlendModeNormal && (isSeparable(mode) || mode <= kCGBlendModeLuminosity) && s.a > 0 &&

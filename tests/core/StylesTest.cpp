@@ -117,8 +117,7 @@ TEST(Styles, ReadsDeclarationLists) {
         {"  ", ""},
     };
     for (const auto& [declarations, text] : cases) {
-        EXPECT_EQ(AttributeText(std::string("style='") + declarations + "'"), std::string(text) + ")
-            << declarations;
+        EXPECT_EQ(AttributeText(std::string("style='") + declarations + "'"), text) << declarations;
     }
 }
 

@@ -2,7 +2,6 @@
 #include "canvas.h"
 
 #include <gtest/gtest.h>
-#include <hwy/targets.h>
 
 #include <cmath>
 #include <cstring>
@@ -54,36 +53,6 @@ TEST(Fill, CurvesAreFine) {
         const double area = canvas.area(), exact = kPi * radius * radius;
         EXPECT_LE(area, exact + 0.05) << radius;
         EXPECT_GE(area, exact - 2 * kPi * radius * 0.05 * 2 / 3 - 0.05) << radius;
-    }
-}
-
-// Pixel by pixel against supersampling, every target of the vector code alike.
-TEST(Fill, IsTheSameOnEveryVectorTarget) {
-    const auto star = [](CGPathDrawingMode mode) {
-        Canvas canvas(61, 47);
-        for (int i = 0; i < 7; ++i) {
-            const double angle = 2 * kPi * 3 * i / 7;
-            const CGPoint p = {30 + 28.7 * std::cos(angle), 23 + 22.9 * std::sin(angle)};
-            if (i == 0)
-                CGContextMoveToPoint(canvas, p.x, p.y);
-            else
-                CGContextAddLineToPoint(canvas, p.x, p.y);
-        }
-        CGContextSetRGBFillColor(canvas, 0.9, 0.4, 0.1, 0.8);
-        CGContextDrawPath(canvas, mode);
-        return std::vector<uint8_t>(static_cast<uint8_t*>(CGBitmapContextGetData(canvas)),
-                                    static_cast<uint8_t*>(CGBitmapContextGetData(canvas)) + 4 * 61 * 47);
-    };
-    for (const CGPathDrawingMode mode : {kCGPathFill, kCGPathEOFill}) {
-        const std::vector<uint8_t> best = star(mode);
-        for (const int64_t target : hwy::SupportedAndGeneratedTargets()) {
-            hwy::SetSupportedTargetsForTest(target);
-            const std::vector<uint8_t> other = star(mode);
-            int worst = 0;
-            for (size_t i = 0; i < best.size(); ++i) worst = std::max(worst, std::abs(best[i] - other[i]));
-            EXPECT_LE(worst, 1) << hwy::TargetName(target);
-        }
-        hwy::SetSupportedTargetsForTest(0);
     }
 }
 
@@ -192,11 +161,44 @@ TEST(Robustness, FarCoordinates) {
         CGContextStrokePath(canvas);
         EXPECT_NEAR(canvas.area(), 32 * 4, 0.2) << far;
     }
-    // A circle through the middle whose centre is far away is a half plane.
+    // A circle through the middle whose centre is far away is a half plane, and stroked it is a line.
     for (const double radius : {1e5, 1e7, 1e9}) {
-        const Canvas canvas;
-        CGContextFillEllipseInRect(canvas, CGRectMake(16, 16 - radius, 2 * radius, 2 * radius));
+        const Canvas canvas, stroked;
+        const CGRect circle = CGRectMake(16, 16 - radius, 2 * radius, 2 * radius);
+        CGContextFillEllipseInRect(canvas, circle);
         EXPECT_NEAR(canvas.area(), 32 * 16, 1) << radius;
+        CGContextSetLineWidth(stroked, 4);
+        CGContextStrokeEllipseInRect(stroked, circle);
+        EXPECT_NEAR(stroked.area(), 32 * 4, 1) << radius;
+    }
+    for (const double radius : {1e20, 1e300}) {
+        const Canvas canvas, beside;
+        CGContextFillEllipseInRect(canvas, CGRectMake(-radius, -radius, 2 * radius, 2 * radius));
+        EXPECT_EQ(canvas.area(), 32 * 32) << radius;
+        CGContextFillEllipseInRect(beside, CGRectMake(40, -radius, radius, 2 * radius));
+        EXPECT_EQ(beside.area(), 0) << radius;
+    }
+}
+
+// What it takes to draw depends on the bitmap and the path, not on how far a pen reaches.
+TEST(Robustness, WidePensAndFarCurves) {
+    const struct {
+        double width, miterLimit, reach;
+        CGAffineTransform matrix;
+    } cases[] = {{3e9, 10, 1e9, CGAffineTransformIdentity},    {1, 1e12, 1e12, CGAffineTransformIdentity},
+                 {3e20, 10, 1e20, CGAffineTransformIdentity},  {1, 10, 1e300, {1e100, 0, 0, 1e-100, 0, 0}},
+                 {1, 1e9, 1e300, {1e-90, 1e60, 1e60, 1, 0, 0}}};
+    for (const auto& c : cases) {
+        const Canvas canvas;
+        const double r = c.reach;
+        CGContextMoveToPoint(canvas, 0, 0);
+        CGContextAddCurveToPoint(canvas, r, r, -r, r, 8, 8);
+        CGContextAddCurveToPoint(canvas, r, 0, -r, -r, 0, 0);
+        CGContextSetLineWidth(canvas, c.width);
+        CGContextSetMiterLimit(canvas, c.miterLimit);
+        CGContextConcatCTM(canvas, c.matrix);
+        CGContextStrokePath(canvas);
+        EXPECT_TRUE(canvas.area() == 32 * 32 || c.width < r) << r;
     }
 }
 
@@ -224,10 +226,18 @@ TEST(Robustness, NumbersThatAreNone) {
 }
 
 TEST(Robustness, ManyContoursStatesAndDashes) {
+    for (const auto& [count, half] : {std::pair{300, 0}, std::pair{301, 128}}) {
+        const Canvas evenOdd;
+        for (int i = 0; i < count; ++i) add(evenOdd, "M 0 0 L 32 0 L 32 10.5 L 0 10.5 Z");
+        CGContextEOFillPath(evenOdd);
+        EXPECT_NEAR(evenOdd.at(5, 10).a, half, 1);
+        EXPECT_EQ(evenOdd.at(5, 9).a, half ? 255 : 0);
+    }
     const Canvas canvas;
     for (int i = 0; i < 300; ++i) add(canvas, "M 0 0 L 32 0 L 32 10.5 L 0 10.5 Z");
     CGContextFillPath(canvas);
     EXPECT_EQ(canvas.at(5, 9).a, 255);
+    EXPECT_GE(canvas.at(5, 10).a, 127);
     EXPECT_EQ(canvas.at(5, 11).a, 0);
 
     for (int i = 0; i < 5000; ++i) {

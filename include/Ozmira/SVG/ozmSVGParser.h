@@ -26,8 +26,8 @@ public:
 
     void* reserved = nullptr; ///< Always null.
     Log* log = nullptr;       ///< Borrowed; may be null. Nothing is written to it.
-    Document* document =
-        nullptr;            ///< Borrowed; the document under construction while a parse runs, else null.
+    /// Borrowed; the document under construction while a parse runs, else null.
+    Document* document = nullptr;
     uint32_t nodeCount = 0; ///< Elements given to `ProcessNode` since the parse began.
 
     // Whole documents
@@ -38,7 +38,8 @@ public:
     /// XML, text without an `svg` element and a null pointer give a document without elements; the result is
     /// never null.
     std::unique_ptr<Document> CreateDocumentWithSVGData(const char* data);
-    /// Parses a file. Null when it can't be opened or measured.
+    /// Parses a file. Null when it can't be opened or measured, or does not fit into memory; an empty
+    /// document when it can't be read.
     std::unique_ptr<Document> CreateDocumentWithContentsOfSVGFile(const char* path);
     /// As above, reading the file in one piece with unbuffered system calls.
     std::unique_ptr<Document> CreateDocumentWithContentsOfSVGFile_unbufferedSysOpen(const char* path);
