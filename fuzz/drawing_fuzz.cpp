@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <memory>
 
 namespace {
 
@@ -40,9 +41,16 @@ private:
     size_t m_size;
 };
 
+void query(CGContextRef c, CGPoint p, CGPathDrawingMode mode) {
+    CGContextPathContainsPoint(c, p, mode);
+    CGContextGetPathBoundingBox(c);
+    CGContextGetClipBoundingBox(c);
+    CGPathRelease(CGContextCopyPath(c));
+}
+
 void draw(CGContextRef c, Input& in, CGGradientRef gradient) {
     const CGPoint p = in.point(), q = in.point();
-    switch (in.byte() % 26) {
+    switch (in.byte() % 30) {
     case 0: return CGContextSaveGState(c);
     case 1: return CGContextRestoreGState(c);
     case 2: return CGContextConcatCTM(c, {in.number(), in.number(), in.number(), in.number(), p.x, p.y});
@@ -71,6 +79,10 @@ void draw(CGContextRef c, Input& in, CGGradientRef gradient) {
     case 22: return CGContextSetRGBStrokeColor(c, p.x, p.y, q.x, q.y);
     case 23: return CGContextDrawLinearGradient(c, gradient, p, q, in.byte() % 4);
     case 24: return CGContextDrawRadialGradient(c, gradient, p, in.number(), q, in.number(), in.byte() % 4);
+    case 25: return CGContextSetShouldAntialias(c, in.byte() % 2);
+    case 26: return CGContextSetInterpolationQuality(c, static_cast<CGInterpolationQuality>(in.byte() % 5));
+    case 27: return CGContextClearRect(c, in.rect());
+    case 28: return query(c, p, static_cast<CGPathDrawingMode>(in.byte() % 5));
     default: break;
     }
     const CGImageRef image = CGBitmapContextCreateImage(c);
@@ -82,15 +94,21 @@ void draw(CGContextRef c, Input& in, CGGradientRef gradient) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     Input in(data, size);
+    const uint32_t last = kCGImageAlphaPremultipliedLast, first = kCGImageAlphaPremultipliedFirst;
+    const uint32_t formats[] = {last, first, first | kCGBitmapByteOrder32Little};
+    const uint8_t choice = in.byte();
+    const uint32_t format = formats[choice % 3];
+    const size_t width = 1 + choice / 3 % 64, height = 24;
+    // A block of just this size, so that a step beyond the pixels is noticed.
+    const auto pixels = std::make_unique<uint8_t[]>(4 * width * height);
     const CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
-    const CGContextRef c =
-        CGBitmapContextCreate(nullptr, 24, 24, 8, 0, space, kCGImageAlphaPremultipliedFirst);
+    const CGContextRef c = CGBitmapContextCreate(pixels.get(), width, height, 8, 4 * width, space, format);
     const CGFloat colors[] = {1, 0, 0, 1, 0, 0.5, 1, 0.3}, locations[] = {in.number(), in.number()};
     const CGGradientRef gradient = CGGradientCreateWithColorComponents(space, colors, locations, 2);
     for (int calls = 0; calls < 200 && !in.empty(); ++calls) draw(c, in, gradient);
-    const auto* p = static_cast<const uint8_t*>(CGBitmapContextGetData(c));
-    for (size_t i = 0; i < size_t{24} * 24 * 4; i += 4)
-        Require(p[i + 1] <= p[i] && p[i + 2] <= p[i] && p[i + 3] <= p[i]);
+    const size_t alpha = format == first ? 0 : 3;
+    for (const uint8_t* p = pixels.get(); p != pixels.get() + 4 * width * height; p += 4)
+        for (size_t i = 0; i < 4; ++i) Require(p[i] <= p[alpha]);
     CGGradientRelease(gradient);
     CGContextRelease(c);
     CGColorSpaceRelease(space);

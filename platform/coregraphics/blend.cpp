@@ -107,7 +107,8 @@ Pixel blended(CGBlendMode mode, const Pixel& s, const Pixel& d) {
                 a};
     }
     case kCGBlendModePlusLighter:
-        return {perComponent(s.c, d.c, [](float x, float y) { return std::min(1.0f, x + y); }), std::min(1.0f, s.a + d.a)};
+        return {perComponent(s.c, d.c, [](float x, float y) { return std::min(1.0f, x + y); }),
+                std::min(1.0f, s.a + d.a)};
     default: break;
     }
     if (mode > kCGBlendModeNormal && (isSeparable(mode) || mode <= kCGBlendModeLuminosity) && s.a > 0 &&

@@ -37,6 +37,8 @@ public:
     }
 
     bool active() const { return m_total > 0; }
+    /// For dashes that cost this many times as much as others: fewer of them.
+    void weigh(int cost) { m_budget = kMaxDashes / cost; }
     /// To the start of the pattern, for a new subpath.
     void restart() {
         m_index = 0;
@@ -65,8 +67,8 @@ public:
                 if (on()) emit(m_dash);
                 next();
                 m_dash.clear();
-                if (on()) m_dash.push_back(cutPoint);
                 --m_budget;
+                if (on()) m_dash.push_back(cutPoint);
             }
             if (m_budget > 0) m_left -= length - done;
             if (on()) m_dash.push_back(line[i]);

@@ -11,13 +11,13 @@ struct Bounds {
 
 /// Coordinates within this distance of the box are precise enough as floats.
 constexpr double kNearReach = 16384;
-/// Boxes larger than that are met by pieces of no less than their size over this, so that a curve has a bounded number
-/// of them: a wide pen is seen from far away.
+/// Boxes larger than that are met by pieces of no less than their size over this, so that a curve has a
+/// bounded number of them: a wide pen is seen from far away.
 constexpr double kMaxPiecesAcross = 64;
 
 /// Splits a cubic that may reach far beyond `box` and calls emit(piece, meets): pieces that may meet the box
-/// are small against it or enough for floats; the others lie wholly on one side of it, so that a straight line between
-/// their ends does as well. All points must be finite.
+/// are small against it or enough for floats; the others lie wholly on one side of it, so that a straight
+/// line between their ends does as well. All points must be finite.
 template <typename Emit>
 void forEachNearPiece(const Cubic<double>& c, const Bounds& box, Emit&& emit, int depth = 1100) {
     const double near = std::max(kNearReach, std::max(box.x1 - box.x0, box.y1 - box.y0) / kMaxPiecesAcross);

@@ -20,6 +20,7 @@ public:
         : m_space(space), m_stroker(space.pen, sink, buffers),
           m_dasher(style.dashes, style.dashPhase, space.scale), m_line(buffers.line), m_visible(visible) {
         m_line.clear();
+        m_dasher.weigh(m_stroker.capCost());
     }
 
     void stroke(const PathData& path) {
@@ -78,7 +79,9 @@ private:
     }
 
     void curveTo(const Cubic<double>& c) {
-        if (m_visible) {
+        if (m_visible && !isFinite(c)) {
+            lineTo(c.p3, false); // a matrix out of all proportion
+        } else if (m_visible) {
             forEachNearPiece(c, *m_visible, [&](const Cubic<double>& piece, bool meets) {
                 if (meets)
                     chordsTo(piece);
@@ -107,6 +110,11 @@ private:
         });
         if (!m_visible)
             m_tangents.end = -startTangent(Cubic<T>{narrowed.p3, narrowed.p2, narrowed.p1, narrowed.p0});
+    }
+
+    static bool isFinite(const Cubic<double>& c) {
+        const auto finite = [](P p) { return std::isfinite(p.x) && std::isfinite(p.y); };
+        return finite(c.p0) && finite(c.p1) && finite(c.p2) && finite(c.p3);
     }
 
     // Towards the first point that differs from the start.

@@ -57,6 +57,8 @@ public:
     /// Outlines one polyline, which may have repeated points. A polyline whose points are all the same draws
     /// a dot where the cap has one.
     void stroke(std::vector<StrokeVertex<T>>& line, bool closed, const EndTangents<T>& tangents = {});
+    /// How much more the caps of this pen cost than those of the thinnest one, which is 1.
+    int capCost() const;
 
 private:
     using V = Vec2<T>;

@@ -24,6 +24,11 @@ Stroker<T, Sink>::Stroker(const Pen& pen, Sink& sink, StrokeBuffers<T>& buffers)
 }
 
 template <typename T, typename Sink>
+int Stroker<T, Sink>::capCost() const {
+    return m_cap == Cap::round ? m_maxSteps / kMinArcSteps : 1;
+}
+
+template <typename T, typename Sink>
 void Stroker<T, Sink>::prepare(const std::vector<StrokeVertex<T>>& line, size_t segments) {
     m_normals.resize(segments);
     m_lengths.resize(segments);

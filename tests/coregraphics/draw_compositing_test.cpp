@@ -194,25 +194,6 @@ TEST(Image, AveragesWhenReducedAndInterpolatesWhenEnlarged) {
     EXPECT_EQ(blocks.at(16, 0), (Rgba8{255, 255, 255, 255}));
 }
 
-TEST(Bitmap, HoldsTheSamePictureInEveryByteOrder) {
-    const auto draw = [](const Canvas& canvas) {
-        CGContextSetRGBFillColor(canvas, 0.8, 0.5, 0.2, 0.7);
-        CGContextFillEllipseInRect(canvas, CGRectMake(2, 2, 27, 20));
-        CGContextClipToRect(canvas, CGRectMake(0, 10.5, 32, 32));
-        CGContextDrawLinearGradient(canvas, redToBlue(0.3), {8, 0}, {24, 9}, 3);
-    };
-    const Canvas rgba;
-    draw(rgba);
-    for (const CGBitmapInfo info :
-         {CGBitmapInfo{kCGImageAlphaPremultipliedFirst},
-          CGBitmapInfo{kCGImageAlphaPremultipliedFirst} | CGBitmapInfo{kCGBitmapByteOrder32Little}}) {
-        const Canvas other(32, 32, info);
-        draw(other);
-        for (size_t y = 0; y < 32; ++y)
-            for (size_t x = 0; x < 32; ++x) ASSERT_EQ(rgba.at(x, y), other.at(x, y)) << x << ' ' << y;
-    }
-}
-
 TEST(Bitmap, RefusesWhatItCannotHold) {
     const Owned<CGColorSpaceRef> rgb(CGColorSpaceCreateDeviceRGB()), gray(CGColorSpaceCreateDeviceGray());
     const auto refused = [](size_t w, size_t h, size_t bits, size_t row, CGColorSpaceRef space,
@@ -247,36 +228,6 @@ TEST(Bitmap, SnapshotsDoNotChange) {
     const Owned<CFDataRef> data(CGDataProviderCopyData(CGImageGetDataProvider(before)));
     for (CFIndex i = 0; i < CFDataGetLength(data); ++i) ASSERT_EQ(CFDataGetBytePtr(data)[i], 0);
     EXPECT_EQ(canvas.area(), 1024);
-}
-
-TEST(Blend, FollowsTheFormulas) {
-    // Half-opaque orange over opaque teal; results worked out by hand, premultiplied.
-    const struct {
-        CGBlendMode mode;
-        Rgba8 result;
-    } cases[] = {
-        {kCGBlendModeNormal, {128, 128, 64, 255}},
-        {kCGBlendModeMultiply, {0, 96, 64, 255}},
-        {kCGBlendModeScreen, {128, 160, 128, 255}},
-        {kCGBlendModeDarken, {0, 128, 64, 255}},
-        {kCGBlendModeLighten, {128, 128, 128, 255}},
-        {kCGBlendModeDifference, {128, 64, 128, 255}},
-        {kCGBlendModeClear, {0, 0, 0, 0}},
-        {kCGBlendModeCopy, {128, 64, 0, 128}},
-        {kCGBlendModeSourceOut, {0, 0, 0, 0}},
-        {kCGBlendModeDestinationIn, {0, 64, 64, 128}},
-        {kCGBlendModeDestinationOver, {0, 128, 128, 255}},
-        {kCGBlendModePlusLighter, {128, 192, 128, 255}},
-    };
-    for (const auto& c : cases) {
-        const Canvas canvas;
-        CGContextSetRGBFillColor(canvas, 0, 0.502, 0.502, 1);
-        CGContextFillRect(canvas, kAll);
-        CGContextSetBlendMode(canvas, c.mode);
-        CGContextSetRGBFillColor(canvas, 1, 0.502, 0, 0.502);
-        CGContextFillRect(canvas, kAll);
-        expectNear(canvas.at(3, 3), c.result, std::to_string(c.mode).c_str());
-    }
 }
 
 } // namespace

@@ -185,14 +185,16 @@ TEST(Robustness, WidePensAndFarCurves) {
     const struct {
         double width, miterLimit, reach;
         CGAffineTransform matrix;
-    } cases[] = {{3e9, 10, 1e9, CGAffineTransformIdentity},    {1, 1e12, 1e12, CGAffineTransformIdentity},
-                 {3e20, 10, 1e20, CGAffineTransformIdentity},  {1, 10, 1e300, {1e100, 0, 0, 1e-100, 0, 0}},
+    } cases[] = {{3e9, 10, 1e9, CGAffineTransformIdentity},
+                 {1, 1e12, 1e12, CGAffineTransformIdentity},
+                 {3e20, 10, 1e20, CGAffineTransformIdentity},
+                 {1, 10, 1e300, {1e60, 0, 0, 1e-60, 0, 0}},
                  {1, 1e9, 1e300, {1e-90, 1e60, 1e60, 1, 0, 0}}};
     for (const auto& c : cases) {
         const Canvas canvas;
         const double r = c.reach;
         CGContextMoveToPoint(canvas, 0, 0);
-        CGContextAddCurveToPoint(canvas, r, r, -r, r, 8, 8);
+        CGContextAddCurveToPoint(canvas, r, r, -r, -r, 8, 8);
         CGContextAddCurveToPoint(canvas, r, 0, -r, -r, 0, 0);
         CGContextSetLineWidth(canvas, c.width);
         CGContextSetMiterLimit(canvas, c.miterLimit);
@@ -247,12 +249,24 @@ TEST(Robustness, ManyContoursStatesAndDashes) {
     for (int i = 0; i < 6000; ++i) CGContextRestoreGState(canvas);
     EXPECT_EQ(CGContextGetCTM(canvas).tx, 0);
 
+    // Dashes past counting look like a solid line, whether counting ends in a dash or in a gap.
     const CGFloat tiny[] = {1e-9, 1e-9};
-    CGContextSetLineDash(canvas, 0, tiny, 2);
-    CGContextMoveToPoint(canvas, -5e8, 20);
-    CGContextAddLineToPoint(canvas, 5e8, 20);
-    CGContextStrokePath(canvas);
-    EXPECT_NEAR(canvas.area(), 32 * 12, 0.5); // above, and a line that looks solid
+    for (const double phase : {0.0, 1e-9}) {
+        const Canvas line;
+        CGContextSetLineDash(line, phase, tiny, 2);
+        CGContextMoveToPoint(line, -5e8, 20);
+        CGContextAddLineToPoint(line, 5e8, 20);
+        CGContextStrokePath(line);
+        EXPECT_NEAR(line.area(), 32, 0.5) << phase;
+    }
+    // Nor may a wide pen with round ends take its time over each.
+    const Canvas wide;
+    CGContextSetLineWidth(wide, 1e8);
+    CGContextSetLineCap(wide, kCGLineCapRound);
+    CGContextSetLineDash(wide, 0, tiny, 2);
+    add(wide, "M 0 0 L 32 32");
+    CGContextStrokePath(wide);
+    EXPECT_EQ(wide.area(), 32 * 32);
 }
 
 TEST(Robustness, ContextsOnManyThreads) {

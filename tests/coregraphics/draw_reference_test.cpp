@@ -1,0 +1,414 @@
+// Drawing against a second way to the same answer: slow and plain code, or the same shape drawn by other
+// calls.
+#include "canvas.h"
+#include "sweep.h"
+
+#include <gtest/gtest.h>
+#include <hwy/targets.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <map>
+#include <random>
+#include <set>
+
+namespace {
+
+constexpr double kSide = 32; // of a canvas
+using Points = std::vector<CGPoint>;
+
+CGPoint onCubic(const CGPoint* p, double t) {
+    const double u = 1 - t, k[] = {u * u * u, 3 * u * u * t, 3 * u * t * t, t * t * t};
+    return {k[0] * p[0].x + k[1] * p[1].x + k[2] * p[2].x + k[3] * p[3].x,
+            k[0] * p[0].y + k[1] * p[1].y + k[2] * p[2].y + k[3] * p[3].y};
+}
+
+Points sampled(const CGPoint* cubic, int count) {
+    Points points;
+    for (int i = 0; i <= count; ++i) points.push_back(onCubic(cubic, double(i) / count));
+    return points;
+}
+
+// Coverage of each pixel, 0...1: the mean of 64 scan lines, each with its exact spans.
+std::vector<double> scanLines(const Points& contour, bool evenOdd) {
+    constexpr int kLines = 64;
+    constexpr auto size = static_cast<size_t>(kSide);
+    std::vector<double> coverage(size * size);
+    for (size_t line = 0; line < size * kLines; ++line) {
+        const double y = (static_cast<double>(line) + 0.5) / kLines;
+        std::vector<std::pair<double, int>> crossings;
+        for (size_t i = 0; i < contour.size(); ++i) {
+            const CGPoint a = contour[i], b = contour[(i + 1) % contour.size()];
+            if ((a.y <= y) == (b.y <= y)) continue;
+            crossings.emplace_back(a.x + (b.x - a.x) * (y - a.y) / (b.y - a.y), a.y < b.y ? 1 : -1);
+        }
+        std::ranges::sort(crossings);
+        int winding = 0;
+        for (size_t i = 0; i + 1 < crossings.size(); ++i) {
+            winding += crossings[i].second;
+            if (evenOdd ? winding % 2 == 0 : winding == 0) continue;
+            for (size_t x = 0; x < size; ++x) {
+                const auto left = static_cast<double>(x);
+                const double width =
+                    std::min(left + 1, crossings[i + 1].first) - std::max(left, crossings[i].first);
+                coverage[line / kLines * size + x] += std::max(0.0, width) / kLines;
+            }
+        }
+    }
+    return coverage;
+}
+
+// In levels of 255, over the pixels that are covered in part: nine in ten are no more than `usual` off.
+struct Errors {
+    double worst = 0, usual = 0;
+};
+
+Errors errorsOf(const Canvas& canvas, const std::vector<double>& coverage) {
+    std::vector<double> partly = {0}, whole = {0};
+    for (size_t i = 0; i < coverage.size(); ++i) {
+        const double error =
+            std::abs(canvas.at(i % canvas.width(), i / canvas.width()).a - 255 * coverage[i]);
+        (coverage[i] > 1e-9 && coverage[i] < 1 - 1e-9 ? partly : whole).push_back(error);
+    }
+    std::ranges::sort(partly);
+    return {std::max(partly.back(), std::ranges::max(whole)), partly[partly.size() * 9 / 10]};
+}
+
+TEST(Reference, FillsMatchScanLines) {
+    // Points are random within boxes, taken in turn.
+    const CGRect anywhere = CGRectMake(-4, -4, kSide + 8, kSide + 8);
+    const struct {
+        const char* name;
+        size_t points;
+        bool isCurve;
+        std::vector<CGRect> boxes;
+        Errors most;
+    } shapes[] = {
+        {"triangle", 3, false, {anywhere}, {1.5, 0.6}},
+        // Where edges cross within a pixel, areas of either winding cancel.
+        {"self-intersecting polygon", 9, false, {anywhere}, {255, 8}},
+        {"arch",
+         4,
+         true,
+         {{{0, 20}, {10, 10}}, {{0, -4}, {14, 14}}, {{18, -4}, {14, 14}}, {{22, 20}, {10, 10}}},
+         {13, 9}},
+    };
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> fraction(0, 1);
+    for (const auto& shape : shapes)
+        for (int i = 0; i < 60; ++i) {
+            Points p;
+            while (p.size() < shape.points) {
+                const CGRect& box = shape.boxes[p.size() % shape.boxes.size()];
+                p.push_back({box.origin.x + box.size.width * fraction(random),
+                             box.origin.y + box.size.height * fraction(random)});
+            }
+            const bool evenOdd = i % 2;
+            const Canvas canvas;
+            if (shape.isCurve) {
+                CGContextMoveToPoint(canvas, p[0].x, p[0].y);
+                CGContextAddCurveToPoint(canvas, p[1].x, p[1].y, p[2].x, p[2].y, p[3].x, p[3].y);
+                p = sampled(p.data(), 500);
+            } else {
+                CGContextAddLines(canvas, p.data(), p.size());
+            }
+            CGContextDrawPath(canvas, evenOdd ? kCGPathEOFill : kCGPathFill);
+            const Errors errors = errorsOf(canvas, scanLines(p, evenOdd));
+            EXPECT_LE(errors.worst, shape.most.worst) << shape.name << ' ' << i;
+            EXPECT_LE(errors.usual, shape.most.usual) << shape.name << ' ' << i;
+        }
+}
+
+// Round pens reach all that is no farther than half a width from the curve, whatever the curve does.
+TEST(Reference, StrokedCurvesCoverWhatIsNear) {
+    const struct {
+        const char* name;
+        CGPoint p[4];
+    } curves[] = {
+        {"arch", {{6, 24}, {6, 4}, {26, 4}, {26, 24}}},
+        {"cusp", {{6, 26}, {26, 6}, {6, 6}, {26, 26}}},
+        {"loop", {{8, 26}, {38, 0}, {-6, 0}, {24, 26}}},
+        {"nearly a cusp", {{6, 26}, {26.01, 6}, {6, 6}, {26, 26}}},
+        {"back and forth on a line", {{8, 16}, {40, 16}, {-8, 16}, {24, 16}}},
+        {"there and back", {{8, 16}, {32, 16}, {32, 16}, {8, 16}}},
+        {"controls on the ends", {{8, 8}, {8, 8}, {24, 24}, {24, 24}}},
+        {"point", {{16, 16}, {16, 16}, {16, 16}, {16, 16}}},
+    };
+    for (const auto& curve : curves) {
+        const Points spine = sampled(curve.p, 400);
+        double area = 0;
+        constexpr double kCell = 0.5; // covered by how far its centre is from the stroke's edge
+        for (double y = kCell / 2; y < kSide; y += kCell)
+            for (double x = kCell / 2; x < kSide; x += kCell) {
+                double nearest = kSide;
+                for (const CGPoint p : spine) nearest = std::min(nearest, std::hypot(p.x - x, p.y - y));
+                area += std::clamp(0.5 + (2 - nearest) / kCell, 0.0, 1.0) * kCell * kCell;
+            }
+        const Canvas canvas;
+        CGContextSetLineWidth(canvas, 4);
+        CGContextSetLineCap(canvas, kCGLineCapRound);
+        CGContextSetLineJoin(canvas, kCGLineJoinRound);
+        const CGPoint* const p = curve.p;
+        CGContextMoveToPoint(canvas, p[0].x, p[0].y);
+        CGContextAddCurveToPoint(canvas, p[1].x, p[1].y, p[2].x, p[2].y, p[3].x, p[3].y);
+        CGContextStrokePath(canvas);
+        EXPECT_NEAR(canvas.area(), area, 0.02 * area + 0.35) << curve.name;
+    }
+}
+
+TEST(Reference, PenIsTheUserSpaceCircle) {
+    const CGAffineTransform matrices[] = {
+        {1, 0, 1.5, 1, 16, 16}, {3, 0, 0, 0.5, 16, 16}, {0, 2, -1, 0, 16, 16}, {-1, 0.5, 0.5, 2, 16, 16}};
+    for (const CGAffineTransform& matrix : matrices) {
+        Canvas stroked, filled;
+        CGContextConcatCTM(stroked, matrix);
+        CGContextSetLineCap(stroked, kCGLineCapRound);
+        CGContextSetLineWidth(stroked, 8);
+        CGContextMoveToPoint(stroked, 0, 0);
+        CGContextAddLineToPoint(stroked, 0, 0);
+        CGContextStrokePath(stroked);
+        CGContextConcatCTM(filled, matrix);
+        CGContextFillEllipseInRect(filled, CGRectMake(-4, -4, 8, 8));
+        std::vector<double> coverage;
+        for (size_t i = 0; i < 32 * 32; ++i) coverage.push_back(filled.at(i % 32, i / 32).a / 255.0);
+        EXPECT_LE(errorsOf(stroked, coverage).worst, 20) << matrix;
+        EXPECT_NEAR(stroked.area(), filled.area(), 0.02 * filled.area()) << matrix;
+    }
+}
+
+// Uses every kind of paint and every way to the pixels, starting from the initial state.
+void drawEverything(CGContextRef c, double width, double height) {
+    const CGRect all = CGRectMake(0, 0, width, height);
+    const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+    const CGFloat colors[] = {0.9, 0.1, 0.3, 1, 0, 0.6, 1, 0.2};
+    const Owned<CGGradientRef> gradient(CGGradientCreateWithColorComponents(space, colors, nullptr, 2));
+    CGContextStrokeEllipseInRect(c, CGRectInset(all, 2.3, 1.6));
+    CGContextSaveGState(c);
+    for (const double alpha : {1.0, 0.6}) {
+        CGContextSetRGBFillColor(c, 0.9, 0.4, 0.1, alpha);
+        CGContextSetRGBStrokeColor(c, 0.1, 0.8, 0.3, alpha);
+        for (int i = 0; i < 7; ++i) {
+            const double angle = 18.85 * i / 7;
+            const CGPoint p = {width * (0.5 + 0.49 * std::cos(angle)),
+                               height * (0.5 + 0.47 * std::sin(angle))};
+            i == 0 ? CGContextMoveToPoint(c, p.x, p.y) : CGContextAddLineToPoint(c, p.x, p.y);
+        }
+        CGContextDrawPath(c, alpha < 1 ? kCGPathFillStroke : kCGPathEOFillStroke);
+    }
+    CGContextAddEllipseInRect(c, CGRectInset(all, 1.25, height / 4));
+    CGContextClip(c);
+    CGContextSetAlpha(c, 0.7);
+    CGContextDrawRadialGradient(c, gradient, {width / 3, height / 2}, 1, {width / 2, height / 2}, height / 2,
+                                3);
+    CGContextRestoreGState(c);
+    CGContextClipToRect(c, CGRectMake(0, height / 3 + 0.4, width, height));
+    CGContextDrawLinearGradient(c, gradient, {width / 4, 0}, {width / 2, height}, 2);
+    const Owned<CGImageRef> image(CGBitmapContextCreateImage(c));
+    CGContextDrawImage(c, CGRectMake(width / 2, 1, width / 3, height / 2), image);
+}
+
+int greatestDifference(const Canvas& a, const Canvas& b) {
+    int greatest = 0;
+    for (size_t y = 0; y < a.height(); ++y)
+        for (size_t x = 0; x < a.width(); ++x) {
+            const Rgba8 p = a.at(x, y), q = b.at(x, y);
+            greatest = std::max({greatest, std::abs(p.r - q.r), std::abs(p.g - q.g), std::abs(p.b - q.b),
+                                 std::abs(p.a - q.a)});
+        }
+    return greatest;
+}
+
+TEST(Reference, EveryVectorTargetAndByteOrderDrawsTheSame) {
+    constexpr CGBitmapInfo first{kCGImageAlphaPremultipliedFirst}, last{kCGImageAlphaPremultipliedLast};
+    std::set<std::string> names;
+    for (const size_t width : {1u, 3u, 16u, 61u, 130u}) {
+        const Canvas best(width, 47);
+        drawEverything(best, static_cast<double>(width), 47);
+        EXPECT_GT(best.area(), static_cast<double>(width) * 10);
+        EXPECT_TRUE(best.isPremultiplied());
+        for (const int64_t target : hwy::SupportedAndGeneratedTargets()) {
+            hwy::SetSupportedTargetsForTest(target);
+            names.insert(ozcg::vectorTargetName());
+            for (const CGBitmapInfo info : {last, first, first | CGBitmapInfo{kCGBitmapByteOrder32Little}}) {
+                const Canvas canvas(width, 47, info);
+                drawEverything(canvas, static_cast<double>(width), 47);
+                EXPECT_LE(greatestDifference(canvas, best), 1)
+                    << hwy::TargetName(target) << ' ' << width << ' ' << info;
+            }
+            hwy::SetSupportedTargetsForTest(0);
+        }
+    }
+    EXPECT_EQ(names.size(), hwy::SupportedAndGeneratedTargets().size()); // each was really in use
+}
+
+TEST(Reference, RestoringBringsTheWholeStateBack) {
+    const Canvas plain, restored;
+    drawEverything(plain, kSide, kSide);
+    CGContextRef c = restored;
+    const CGFloat dashes[] = {1, 2};
+    CGContextSaveGState(c);
+    CGContextRotateCTM(c, 1);
+    CGContextClip(c); // of nothing
+    CGContextSetLineWidth(c, 9);
+    CGContextSetLineCap(c, kCGLineCapRound);
+    CGContextSetLineJoin(c, kCGLineJoinBevel);
+    CGContextSetMiterLimit(c, 1);
+    CGContextSetLineDash(c, 1, dashes, 2);
+    CGContextSetAlpha(c, 0.1);
+    CGContextSetBlendMode(c, kCGBlendModeXOR);
+    CGContextSetShouldAntialias(c, false);
+    CGContextSetInterpolationQuality(c, kCGInterpolationNone);
+    CGContextSetGrayFillColor(c, 1, 0);
+    CGContextSetGrayStrokeColor(c, 1, 0);
+    CGContextRestoreGState(c);
+    drawEverything(c, kSide, kSide);
+    EXPECT_EQ(greatestDifference(plain, restored), 0);
+}
+
+TEST(Reference, FillStrokeStrokesOverTheFill) {
+    for (const CGPathDrawingMode mode : {kCGPathFillStroke, kCGPathEOFillStroke}) {
+        const Canvas canvas;
+        CGContextSetRGBFillColor(canvas, 1, 0, 0, 1);
+        CGContextSetRGBStrokeColor(canvas, 0, 0, 1, 0.6);
+        CGContextSetLineWidth(canvas, 4);
+        CGContextAddRect(canvas, CGRectMake(8, 8, 16, 16));
+        CGContextDrawPath(canvas, mode);
+        EXPECT_EQ(canvas.at(7, 16), (Rgba8{0, 0, 153, 153}));
+        EXPECT_EQ(canvas.at(8, 16), (Rgba8{102, 0, 153, 255}));
+        EXPECT_EQ(canvas.at(16, 16), (Rgba8{255, 0, 0, 255}));
+    }
+}
+
+using Blend = double (*)(double b, double s); // of colours that are not premultiplied
+
+double hardLight(double b, double s) { return s <= 0.5 ? 2 * b * s : 1 - 2 * (1 - b) * (1 - s); }
+
+double softLight(double b, double s) {
+    const double d = b <= 0.25 ? ((16 * b - 12) * b + 4) * b : std::sqrt(b);
+    return s <= 0.5 ? b - (1 - 2 * s) * b * (1 - b) : b + (2 * s - 1) * (d - b);
+}
+
+const std::map<CGBlendMode, Blend> kBlends = {
+    {kCGBlendModeNormal, [](double, double s) { return s; }},
+    {kCGBlendModeMultiply, [](double b, double s) { return b * s; }},
+    {kCGBlendModeScreen, [](double b, double s) { return 1 - (1 - b) * (1 - s); }},
+    {kCGBlendModeOverlay, [](double b, double s) { return hardLight(s, b); }},
+    {kCGBlendModeDarken, [](double b, double s) { return std::min(b, s); }},
+    {kCGBlendModeLighten, [](double b, double s) { return std::max(b, s); }},
+    {kCGBlendModeColorDodge,
+     [](double b, double s) { return b == 0   ? 0
+                                     : s == 1 ? 1
+                                              : std::min(1.0, b / (1 - s)); }},
+    {kCGBlendModeColorBurn,
+     [](double b, double s) { return b == 1   ? 1
+                                     : s == 0 ? 0
+                                              : 1 - std::min(1.0, (1 - b) / s); }},
+    {kCGBlendModeSoftLight, softLight},
+    {kCGBlendModeHardLight, hardLight},
+    {kCGBlendModeDifference, [](double b, double s) { return std::abs(b - s); }},
+    {kCGBlendModeExclusion, [](double b, double s) { return b + s - 2 * b * s; }},
+};
+
+// How much of source and backdrop stays, by their alphas.
+struct Operator {
+    CGBlendMode mode;
+    double (*source)(double sa, double ba);
+    double (*backdrop)(double sa, double ba);
+};
+
+double none(double, double) { return 0; }
+double all(double, double) { return 1; }
+double inSource(double sa, double) { return sa; }
+double outOfSource(double sa, double) { return 1 - sa; }
+double inBackdrop(double, double ba) { return ba; }
+double outOfBackdrop(double, double ba) { return 1 - ba; }
+
+const Operator kOperators[] = {
+    {kCGBlendModeClear, none, none},
+    {kCGBlendModeCopy, all, none},
+    {kCGBlendModeSourceIn, inBackdrop, none},
+    {kCGBlendModeSourceOut, outOfBackdrop, none},
+    {kCGBlendModeSourceAtop, inBackdrop, outOfSource},
+    {kCGBlendModeDestinationOver, outOfBackdrop, all},
+    {kCGBlendModeDestinationIn, none, inSource},
+    {kCGBlendModeDestinationOut, none, outOfSource},
+    {kCGBlendModeDestinationAtop, outOfBackdrop, inSource},
+    {kCGBlendModeXOR, outOfBackdrop, outOfSource},
+    {kCGBlendModePlusLighter, all, all},
+};
+
+struct Gray {
+    double level, alpha;
+};
+
+// What pixels hold, premultiplied, is what the formulas start from.
+Rgba8 drawn(Gray backdrop, Gray source, CGBlendMode mode, double height = 1) {
+    const Canvas canvas(1, 1);
+    CGContextSetGrayFillColor(canvas, backdrop.level, backdrop.alpha);
+    CGContextFillRect(canvas, CGRectMake(0, 0, 1, 1));
+    CGContextSetBlendMode(canvas, mode);
+    CGContextSetGrayFillColor(canvas, source.level, source.alpha);
+    CGContextFillRect(canvas, CGRectMake(0, 0, 1, height));
+    return canvas.at(0, 0);
+}
+
+TEST(Reference, BlendModesFollowTheirFormulas) {
+    std::vector<Gray> colors;
+    for (const double level : {0.0, 0.2, 0.5, 0.8, 1.0})
+        for (const double alpha : {0.0, 0.3, 0.7, 1.0}) colors.push_back({level, alpha});
+    for (const Gray backdrop : colors)
+        for (const Gray source : colors) {
+            const Rgba8 under = drawn(backdrop, {}, kCGBlendModeNormal),
+                        over = drawn(source, {}, kCGBlendModeNormal);
+            const double ba = under.a / 255.0, sa = over.a / 255.0, bc = under.r / 255.0, sc = over.r / 255.0;
+            const auto check = [&](CGBlendMode mode, double alpha, double level) {
+                for (const double height : {1.0, 0.4}) { // covered whole and in part
+                    const Rgba8 is = drawn(backdrop, source, mode, height);
+                    const double a = 255 * (std::min(1.0, alpha) * height + ba * (1 - height));
+                    const double c = 255 * (std::min(1.0, level) * height + bc * (1 - height));
+                    EXPECT_NEAR(is.a, a, 1.25)
+                        << mode << ": " << under << " and " << over << " at " << height;
+                    EXPECT_NEAR(is.r, c, 1.25)
+                        << mode << ": " << under << " and " << over << " at " << height;
+                }
+            };
+            for (const auto& [mode, blend] : kBlends) {
+                const double mixed = ba > 0 && sa > 0 ? blend(bc / ba, sc / sa) : 0;
+                check(mode, sa + ba - sa * ba, sc * (1 - ba) + bc * (1 - sa) + sa * ba * mixed);
+            }
+            for (const Operator& o : kOperators) {
+                const double s = o.source(sa, ba), b = o.backdrop(sa, ba);
+                check(o.mode, sa * s + ba * b, sc * s + bc * b);
+            }
+            const double a = std::min(1.0, sa + ba);
+            check(kCGBlendModePlusDarker, a, std::max(0.0, a - ((ba - bc) + (sa - sc))));
+        }
+}
+
+// Hue, saturation and colour keep the backdrop's luminosity; luminosity takes the source's.
+TEST(Reference, BlendModesOfColourKeepLuminosity) {
+    const auto luminosity = [](const Rgba8& p) { return 0.3 * p.r + 0.59 * p.g + 0.11 * p.b; };
+    const Rgba8 colors[] = {
+        {255, 0, 0, 255}, {20, 200, 90, 255}, {240, 250, 10, 255}, {100, 100, 100, 255}, {5, 0, 60, 255}};
+    for (const Rgba8& under : colors)
+        for (const Rgba8& over : colors)
+            for (const CGBlendMode mode :
+                 {kCGBlendModeHue, kCGBlendModeSaturation, kCGBlendModeColor, kCGBlendModeLuminosity}) {
+                const Canvas canvas(1, 1);
+                CGContextSetRGBFillColor(canvas, under.r / 255.0, under.g / 255.0, under.b / 255.0, 1);
+                CGContextFillRect(canvas, CGRectMake(0, 0, 1, 1));
+                CGContextSetBlendMode(canvas, mode);
+                CGContextSetRGBFillColor(canvas, over.r / 255.0, over.g / 255.0, over.b / 255.0, 1);
+                CGContextFillRect(canvas, CGRectMake(0, 0, 1, 1));
+                const Rgba8 is = canvas.at(0, 0);
+                const double wanted = luminosity(mode == kCGBlendModeLuminosity ? over : under);
+                EXPECT_NEAR(luminosity(is), wanted, 1) << mode << ": " << under << " and " << over;
+                // A gray source takes the colour away, unless only its luminosity counts.
+                const bool isGray = is.r == is.g && is.g == is.b,
+                           wasGray = over.r == over.g && over.g == over.b;
+                EXPECT_TRUE(isGray || !wasGray || mode == kCGBlendModeLuminosity) << mode << ": " << is;
+            }
+}
+
+} // namespace
