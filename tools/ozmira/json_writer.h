@@ -3,8 +3,6 @@
 #include "standard_output.h"
 #include "text.h"
 
-#include <rapidjson/writer.h>
-
 #include <cmath>
 #include <concepts>
 #include <cstdint>
@@ -16,31 +14,25 @@ namespace ozm::tool {
 /// Writes JSON to standard output as it is told, without ever holding a document in memory.
 class JSONWriter {
 public:
-    explicit JSONWriter(StandardOutput& output) : m_writer(output) {}
+    explicit JSONWriter(StandardOutput& output) : m_output(output) {}
 
     /// A number that reads back as the same one; one that is not finite is the string "inf", "-inf" or "nan".
     void Value(double number) {
-        const std::string text = FormatNumber(number);
         if (std::isfinite(number)) {
-            m_writer.RawValue(text.data(), text.size(), rapidjson::kNumberType);
+            WriteToken(FormatNumber(number));
         } else {
-            Value(std::string_view(text));
+            Value(std::string_view(FormatNumber(number)));
         }
     }
     void Value(std::integral auto number) {
         if constexpr (std::same_as<decltype(number), bool>) {
-            m_writer.Bool(number);
-        } else if constexpr (std::signed_integral<decltype(number)>) {
-            m_writer.Int64(number);
+            WriteToken(number ? "true" : "false");
         } else {
-            m_writer.Uint64(number);
+            WriteToken(std::to_string(number));
         }
     }
     /// A string; bytes that are not UTF-8 become U+FFFD.
-    void Value(std::string_view text) {
-        const std::string valid = ValidUTF8(text);
-        m_writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
-    }
+    void Value(std::string_view text) { WriteToken(QuoteJSON(text)); }
     void Value(std::span<const double> numbers) {
         Array([&] {
             for (const double number : numbers) Value(number);
@@ -54,23 +46,31 @@ public:
     }
     /// The name of the member whose value comes next.
     void Key(std::string_view name) {
-        m_writer.Key(name.data(), static_cast<rapidjson::SizeType>(name.size()));
+        WriteToken(QuoteJSON(name));
+        m_output.Put(':');
+        m_needsComma = false;
     }
     /// An object whose members `writeMembers` writes.
-    void Object(auto&& writeMembers) {
-        m_writer.StartObject();
-        writeMembers();
-        m_writer.EndObject();
-    }
+    void Object(auto&& writeMembers) { Enclose('{', writeMembers, '}'); }
     /// An array whose values `writeValues` writes.
-    void Array(auto&& writeValues) {
-        m_writer.StartArray();
-        writeValues();
-        m_writer.EndArray();
-    }
+    void Array(auto&& writeValues) { Enclose('[', writeValues, ']'); }
 
 private:
-    rapidjson::Writer<StandardOutput> m_writer;
+    void WriteToken(std::string_view token) {
+        if (m_needsComma) m_output.Put(',');
+        m_output.Write(token);
+        m_needsComma = true;
+    }
+    void Enclose(char open, auto&& writeContent, char close) {
+        WriteToken({&open, 1});
+        m_needsComma = false;
+        writeContent();
+        m_output.Put(close);
+        m_needsComma = true;
+    }
+
+    StandardOutput& m_output;
+    bool m_needsComma = false; ///< A value of the same object or array stands before the next one.
 };
 
 } // namespace ozm::tool

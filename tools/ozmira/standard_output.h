@@ -15,8 +15,6 @@ void WriteToStandardOutput(std::span<const uint8_t> bytes);
 /// throws as `WriteToStandardOutput` does.
 class StandardOutput {
 public:
-    using Ch = char; ///< What writers of JSON want to know.
-
     void Put(char c) {
         if (m_buffer.size() == kBufferSize) Flush();
         m_buffer += c;

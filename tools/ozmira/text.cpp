@@ -7,6 +7,7 @@
 namespace ozm::tool {
 namespace {
 
+constexpr std::string_view kDigits = "0123456789ABCDEF";
 constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
 
 /// A well-formed character or the part of one that stands at the start of some text.
@@ -56,7 +57,6 @@ std::string CountOf(uint64_t count, std::string_view singular) {
 }
 
 std::string OnOneLine(std::string_view text) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string line;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
@@ -82,6 +82,25 @@ std::string ValidUTF8(std::string_view text) {
         text.remove_prefix(part.length);
     }
     return valid;
+}
+
+std::string QuoteJSON(std::string_view text) {
+    constexpr std::string_view kSpecial = "\"\\\b\f\n\r\t", kLetters = "\"\\bfnrt";
+    std::string quoted = "\"";
+    for (const char c : ValidUTF8(text)) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (const size_t special = kSpecial.find(c); special != std::string_view::npos) {
+            quoted += '\\';
+            quoted += kLetters[special];
+        } else if (byte < 0x20) {
+            quoted += "\\u00";
+            quoted += kDigits[byte >> 4];
+            quoted += kDigits[byte & 15];
+        } else {
+            quoted += c;
+        }
+    }
+    return quoted + '"';
 }
 
 } // namespace ozm::tool

@@ -26,4 +26,7 @@ std::string InputName(std::string_view path);
 /// as the Unicode Standard recommends in its section on conformance.
 std::string ValidUTF8(std::string_view text);
 
+/// The text as a JSON string with its quotes, made UTF-8 as above.
+std::string QuoteJSON(std::string_view text);
+
 } // namespace ozm::tool
