@@ -162,8 +162,7 @@ int Info(const InfoOptions& options) {
 
 void AddInfoCommand(CLI::App& tool, Action& action) {
     const auto options = std::make_shared<InfoOptions>();
-    CLI::App* const command =
-        tool.add_subcommand("info", "Say what files hold and what is not drawn");
+    CLI::App* const command = tool.add_subcommand("info", "Say what files hold and what is not drawn");
     command->add_option("FILE", options->files, "Files to read; - is standard input")
         ->required()
         ->type_name("");
