@@ -1,4 +1,4 @@
-// The run-time support of blocks, after the "Block Implementation Specification" in clang's documentation.
+// The run-time support of blocks, after the block ABI that clang documents.
 // GNUstep's own leaves copied blocks on the stack; the definitions here take the place of its symbols.
 #import <Foundation/Foundation.h>
 

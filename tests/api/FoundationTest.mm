@@ -69,7 +69,8 @@ TEST_F(CacheTest, ReleasesWhatItDrops) {
 TEST_F(CacheTest, DropsKeysThatDoNotEqualThemselves) {
     cache.countLimit = 1;
     for (int i = 0; i < 3; ++i) {
-        id const key = [[[OZMImageCacheKey alloc] initWithURL:nil imageSize:CGSizeZero scale:1 fillColor:nil] autorelease];
+        id const key = [[[OZMImageCacheKey alloc] initWithURL:nil imageSize:CGSizeZero scale:1
+                                                    fillColor:nil] autorelease];
         [cache setObject:@1 forKey:key];
     }
     [cache setObject:@2 forKey:@"a"];

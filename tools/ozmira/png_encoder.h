@@ -1,4 +1,4 @@
-// PNG files (Portable Network Graphics Specification, second edition, ISO/IEC 15948:2004).
+// PNG files (Portable Network Graphics, second edition, ISO/IEC 15948:2004).
 #pragma once
 
 #include "pixel_rows.h"
