@@ -335,6 +335,8 @@ void CompositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, siz
     }
 }
 
+const char* TargetName() { return hwy::TargetName(HWY_TARGET); }
+
 } // namespace
 } // namespace ozcg::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
@@ -345,6 +347,7 @@ namespace ozcg {
 HWY_EXPORT(SweepSolid);
 HWY_EXPORT(SweepRow);
 HWY_EXPORT(CompositeRow);
+HWY_EXPORT(TargetName);
 
 void sweepSolid(CoverageAccumulator& coverage, FillRule rule, const SolidPixel& color, uint8_t* topLeft,
                 size_t bytesPerRow) noexcept {
@@ -361,6 +364,8 @@ void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, siz
                   int alphaShift) noexcept {
     HWY_DYNAMIC_DISPATCH(CompositeRow)(dst, src, coverage, n, alphaShift);
 }
+
+const char* vectorTargetName() noexcept { return HWY_DYNAMIC_DISPATCH(TargetName)(); }
 
 } // namespace ozcg
 #endif // HWY_ONCE

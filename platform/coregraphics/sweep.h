@@ -32,4 +32,7 @@ ColumnRange sweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_
 void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n,
                   int alphaShift) noexcept;
 
+/// Name of the instruction set in use, for a person.
+const char* vectorTargetName() noexcept;
+
 } // namespace ozcg
