@@ -38,7 +38,7 @@ install(FILES "${PROJECT_BINARY_DIR}/OzmiraConfig.cmake" "${PROJECT_BINARY_DIR}/
 # The prefix is found from the file's own place, so that the installed tree can be moved.
 file(RELATIVE_PATH prefix_from_pc "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
-set(pc_platform_libs "-lozmira_coregraphics -lhwy")
+set(pc_platform_libs "-lozmira_coregraphics")
 if(APPLE)
   set(pc_platform_libs "-framework CoreGraphics")
 endif()

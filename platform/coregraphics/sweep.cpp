@@ -1,16 +1,24 @@
 #include "sweep.h"
 
+#include <atomic>
 #include <bit>
 #include <cstring>
 #include <span>
 #include <utility>
 
-// One copy of the vector code per instruction set, the best one chosen when the program runs.
+// One copy of the vector code per instruction set, the best one chosen when the program runs: here, because
+// Highway's own choice would need its library, which measures the machine's clock whenever a program starts.
 // The plain fallback works with GCC before 12.3 too: what Highway fears there is a high-half multiplication,
 // which nothing here uses.
 #define HWY_BROKEN_EMU128 0
+#if defined(__x86_64__)
+#define HWY_BASELINE_TARGETS HWY_EMU128
+#define HWY_DISABLED_TARGETS (~(HWY_AVX3 | HWY_AVX2 | HWY_SSE4 | HWY_EMU128))
+#else
+#define HWY_COMPILE_ONLY_STATIC
 // Vectors whose size only the machine knows can't be held in arrays.
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128)
+#endif
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "sweep.cpp" // NOLINT
 #include <hwy/foreach_target.h>        // IWYU pragma: keep
@@ -335,37 +343,65 @@ void CompositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, siz
     }
 }
 
-const char* TargetName() { return hwy::TargetName(HWY_TARGET); }
-
 } // namespace
+
+extern const VectorCode kVectorCode;
+const VectorCode kVectorCode = {hwy::TargetName(HWY_TARGET), SweepSolid, SweepRow, CompositeRow};
+
 } // namespace ozcg::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
 namespace ozcg {
 
-HWY_EXPORT(SweepSolid);
-HWY_EXPORT(SweepRow);
-HWY_EXPORT(CompositeRow);
-HWY_EXPORT(TargetName);
+std::span<const VectorCode* const> vectorCodes() noexcept {
+#if HWY_TARGETS & HWY_AVX3
+    static constexpr const VectorCode* kCodes[] = {&N_AVX3::kVectorCode, &N_AVX2::kVectorCode,
+                                                   &N_SSE4::kVectorCode, &N_EMU128::kVectorCode};
+    const auto from = [](size_t first) { return std::span(kCodes).subspan(first); };
+    if (!__builtin_cpu_supports("sse4.2")) return from(3);
+    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("bmi2") || !__builtin_cpu_supports("fma"))
+        return from(2);
+    const bool wide = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
+                      __builtin_cpu_supports("avx512vl");
+    return from(wide ? 0 : 1);
+#else
+    static constexpr const VectorCode* kCodes[] = {&HWY_NAMESPACE::kVectorCode};
+    return kCodes;
+#endif
+}
+
+namespace {
+
+std::atomic<const VectorCode*> chosenCode = nullptr;
+
+const VectorCode& code() noexcept {
+    const VectorCode* chosen = chosenCode.load(std::memory_order_relaxed);
+    if (!chosen) chosenCode.store(chosen = vectorCodes().front(), std::memory_order_relaxed);
+    return *chosen;
+}
+
+} // namespace
+
+void chooseVectorCode(const VectorCode* vectorCode) noexcept {
+    chosenCode.store(vectorCode, std::memory_order_relaxed);
+}
 
 void sweepSolid(CoverageAccumulator& coverage, FillRule rule, const SolidPixel& color, uint8_t* topLeft,
                 size_t bytesPerRow) noexcept {
-    HWY_DYNAMIC_DISPATCH(SweepSolid)(coverage, rule, color, topLeft, bytesPerRow);
+    code().sweepSolid(coverage, rule, color, topLeft, bytesPerRow);
     coverage.discardPadding();
     coverage.end();
 }
 
 ColumnRange sweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) noexcept {
-    return HWY_DYNAMIC_DISPATCH(SweepRow)(coverage, y, rule, out);
+    return code().sweepRow(coverage, y, rule, out);
 }
 
 void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n,
                   int alphaShift) noexcept {
-    HWY_DYNAMIC_DISPATCH(CompositeRow)(dst, src, coverage, n, alphaShift);
+    code().compositeRow(dst, src, coverage, n, alphaShift);
 }
-
-const char* vectorTargetName() noexcept { return HWY_DYNAMIC_DISPATCH(TargetName)(); }
 
 } // namespace ozcg
 #endif // HWY_ONCE

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace ozcg {
 
@@ -32,7 +33,17 @@ ColumnRange sweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_
 void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n,
                   int alphaShift) noexcept;
 
-/// Name of the instruction set in use, for a person.
-const char* vectorTargetName() noexcept;
+/// The functions above as compiled for one instruction set.
+struct VectorCode {
+    const char* instructionSet; ///< Its name, for a person.
+    void (*sweepSolid)(CoverageAccumulator&, FillRule, const SolidPixel&, uint8_t*, size_t);
+    ColumnRange (*sweepRow)(CoverageAccumulator&, int, FillRule, uint8_t*);
+    void (*compositeRow)(uint8_t*, const uint8_t*, const uint8_t*, size_t, int);
+};
+
+/// All that this machine can run, the best one first.
+std::span<const VectorCode* const> vectorCodes() noexcept;
+/// Uses this one from now on, in the whole process; NULL: the best one. For tests.
+void chooseVectorCode(const VectorCode* vectorCode) noexcept;
 
 } // namespace ozcg
