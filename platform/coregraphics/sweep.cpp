@@ -21,7 +21,8 @@
 #endif
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "sweep.cpp" // NOLINT
-#include <hwy/foreach_target.h>        // IWYU pragma: keep
+#include <hwy/cache_control.h>
+#include <hwy/foreach_target.h> // IWYU pragma: keep
 #include <hwy/highway.h>
 
 static_assert(std::endian::native == std::endian::little, "pixels are handled as little-endian words");
@@ -127,10 +128,13 @@ HWY_INLINE PrefixSums SumUp(hn::Vec<Floats> v) {
     return {v, total};
 }
 
+constexpr int kRowsAhead = 8; // that cells and pixels are fetched into the cache
+
 // Walks one row: sink.span(x0, x1, alpha) for constant stretches, sink.block(x, alphas) for the pixels of a
-// block.
+// block. `ahead` are the cells of a row to come.
 template <bool kEvenOdd, class Sink>
-HWY_INLINE void SweepCells(float* cells, std::span<uint64_t> touched, int width, Sink& sink) {
+HWY_INLINE void SweepCells(float* cells, const float* ahead, std::span<uint64_t> touched, int width,
+                           Sink& sink) {
     const Floats d;
     const auto zero = hn::Zero(d);
     auto sum = zero;
@@ -139,12 +143,15 @@ HWY_INLINE void SweepCells(float* cells, std::span<uint64_t> touched, int width,
         for (uint64_t bits = std::exchange(word, 0); bits; bits &= bits - 1) {
             const int x = origin + (std::countr_zero(bits) << kBlockShift);
             float* const c = cells + x;
+            // Edges go on from row to row, which is too far apart for the machine to foresee.
+            hwy::Prefetch(ahead + x);
             PrefixSums groups[kGroups];
             for (int i = 0; i < kGroups; ++i) {
                 groups[i] = SumUp(hn::Load(d, c + i * kGroup));
                 hn::Store(zero, d, c + i * kGroup);
             }
             if (x >= width) continue;
+            sink.prefetch(x);
             if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(sum)));
             hn::Vec<Ints> alphas[kGroups];
             for (int i = 0; i < kGroups; ++i) {
@@ -169,7 +176,13 @@ public:
         m_alpha = hn::Set(D16(), color.alpha);
     }
 
-    void startRow(uint8_t* row) { m_row = row; }
+    /// `ahead`: a row to come.
+    void startRow(uint8_t* row, const uint8_t* ahead) {
+        m_row = row;
+        m_ahead = ahead;
+    }
+
+    HWY_INLINE void prefetch(int x) const { hwy::Prefetch(m_ahead + 4 * static_cast<size_t>(x)); }
 
     HWY_INLINE void span(int x0, int x1, int alpha) {
         if (alpha == 0) return;
@@ -231,12 +244,15 @@ private:
     SolidPixel m_color;
     int m_width;
     uint8_t* m_row = nullptr;
+    const uint8_t* m_ahead = nullptr;
     hn::Vec<D16> m_even, m_odd, m_alpha;
 };
 
 class CoverageSink {
 public:
     explicit CoverageSink(uint8_t* out) : m_out(out) {}
+
+    HWY_INLINE void prefetch(int) const {}
 
     HWY_INLINE void span(int x0, int x1, int alpha) {
         if (alpha == 0 && m_range.empty()) return;
@@ -271,8 +287,10 @@ void SweepSolidRows(CoverageAccumulator& coverage, const SolidPixel& color, uint
     const int end = coverage.endRow() < coverage.height() ? coverage.endRow() : coverage.height();
     SolidSink<kOpaque> sink(color, width);
     for (int y = coverage.firstRow(); y < end; ++y) {
-        sink.startRow(topLeft + static_cast<size_t>(y) * bytesPerRow);
-        SweepCells<kEvenOdd>(coverage.row(y), coverage.touched(y), width, sink);
+        const int ahead = y + kRowsAhead < end ? y + kRowsAhead : y;
+        sink.startRow(topLeft + static_cast<size_t>(y) * bytesPerRow,
+                      topLeft + static_cast<size_t>(ahead) * bytesPerRow);
+        SweepCells<kEvenOdd>(coverage.row(y), coverage.row(ahead), coverage.touched(y), width, sink);
     }
 }
 
@@ -295,10 +313,11 @@ void SweepSolid(CoverageAccumulator& coverage, FillRule rule, const SolidPixel& 
 ColumnRange SweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) {
     CoverageSink sink(out);
     float* const cells = coverage.row(y);
+    const float* const ahead = coverage.row(y + kRowsAhead < coverage.height() ? y + kRowsAhead : y);
     if (rule == FillRule::evenOdd)
-        SweepCells<true>(cells, coverage.touched(y), coverage.width(), sink);
+        SweepCells<true>(cells, ahead, coverage.touched(y), coverage.width(), sink);
     else
-        SweepCells<false>(cells, coverage.touched(y), coverage.width(), sink);
+        SweepCells<false>(cells, ahead, coverage.touched(y), coverage.width(), sink);
     return sink.range(coverage.width());
 }
 
