@@ -150,13 +150,15 @@ dispatch_queue_t containerCacheQueue;
     return count;
 }
 
+// A memory warning may bring this about on one thread while another, that has released the container for the
+// last time, waits to remove it as observer: so nothing here retains the container.
 - (void)purgeDocumentCache {
-    [self retain];
-    ozm::dispatchAsync(_queue, [self] {
-        for (id entry in _documentCache.allValues)
+    NSMutableDictionary<NSString*, id>* const cache = [_documentCache retain];
+    ozm::dispatchAsync(_queue, [cache] {
+        for (id entry in cache.allValues)
             if (entry != [NSNull null]) [entry purgeDocument];
-        [_documentCache removeAllObjects];
-        [self release];
+        [cache removeAllObjects];
+        [cache release];
     });
 }
 

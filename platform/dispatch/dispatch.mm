@@ -9,10 +9,11 @@
 #include <condition_variable>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <deque>
 #include <mutex>
+#include <pthread.h>
 #include <string>
-#include <thread>
 #include <utility>
 
 namespace {
@@ -87,15 +88,26 @@ void runAsynchronousWork(dispatch_queue_t queue) {
     handOn(queue, std::move(lock));
 }
 
-/// Makes a new thread the owner. Call without the lock.
+void* runThread(void* context) {
+    const auto queue = static_cast<dispatch_queue_t>(context);
+    GSRegisterCurrentThread();
+    runAsynchronousWork(queue);
+    dispatch_release(queue);
+    GSUnregisterCurrentThread();
+    return nullptr;
+}
+
+/// Makes a new thread the owner; ends the program when there can't be one, for the caller may hold locks that
+/// the work needs, and nobody else may come. Call without the lock.
 void startThread(dispatch_queue_t queue) {
     dispatch_retain(queue);
-    std::thread([queue] {
-        GSRegisterCurrentThread();
-        runAsynchronousWork(queue);
-        dispatch_release(queue);
-        GSUnregisterCurrentThread();
-    }).detach();
+    pthread_t thread;
+    if (const int error = pthread_create(&thread, nullptr, runThread, queue)) {
+        std::fprintf(stderr, "dispatch_async: no thread can be started for queue \"%s\": %s\n",
+                     queue->label.c_str(), std::strerror(error));
+        std::abort();
+    }
+    pthread_detach(thread);
 }
 
 /// Called by the owner, who then no longer is.

@@ -3,6 +3,8 @@
 
 #import <Ozmira/Ozmira.h>
 
+#include <array>
+
 /// Writes down the changes of a container's options.
 @interface OptionsObserver : NSObject {
 @public
@@ -22,9 +24,11 @@
 }
 @end
 
-/// Counts its instances through `Counted`.
+/// Counts its instances through `Counted`, and its purges.
 @interface CountedContainer : OZMContainer {
     Counted* _counted;
+@public
+    std::atomic<int> purges;
 }
 @end
 @implementation CountedContainer
@@ -35,6 +39,10 @@
 - (void)dealloc {
     [_counted release];
     [super dealloc];
+}
+- (void)purgeDocumentCache {
+    ++purges;
+    [super purgeDocumentCache];
 }
 @end
 
@@ -73,9 +81,9 @@ TEST_F(ContainerTest, OneContainerPerFolderUntilPurged) {
 }
 
 TEST_F(ContainerTest, ServesDocumentsByName) {
-    write("icons/logo.svg", kUnfilled);
-    write("icons/sub/inner.svg", kUnfilled);
-    write("outer.svg", kUnfilled);
+    for (const char* name : {"icons/logo.svg", "icons/sub/inner.svg", "icons/c:d\\e%20.svg", "icons/a.b",
+                             "icons/dots.in.svg", "outer.svg"})
+        write(name, kUnfilled);
     OZMContainer* const container = [OZMContainer containerWithURL:url("icons") error:NULL];
     OZMDocument* const logo = [container documentNamed:@"logo"];
     EXPECT_TRUE([logo.url isEqual:url("icons/logo.svg")]);
@@ -84,13 +92,16 @@ TEST_F(ContainerTest, ServesDocumentsByName) {
     OZMDocument* const withExtension = [container documentNamed:@"logo.svg"];
     EXPECT_NE(withExtension, nil);
     EXPECT_NE(withExtension, logo);
-    EXPECT_NE([container documentNamed:@"sub/inner"], nil);
-    EXPECT_NE([container documentNamed:@"../outer"], nil);
-    for (NSString* name in @[ @"", @"..", @"/", @"logo.txt", @"/logo/x", @"a\nb" ])
+    for (NSString* name in @[ @"sub/inner", @"/sub/inner", @"../outer", @"c:d\\e%20", @"a.b" ])
+        EXPECT_NE([container documentNamed:name], nil) << name.UTF8String;
+    for (NSString* name in @[ @"", @"..", @"/", @"logo.txt", @"/logo/x", @"a\nb", @"dots.in" ])
         EXPECT_EQ([container documentNamed:name], nil) << name.UTF8String;
-    EXPECT_EQ([container documentCacheCount], 10u);
+    EXPECT_EQ([container documentCacheCount], 14u);
     EXPECT_EQ([container documentNamed:nil], nil);
-    EXPECT_EQ([container documentCacheCount], 10u);
+    EXPECT_EQ([container documentCacheCount], 14u);
+    NSString* const elsewhere = [@"http://localhost" stringByAppendingString:url("icons").path];
+    OZMContainer* const remote = [OZMContainer containerWithURL:[NSURL URLWithString:elsewhere] error:NULL];
+    EXPECT_FALSE([remote documentNamed:@"logo"].url.isFileURL); // the path alone counts
 }
 
 TEST_F(ContainerTest, FailedNameFailsUntilPurged) {
@@ -109,11 +120,11 @@ TEST_F(ContainerTest, FailedNameFailsUntilPurged) {
 }
 
 TEST_F(ContainerTest, ListsEverythingThatIsNotHidden) {
-    for (const char* name :
-         {"b.svg", "a.svg", "note.txt", "plain", "two.dots.svg", ".hidden.svg", "sub/inner.svg"})
+    for (const char* name : {"b.svg", "a.svg", "note.txt", "plain", "two.dots.svg", "c:d\\e.svg",
+                             ".hidden.svg", "sub/inner.svg"})
         write(name, "");
     NSArray* const names = [[container() documentNames] sortedArrayUsingSelector:@selector(compare:)];
-    EXPECT_TRUE([names isEqual:(@[ @"a", @"b", @"note", @"plain", @"sub", @"two.dots" ])])
+    EXPECT_TRUE([names isEqual:(@[ @"a", @"b", @"c:d\\e", @"note", @"plain", @"sub", @"two.dots" ])])
         << names.description.UTF8String;
     std::filesystem::create_directory(path("empty"));
     for (NSURL* nothing in
@@ -127,15 +138,17 @@ TEST_F(ContainerTest, ListsEverythingThatIsNotHidden) {
 
 TEST_F(ContainerTest, MemoryWarningPurgesUnlessSwitchedOff) {
     write("a.svg", kUnfilled);
-    OZMContainer* const container = this->container();
+    CountedContainer* const container = [CountedContainer containerWithURL:folder() error:NULL];
     EXPECT_EQ(container.documentCacheAutoPurgeOptions, 1u);
     for (const auto& [options, purges] :
-         {std::pair{1u, true}, {0u, false}, {2u, false}, {3u, true}, {1u, true}}) {
+         {std::pair{1u, true}, {0u, false}, {0u, false}, {2u, false}, {3u, true}, {3u, true}, {1u, true}}) {
         container.documentCacheAutoPurgeOptions = options;
         EXPECT_EQ(container.documentCacheAutoPurgeOptions, options);
         [container documentNamed:@"a"];
+        container->purges = 0;
         postMemoryWarning();
         EXPECT_EQ([container documentCacheCount], purges ? 0u : 1u) << options;
+        EXPECT_EQ(container->purges, purges ? 1 : 0) << options;
     }
 }
 
@@ -187,6 +200,47 @@ TEST_F(ContainerTest, ServesThreadsWhilePurging) {
                 if (i % 50 == 0) container.documentCacheAutoPurgeOptions = i % 100 ? 1 : 0;
                 if (i % 100 == 0) [OZMContainer purgeContainerCache];
                 if (i % 200 == 0) EXPECT_EQ([container documentNames].count, 2u);
+            }
+        }
+    });
+}
+
+TEST_F(ContainerTest, ThreadsGetTheSameObjects) {
+    write("a.svg", kUnfilled);
+    NSString* const folder = this->folder().absoluteString;
+    std::array<std::atomic<void*>, 200> containers{}, documents{};
+    const auto isFirstOrSame = [](std::atomic<void*>& slot, void* object) {
+        void* first = nullptr;
+        return slot.compare_exchange_strong(first, object) || first == object;
+    };
+    onThreads(2, [&] {
+        for (size_t i = 0; i < containers.size(); ++i) {
+            NSURL* const url = [NSURL URLWithString:[folder stringByAppendingFormat:@"?%zu", i]];
+            OZMContainer* const container = [OZMContainer containerWithURL:url error:NULL];
+            EXPECT_TRUE(isFirstOrSame(containers[i], container));
+            EXPECT_TRUE(isFirstOrSame(documents[i], [container documentNamed:@"a"]));
+        }
+    });
+    EXPECT_NE(documents.back(), nullptr);
+    EXPECT_EQ([OZMContainer containerCacheCount], containers.size());
+}
+
+TEST_F(ContainerTest, GoesWhileMemoryWarningsArePosted) {
+    write("a.svg", kUnfilled);
+    NSURL* const folder = this->folder();
+    std::atomic<int> started = 0;
+    onThreads(4, [&] {
+        const bool posts = started++ % 2;
+        for (int i = 0; i < 500; ++i) {
+            @autoreleasepool {
+                if (posts) {
+                    postMemoryWarning();
+                    continue;
+                }
+                OZMContainer* const container = [[[OZMContainer alloc] initWithURL:folder
+                                                                             error:NULL] autorelease];
+                EXPECT_NE([container documentNamed:@"a"], nil);
+                if (i % 2) container.documentCacheAutoPurgeOptions = 0;
             }
         }
     });

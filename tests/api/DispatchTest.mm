@@ -179,4 +179,19 @@ TEST_F(DispatchDeathTest, SyncOntoTheOwnQueueEndsTheProgram) {
         message);
 }
 
+TEST_F(DispatchDeathTest, WithoutAThreadAsyncEndsTheProgram) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(
+        {
+            pthread_attr_t hugeStack;
+            pthread_attr_init(&hugeStack);
+            pthread_attr_setstacksize(&hugeStack, size_t{1} << 47);
+            pthread_setattr_default_np(&hugeStack);
+            dispatch_async(queue, ^{
+                           });
+            wait();
+        },
+        "no thread can be started for queue \"queue\"");
+}
+
 } // namespace

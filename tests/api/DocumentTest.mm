@@ -131,7 +131,11 @@ TEST_F(DocumentTest, FitsImagesIntoSizes) {
         EXPECT_EQ(image.scale, test.scale);
     }
     EXPECT_SIZE([document imageWithHeight:10 scale:2].size, 20, 10);
-    EXPECT_EQ(CGImageGetWidth([document image].CGImage), 100u); // the screen's scale
+    for (const CGFloat scale : {3.0, 1.0, 2.0}) {
+        UIScreen.mainScreen.scale = scale;
+        EXPECT_EQ(CGImageGetWidth([document image].CGImage), static_cast<size_t>(50 * scale));
+        EXPECT_EQ([document image].scale, scale);
+    }
     for (const CGSize size : {CGSizeMake(1e300, 0), CGSizeMake(INFINITY, INFINITY)})
         EXPECT_EQ([document imageFitToSize:size scale:1], nil);
     EXPECT_EQ([document imageFitToSize:CGSizeZero scale:NAN], nil);

@@ -62,19 +62,24 @@ TEST_F(DrawingTest, CentredWhereYPointsDown) {
 
 TEST_F(DrawingTest, OriginIsRoundedToWholePoints) {
     struct {
+        CGFloat scale;
         CGRect rect;
-        CGRect expected; // pixels from the top left
+        CGRect expected; // pixels of the context, from the top left
     } const cases[] = {
-        {{{3.4, 3.6}, {10, 10}}, {{6, 52}, {20, 20}}},
-        {{{0, 0}, {20, 25}}, {{0, 34}, {40, 40}}},       // (25 - 20) / 2 rounds to 3
-        {{{0.5, -0.5}, {10, 10}}, {{2, 62}, {20, 18}}},  // halves round away from zero: 1 and -1
-        {{{0, 0}, {10.25, 10.25}}, {{0, 59}, {21, 21}}}, // 21 pixels wide: rounded up; x is -0.125 points
+        {2, {{3.4, 3.6}, {10, 10}}, {{6, 52}, {20, 20}}},
+        {2, {{0, 0}, {20, 25}}, {{0, 34}, {40, 40}}},       // (25 - 20) / 2 rounds to 3
+        {2, {{0.5, -0.5}, {10, 10}}, {{2, 62}, {20, 18}}},  // halves round away from zero: 1 and -1
+        {2, {{0, 0}, {10.25, 10.25}}, {{0, 59}, {21, 21}}}, // 21 pixels wide: rounded up; x is -0.125 points
+        {1, {{0, 0}, {10.25, 10.25}}, {{0, 58}, {22, 22}}}, // 11 pixels, drawn enlarged
+        {3, {{0, 0}, {10.5, 10.5}}, {{0, 58}, {22, 22}}},   // 32 pixels, drawn reduced to 21 1/3
     };
     for (const auto& test : cases) {
+        UIScreen.mainScreen.scale = test.scale;
         CGContextClearRect(canvas.context(), CGRectMake(0, 0, 40, 40));
         draw(test.rect, redOverBlue(10, 10));
-        EXPECT_EQ(numbers(painted()), numbers(test.expected));
+        EXPECT_EQ(numbers(painted()), numbers(test.expected)) << test.scale;
     }
+    UIScreen.mainScreen.scale = 2;
 }
 
 TEST_F(DrawingTest, DefaultFillColorIsUsed) {

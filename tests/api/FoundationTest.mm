@@ -1,7 +1,25 @@
-// What takes the place of GNUstep's NSCache.
+// What takes the place of GNUstep's NSCache and of its default notification center.
 #include "ApiTestSupport.h"
 
 #import <Ozmira/Ozmira.h>
+
+#include <thread>
+
+/// Hands what it is sent to a function; stops observing when it goes.
+@interface Listener : NSObject {
+@public
+    std::function<void(NSNotification*)> heard;
+}
+@end
+@implementation Listener
+- (void)hear:(NSNotification*)notification {
+    heard(notification);
+}
+- (void)dealloc {
+    [[NSNotificationCenter defaultCenter] removeObserver:self];
+    [super dealloc];
+}
+@end
 
 namespace {
 
@@ -102,6 +120,87 @@ TEST_F(CacheTest, ServesThreads) {
         }
     });
     EXPECT_LE([Counted alive], 8);
+}
+
+class NotificationTest : public ApiTest {
+public:
+    void observe(Listener* listener, NSString* name, id object = nil) const {
+        [center addObserver:listener selector:@selector(hear:) name:name object:object];
+    }
+    Listener* listen(NSString* name, const std::function<void(NSNotification*)>& heard) const {
+        Listener* const made = [[[Listener alloc] init] autorelease];
+        made->heard = heard;
+        observe(made, name);
+        return made;
+    }
+
+    NSNotificationCenter* const center = [NSNotificationCenter defaultCenter];
+};
+
+TEST_F(NotificationTest, ReachWhoeverObservesNameAndSenderUntilRemoved) {
+    const id a = @"a", b = @"b";
+    struct {
+        NSString* name;
+        id object;
+        std::string left; // what is heard after a removal by this name and object
+    } const cases[] = {{nil, nil, ""},
+                       {@"n", nil, "na ma ma nb n- m- "},
+                       {nil, a, "na na ma nb nb n- n- m- "},
+                       {@"n", a, "na na ma ma nb nb n- n- m- "},
+                       {@"m", b, "na na na ma ma nb nb n- n- m- "}};
+    for (const auto& test : cases) {
+        std::string heard;
+        Listener* const listener = listen(nil, [&heard](NSNotification* notification) {
+            const id sender = notification.object ? notification.object : @"-";
+            heard += [[NSString stringWithFormat:@"%@%@%@", notification.name, sender,
+                                                 [notification.userInfo objectForKey:@"end"]] UTF8String];
+        });
+        for (const auto& [name, object] : {std::pair{@"n", a}, {@"n", id(nil)}, {@"m", a}})
+            observe(listener, [NSMutableString stringWithString:name], object);
+        [center removeObserver:listener name:test.name object:test.object];
+        for (const auto& [name, object] :
+             {std::pair{@"n", a}, {@"m", a}, {@"n", b}, {@"n", id(nil)}, {@"m", id(nil)}})
+            [center postNotificationName:name object:object userInfo:@{@"end" : @" "}];
+        EXPECT_EQ(heard, test.left);
+        [center removeObserver:listener];
+    }
+}
+
+TEST_F(NotificationTest, HandlersMayAddAndRemove) {
+    std::string heard;
+    Listener* late = nil;
+    Listener* removed = nil;
+    Listener* first = listen(@"n", [&](NSNotification*) {
+        heard += "first ";
+        for (Listener* each : {first, removed}) [center removeObserver:each];
+        late = listen(@"n", [&](NSNotification*) { heard += "late "; });
+    });
+    removed = listen(@"n", [&](NSNotification*) { heard += "removed "; });
+    for (int i = 0; i < 2; ++i) [center postNotificationName:@"n" object:nil];
+    EXPECT_EQ(heard, "first late ");
+    [center removeObserver:late];
+}
+
+TEST_F(NotificationTest, RemovingWaitsForTheObserversHandlerAlone) {
+    std::atomic<int> step = 0;
+    Listener* const idle = listen(@"m", {});
+    Listener* const busy = listen(@"n", [&](NSNotification*) {
+        step = 1;
+        step.notify_one();
+        step.wait(1);
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        step = 3;
+    });
+    std::thread remover([&] {
+        step.wait(0);
+        [center removeObserver:idle];
+        EXPECT_EQ(step.exchange(2), 1);
+        step.notify_one();
+        [center removeObserver:busy];
+        EXPECT_EQ(step, 3);
+    });
+    [center postNotificationName:@"n" object:nil];
+    remover.join();
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #import <UIKit/UIKit.h>
 
+#include <fstream>
 #include <spng.h>
 
 namespace {
@@ -39,7 +40,15 @@ TEST_F(GalleryTest, WritesEveryDocumentAtTwoScales) {
     for (const auto& test : expected)
         EXPECT_TRUE(CGSizeEqualToSize(pngSize(url(std::string("out/") + test.file)), test.size)) << test.file;
     write("in/broken.svg", "<svg");
+    std::ofstream(path("in/not UTF-8 \xFF.svg")) << kUnfilled;
+    std::filesystem::create_directory(path("in/folder.svg"));
+    std::filesystem::remove(path("out/wide@1x.png"));
     EXPECT_EQ(run(command), 1);
+    EXPECT_TRUE(std::filesystem::exists(path("out/wide@1x.png")));
+    std::ifstream log(path("log"));
+    const std::string said((std::istreambuf_iterator(log)), {});
+    for (const char* line : {"broken: no picture\n", "folder: no picture\n"})
+        EXPECT_NE(said.find(line), std::string::npos) << said;
     EXPECT_EQ(run(std::string(OZMIRA_GALLERY) + " 2> '" + path("log").string() + "'"), 2);
 }
 

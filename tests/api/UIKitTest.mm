@@ -67,14 +67,6 @@ TEST_F(UIKitTest, EqualColorsHashEqually) {
     EXPECT_FALSE([UIColor.blackColor isEqual:[UIColor colorWithRed:0 green:0 blue:0 alpha:1]]);
 }
 
-TEST_F(UIKitTest, ScreenScaleCanBeSet) {
-    UIScreen* const screen = UIScreen.mainScreen;
-    EXPECT_EQ(screen.scale, 2);
-    screen.scale = 3;
-    EXPECT_EQ(UIScreen.mainScreen.scale, 3);
-    screen.scale = 2;
-}
-
 /// Four by two pixels, from top left: opaque red, half green, a quarter of blue, nothing; below black.
 CGImageRef createSampleImage() {
     const Canvas canvas(4, 2);

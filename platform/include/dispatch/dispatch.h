@@ -27,7 +27,8 @@ void dispatch_retain(dispatch_queue_t queue);
 /// Drops a reference. Work that was added before is still done.
 void dispatch_release(dispatch_queue_t queue);
 
-/// Adds work and returns; a thread started for that purpose runs it.
+/// Adds work and returns; a thread started for that purpose runs it. Ends the program with a message when no
+/// thread can be started.
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);
 /// Runs work on the calling thread when its turn comes, and returns when it is done. Called from work of the
 /// same queue it could never return: it ends the program with a message.
