@@ -58,6 +58,7 @@ CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t heig
     const std::optional<BitmapFormat> format =
         formatOf(width, height, bitsPerComponent, bytesPerRow, !data, space, bitmapInfo);
     if (!format) return nullptr;
+    missesIngredient = false;
     if (data) {
         const BorrowedPixels pixels = {static_cast<uint8_t*>(data), releaseCallback, releaseInfo};
         return create<CGContext>(*format, space, pixels);
@@ -93,6 +94,8 @@ CGBitmapInfo CGBitmapContextGetBitmapInfo(CGContextRef c) { return c ? c->format
 
 CGImageRef CGBitmapContextCreateImage(CGContextRef c) {
     if (!c) return nullptr;
+    if (missesIngredient) c->isIncomplete = true;
+    if (c->isIncomplete) return nullptr;
     const BitmapFormat& bitmap = c->format;
     CGImageFormat format;
     format.width = bitmap.width;

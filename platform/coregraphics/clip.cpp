@@ -1,6 +1,7 @@
 #include "clip.h"
 
 #include "fixed255.h"
+#include "scratch.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,7 +24,35 @@ double overlap(int i, double from, double to) {
     return std::clamp(std::min(i + 1.0, to) - std::max(double(i), from), 0.0, 1.0);
 }
 
+// Masks that a thread keeps for later clips: as many as clips are usually nested.
+constexpr size_t kKeptMasks = 4;
+
 } // namespace
+
+Ref<ClipMask> ClipMask::make(const IntRect& box) {
+    std::vector<Ref<ClipMask>>& kept = Scratch::ofThread().clipMasks;
+    // A reference of its own is all that there is to one that no clip holds any more.
+    const auto unused = std::ranges::find_if(kept, [](const auto& mask) { return mask->isUnique(); });
+    if (unused != kept.end()) {
+        (*unused)->setBox(box);
+        return *unused;
+    }
+    const auto mask = Ref<ClipMask>::adopting(new ClipMask);
+    mask->setBox(box);
+    if (kept.size() < kKeptMasks) kept.push_back(mask);
+    return mask;
+}
+
+void ClipMask::setBox(const IntRect& box) {
+    const size_t size = static_cast<size_t>(box.width()) * static_cast<size_t>(box.height());
+    if (size > m_capacity) {
+        m_capacity = 0;
+        m_bytes.reset();
+        m_bytes.reset(new uint8_t[size]);
+        m_capacity = size;
+    }
+    m_box = box;
+}
 
 Clip::Clip(int width, int height) { setSides(0, 0, width, height); }
 
@@ -39,7 +68,7 @@ void Clip::setSides(double x0, double y0, double x1, double y1) {
     m_inner = {static_cast<int>(std::ceil(x0)), static_cast<int>(std::ceil(y0)),
                static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1))};
     if (m_mask) {
-        m_outer = m_outer.intersect(m_mask->box);
+        m_outer = m_outer.intersect(m_mask->box());
         if (m_outer.empty()) makeEmpty();
     }
 }
@@ -54,32 +83,33 @@ void Clip::intersect(const CGRect& rect) {
 void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) {
     const IntRect box = shape.box();
     const auto width = static_cast<size_t>(box.width());
-    auto mask = std::make_shared<ClipMask>(box);
-    const auto line = std::make_unique<uint8_t[]>(width + kCoveragePadding);
+    const Ref<ClipMask> mask = ClipMask::make(box);
+    std::vector<uint8_t>& line = Scratch::ofThread().coverageRow;
+    if (line.size() < width + kCoveragePadding) line.resize(width + kCoveragePadding);
     for (int y = 0; y < shape.height(); ++y) {
         uint8_t* const row = mask->row(box.y0 + y);
         std::memset(row, 0, width);
         if (y < shape.firstRow() || y >= shape.endRow()) continue;
-        const ColumnRange range = sweepRow(shape, y, rule, line.get());
+        const ColumnRange range = sweepRow(shape, y, rule, line.data());
         if (range.empty()) continue;
         const auto begin = static_cast<size_t>(range.begin), n = static_cast<size_t>(range.end - range.begin);
-        std::memcpy(row + begin, line.get() + begin, n);
+        std::memcpy(row + begin, line.data() + begin, n);
         if (!antialias)
             std::transform(row + begin, row + begin + n, row + begin,
                            [](uint8_t c) { return c < 128 ? 0 : 255; });
         if (!m_mask) continue;
-        const uint8_t* const before = m_mask->row(box.y0 + y) + (box.x0 - m_mask->box.x0);
+        const uint8_t* const before = m_mask->row(box.y0 + y) + (box.x0 - m_mask->box().x0);
         for (size_t i = begin; i < begin + n; ++i) row[i] = multiply255(row[i], before[i]);
     }
     shape.discardPadding();
     shape.end();
-    m_mask = std::move(mask);
+    m_mask = Ref<const ClipMask>::retaining(mask.get());
     setSides(m_x0, m_y0, m_x1, m_y1);
 }
 
 void Clip::apply(int y, int x0, size_t n, uint8_t* coverage) const {
     if (m_mask) {
-        const uint8_t* const mask = m_mask->row(y) + (x0 - m_mask->box.x0);
+        const uint8_t* const mask = m_mask->row(y) + (x0 - m_mask->box().x0);
         for (size_t i = 0; i < n; ++i) coverage[i] = multiply255(coverage[i], mask[i]);
     }
     if (y < m_inner.y0 || y >= m_inner.y1) {

@@ -3,6 +3,7 @@
 
 #include "coverage.h"
 #include "int_rect.h"
+#include "object.h"
 #include "sweep.h"
 
 #include <CoreGraphics/CGGeometry.h>
@@ -12,18 +13,26 @@
 namespace ozcg {
 
 /// Coverage of the pixels of a box, row by row; 255 lets everything through.
-struct ClipMask {
-    explicit ClipMask(const IntRect& area)
-        : box(area),
-          bytes(new uint8_t[static_cast<size_t>(area.width()) * static_cast<size_t>(area.height())]) {}
-    uint8_t* row(int y) { return bytes.get() + offset(y); }
-    const uint8_t* row(int y) const { return bytes.get() + offset(y); }
+class ClipMask final : public Object {
+public:
+    /// A mask whose pixels are not set. The thread keeps the memory of its masks for later ones. Throws
+    /// std::bad_alloc.
+    static Ref<ClipMask> make(const IntRect& box);
 
-    const IntRect box;
-    const std::unique_ptr<uint8_t[]> bytes;
+    const IntRect& box() const { return m_box; }
+    uint8_t* row(int y) { return m_bytes.get() + offset(y); }
+    const uint8_t* row(int y) const { return m_bytes.get() + offset(y); }
 
 private:
-    size_t offset(int y) const { return static_cast<size_t>(y - box.y0) * static_cast<size_t>(box.width()); }
+    ClipMask() : Object(TypeId::clipMask) {}
+    void setBox(const IntRect& box);
+    size_t offset(int y) const {
+        return static_cast<size_t>(y - m_box.y0) * static_cast<size_t>(m_box.width());
+    }
+
+    IntRect m_box;
+    std::unique_ptr<uint8_t[]> m_bytes;
+    size_t m_capacity = 0;
 };
 
 /// A clip in pixels. Copies share the mask.
@@ -55,7 +64,7 @@ private:
 
     double m_x0 = 0, m_y0 = 0, m_x1 = 0, m_y1 = 0;
     IntRect m_outer, m_inner; // pixels touched by the rectangle, and pixels wholly inside
-    std::shared_ptr<const ClipMask> m_mask;
+    Ref<const ClipMask> m_mask;
 };
 
 } // namespace ozcg

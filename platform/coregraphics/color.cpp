@@ -48,7 +48,8 @@ CGColorRef createColor(CFStringRef spaceName, const CGFloat* components) {
 CFTypeID CGColorGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::color); }
 
 CGColorRef CGColorCreate(CGColorSpaceRef space, const CGFloat* components) {
-    return space && components ? ozcg::create<CGColor>(space, components) : nullptr;
+    if (!space || !components) return nullptr;
+    return ozcg::ingredient(ozcg::create<CGColor>(space, components));
 }
 
 CGColorRef CGColorCreateGenericGray(CGFloat gray, CGFloat alpha) {
@@ -69,7 +70,7 @@ CGColorRef CGColorCreateSRGB(CGFloat red, CGFloat green, CGFloat blue, CGFloat a
 CGColorRef CGColorCreateCopy(CGColorRef color) { return ozcg::retained(color); }
 
 CGColorRef CGColorCreateCopyWithAlpha(CGColorRef color, CGFloat alpha) {
-    return color ? ozcg::create<CGColor>(*color, alpha) : nullptr;
+    return color ? ozcg::ingredient(ozcg::create<CGColor>(*color, alpha)) : nullptr;
 }
 
 CGColorRef CGColorRetain(CGColorRef color) { return ozcg::retained(color); }

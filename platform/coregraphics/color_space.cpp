@@ -47,7 +47,7 @@ CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name) {
 
 CGColorSpaceRef CGColorSpaceCreateCalibratedRGB(const CGFloat whitePoint[3], const CGFloat*, const CGFloat*,
                                                 const CGFloat*) {
-    return whitePoint ? ozcg::create<CGColorSpace>() : nullptr;
+    return whitePoint ? ozcg::ingredient(ozcg::create<CGColorSpace>()) : nullptr;
 }
 
 CGColorSpaceRef CGColorSpaceRetain(CGColorSpaceRef space) { return ozcg::retained(space); }

@@ -1,5 +1,7 @@
 #include "context.h"
 
+#include "spares.h"
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -9,6 +11,9 @@ using namespace ozcg;
 CGContext::CGContext(const BitmapFormat& bitmapFormat, CGColorSpace* colorSpace, uint8_t* bytes)
     : Object(TypeId::context), format(bitmapFormat), space(Ref<CGColorSpace>::retaining(colorSpace)) {
     const int width = static_cast<int>(format.width), height = static_cast<int>(format.height);
+    ContextBuffers buffers = ContextBuffers::take();
+    saved = std::move(buffers.saved);
+    path = std::move(buffers.path);
     surface = {bytes, format.bytesPerRow, width, height, format.order};
     state.ctm = {1, 0, 0, -1, 0, double(height)};
     state.clip = Clip(width, height);
@@ -25,6 +30,7 @@ CGContext::CGContext(const BitmapFormat& bitmapFormat, CGColorSpace* colorSpace,
 }
 
 CGContext::~CGContext() {
+    ContextBuffers::leave({std::move(path), std::move(saved)});
     if (m_borrowed.release) m_borrowed.release(m_borrowed.releaseInfo, m_borrowed.bytes);
 }
 
@@ -57,11 +63,19 @@ void CGContextRelease(CGContextRef c) { released(c); }
 // Graphics state
 
 void CGContextSaveGState(CGContextRef c) {
-    if (c) whileMemoryLasts([&] { c->saved.push_back(c->state); });
+    if (!c) return;
+    // States are restored in turn: behind one that there was no room for, none is saved.
+    if (c->unsaved == 0 && c->whileMemoryLasts([&] { c->saved.push_back(c->state); })) return;
+    if (c->unsaved++ == 0) c->lastSaved = c->state;
 }
 
 void CGContextRestoreGState(CGContextRef c) {
-    if (!c || c->saved.empty()) return;
+    if (!c) return;
+    if (c->unsaved > 0) {
+        if (--c->unsaved == 0) c->state = std::move(c->lastSaved);
+        return;
+    }
+    if (c->saved.empty()) return;
     c->state = std::move(c->saved.back());
     c->saved.pop_back();
 }
@@ -108,12 +122,12 @@ void CGContextSetMiterLimit(CGContextRef c, CGFloat limit) {
 
 void CGContextSetLineDash(CGContextRef c, CGFloat phase, const CGFloat* lengths, size_t count) {
     if (!c) return;
-    whileMemoryLasts([&] {
-        if (lengths && count)
-            c->state.line.dashes.assign(lengths, lengths + count);
-        else
-            c->state.line.dashes.clear();
-        c->state.line.dashPhase = phase;
+    c->whileMemoryLasts([&] {
+        LineStyle& line = c->state.line;
+        const bool isSolid = !lengths || count == 0;
+        line.dashes =
+            isSolid ? nullptr : std::make_shared<const std::vector<double>>(lengths, lengths + count);
+        line.dashPhase = phase;
     });
 }
 

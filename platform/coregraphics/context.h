@@ -44,13 +44,27 @@ struct CGContext final : ozcg::Object {
     /// From user space to the space the context was made with, y up.
     CGAffineTransform userToBase() const;
     ozcg::Compositing compositing() const;
+    /// Runs what may run out of memory, and is then left undone in part. Whether it was done; what the
+    /// context draws is incomplete otherwise.
+    template <class Function>
+    bool whileMemoryLasts(Function&& function) noexcept {
+        const bool done = ozcg::orWhenOutOfMemory(false, [&] {
+            std::forward<Function>(function)();
+            return true;
+        });
+        if (!done) isIncomplete = true;
+        return done;
+    }
 
     const ozcg::BitmapFormat format;
     const ozcg::Ref<CGColorSpace> space;
     ozcg::GraphicsState state;
     std::vector<ozcg::GraphicsState> saved;
-    ozcg::PathData path; // in pixels
+    size_t unsaved = 0;            // how many there was no memory for, all behind the saved ones
+    ozcg::GraphicsState lastSaved; // the first of them
+    ozcg::PathData path;           // in pixels
     bool allowsAntialiasing = true;
+    bool isIncomplete = false;             // what has been drawn, because memory was short
     ozcg::Ref<ozcg::PixelStorage> storage; // empty with the caller's memory
 
 private:
@@ -61,15 +75,6 @@ private:
 };
 
 namespace ozcg {
-
-/// Runs what may run out of memory while it draws or changes a path; it is then left undone in part.
-template <class Function>
-void whileMemoryLasts(Function&& function) noexcept {
-    orWhenOutOfMemory(false, [&] {
-        std::forward<Function>(function)();
-        return true;
-    });
-}
 
 /// A finite number, or something to take its place.
 constexpr double finiteOr(double value, double otherwise) { return value - value == 0 ? value : otherwise; }

@@ -11,7 +11,8 @@ namespace {
 
 // Paints the current path and consumes it.
 void paint(CGContextRef c, bool fills, FillRule rule, bool strokes) {
-    whileMemoryLasts([&] {
+    if (c->path.isIncomplete()) c->isIncomplete = true;
+    c->whileMemoryLasts([&] {
         const Surface& surface = c->surfaceForDrawing();
         const Compositing how = c->compositing();
         if (fills) fillPath(surface, how, c->path, rule, c->state.fillColor);
@@ -23,10 +24,9 @@ void paint(CGContextRef c, bool fills, FillRule rule, bool strokes) {
 void clip(CGContextRef c, FillRule rule) {
     if (!c) return;
     // A clip that can't be worked out lets nothing through.
-    const bool done = orWhenOutOfMemory(false, [&] {
-        clipToPath(c->state.clip, c->path, rule, c->compositing().antialias);
-        return true;
-    });
+    if (c->path.isIncomplete()) c->isIncomplete = true;
+    const bool done =
+        c->whileMemoryLasts([&] { clipToPath(c->state.clip, c->path, rule, c->compositing().antialias); });
     if (!done) c->state.clip.makeEmpty();
     c->path.clear();
 }
@@ -34,7 +34,7 @@ void clip(CGContextRef c, FillRule rule) {
 template <class Source>
 void drawGradient(CGContextRef c, std::optional<Source> source) {
     if (!source || c->state.clip.empty()) return;
-    whileMemoryLasts([&] { paintClip(c->surfaceForDrawing(), c->compositing(), *source); });
+    c->whileMemoryLasts([&] { paintClip(c->surfaceForDrawing(), c->compositing(), *source); });
 }
 
 } // namespace
@@ -129,7 +129,7 @@ void CGContextDrawImage(CGContextRef c, CGRect rect, CGImageRef image) {
     const CGAffineTransform fromUnitSquare = {r.size.width, 0, 0, r.size.height, r.origin.x, r.origin.y};
     const CGAffineTransform toPixel = CGAffineTransformConcat(fromUnitSquare, c->state.ctm);
     const bool smooth = c->state.interpolation != kCGInterpolationNone;
-    whileMemoryLasts([&] {
+    c->whileMemoryLasts([&] {
         std::optional<ImageSource> source = ImageSource::make(*image, toPixel, smooth);
         if (!source) return;
         PathData outline;

@@ -36,34 +36,35 @@ void CGContextBeginPath(CGContextRef c) {
 }
 
 void CGContextMoveToPoint(CGContextRef c, CGFloat x, CGFloat y) {
-    if (c) whileMemoryLasts([&] { c->path.moveTo(toPixel(c, x, y)); });
+    if (c) c->path.change([&](PathData& path) { path.moveTo(toPixel(c, x, y)); });
 }
 
 void CGContextAddLineToPoint(CGContextRef c, CGFloat x, CGFloat y) {
-    if (c) whileMemoryLasts([&] { c->path.lineTo(toPixel(c, x, y)); });
+    if (c) c->path.change([&](PathData& path) { path.lineTo(toPixel(c, x, y)); });
 }
 
 void CGContextAddCurveToPoint(CGContextRef c, CGFloat cp1x, CGFloat cp1y, CGFloat cp2x, CGFloat cp2y,
                               CGFloat x, CGFloat y) {
     if (c)
-        whileMemoryLasts(
-            [&] { c->path.cubicTo(toPixel(c, cp1x, cp1y), toPixel(c, cp2x, cp2y), toPixel(c, x, y)); });
+        c->path.change([&](PathData& path) {
+            path.cubicTo(toPixel(c, cp1x, cp1y), toPixel(c, cp2x, cp2y), toPixel(c, x, y));
+        });
 }
 
 void CGContextAddQuadCurveToPoint(CGContextRef c, CGFloat cpx, CGFloat cpy, CGFloat x, CGFloat y) {
-    if (c) whileMemoryLasts([&] { c->path.quadTo(toPixel(c, cpx, cpy), toPixel(c, x, y)); });
+    if (c) c->path.change([&](PathData& path) { path.quadTo(toPixel(c, cpx, cpy), toPixel(c, x, y)); });
 }
 
 void CGContextClosePath(CGContextRef c) {
-    if (c) whileMemoryLasts([&] { c->path.close(); });
+    if (c) c->path.change([&](PathData& path) { path.close(); });
 }
 
 void CGContextAddRect(CGContextRef c, CGRect rect) { CGContextAddRects(c, &rect, 1); }
 
 void CGContextAddRects(CGContextRef c, const CGRect* rects, size_t count) {
     if (!c || !rects) return;
-    whileMemoryLasts([&] {
-        for (size_t i = 0; i < count; ++i) c->path.addRect(rects[i], c->state.ctm);
+    c->path.change([&](PathData& path) {
+        for (size_t i = 0; i < count; ++i) path.addRect(rects[i], c->state.ctm);
     });
 }
 
@@ -74,22 +75,23 @@ void CGContextAddLines(CGContextRef c, const CGPoint* points, size_t count) {
 }
 
 void CGContextAddEllipseInRect(CGContextRef c, CGRect rect) {
-    if (c) whileMemoryLasts([&] { c->path.addEllipse(rect, c->state.ctm); });
+    if (c) c->path.change([&](PathData& path) { path.addEllipse(rect, c->state.ctm); });
 }
 
 void CGContextAddArc(CGContextRef c, CGFloat x, CGFloat y, CGFloat radius, CGFloat startAngle,
                      CGFloat endAngle, int clockwise) {
     if (!c) return;
     const double sweep = arcSweep(startAngle, endAngle, clockwise != 0);
-    whileMemoryLasts([&] { c->path.addArc({x, y}, radius, startAngle, sweep, c->state.ctm); });
+    c->path.change([&](PathData& path) { path.addArc({x, y}, radius, startAngle, sweep, c->state.ctm); });
 }
 
 void CGContextAddArcToPoint(CGContextRef c, CGFloat x1, CGFloat y1, CGFloat x2, CGFloat y2, CGFloat radius) {
-    if (c) whileMemoryLasts([&] { c->path.addArcToPoint({x1, y1}, {x2, y2}, radius, c->state.ctm); });
+    if (c)
+        c->path.change([&](PathData& path) { path.addArcToPoint({x1, y1}, {x2, y2}, radius, c->state.ctm); });
 }
 
 void CGContextAddPath(CGContextRef c, CGPathRef path) {
-    if (c && path) whileMemoryLasts([&] { c->path.append(path->data, c->state.ctm); });
+    if (c && path) c->path.change([&](PathData& current) { current.append(path->data, c->state.ctm); });
 }
 
 bool CGContextIsPathEmpty(CGContextRef c) { return !c || c->path.empty(); }
@@ -105,12 +107,14 @@ CGRect CGContextGetPathBoundingBox(CGContextRef c) {
     // The box of a path is the box of its box unless the matrix turns it.
     const bool upright = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
     if (upright) return CGRectApplyAffineTransform(c->path.controlBounds(), toUser(c));
-    return orWhenOutOfMemory(CGRectNull, [&] { return userPath(c).controlBounds(); });
+    CGRect box = CGRectNull;
+    c->whileMemoryLasts([&] { box = userPath(c).controlBounds(); });
+    return box;
 }
 
 CGPathRef CGContextCopyPath(CGContextRef c) {
     if (!c || c->path.empty()) return nullptr;
-    return orWhenOutOfMemory(CGPathRef{}, [&] { return new CGPath(userPath(c)); });
+    return ingredient(orWhenOutOfMemory(CGPathRef{}, [&] { return new CGPath(userPath(c)); }));
 }
 
 bool CGContextPathContainsPoint(CGContextRef c, CGPoint point, CGPathDrawingMode mode) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 #include <vector>
 
 namespace ozcg {
@@ -18,7 +19,9 @@ class Dasher {
 public:
     /// An empty, non-positive or non-finite pattern is no pattern: active() is then false. An odd number of
     /// lengths goes round twice.
-    Dasher(const std::vector<double>& lengths, double phase, double scale) {
+    Dasher(std::span<const double> lengths, double phase, double scale, DashBuffers<T>& buffers)
+        : m_pattern(buffers.pattern), m_dash(buffers.dash) {
+        m_pattern.clear();
         double total = 0;
         for (const double length : lengths) {
             if (!(length >= 0)) return;
@@ -26,8 +29,8 @@ public:
         }
         if (!(total > 0) || !std::isfinite(total) || !std::isfinite(phase * scale)) return;
         for (const double length : lengths) m_pattern.push_back(length * scale);
-        if (m_pattern.size() % 2) {
-            m_pattern.insert(m_pattern.end(), m_pattern.begin(), m_pattern.end());
+        if (lengths.size() % 2) {
+            for (const double length : lengths) m_pattern.push_back(length * scale);
             total *= 2;
         }
         m_total = total;
@@ -90,12 +93,12 @@ private:
         m_left -= length;
     }
 
-    std::vector<double> m_pattern;
+    std::vector<double>& m_pattern;
     double m_total = 0, m_phase = 0;
     size_t m_index = 0;
     double m_left = 0; // of the current length
     int m_budget = kMaxDashes;
-    std::vector<StrokeVertex<T>> m_dash;
+    std::vector<StrokeVertex<T>>& m_dash;
 };
 
 } // namespace ozcg

@@ -82,28 +82,28 @@ CFTypeID CGGradientGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::
 CGGradientRef CGGradientCreateWithColorComponents(CGColorSpaceRef space, const CGFloat* components,
                                                   const CGFloat* locations, size_t count) {
     if (!space || !components || count == 0) return nullptr;
-    return ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
+    return ozcg::ingredient(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
         std::vector<GradientStop> stops(count);
         for (size_t i = 0; i < count; ++i) {
             const CGFloat* const color = components + i * (space->components() + 1);
             stops[i] = {locationOf(locations, i, count), ozcg::rgbaFromComponents(*space, color)};
         }
         return new CGGradient(std::move(stops));
-    });
+    }));
 }
 
 CGGradientRef CGGradientCreateWithColors(CGColorSpaceRef, CFArrayRef colors, const CGFloat* locations) {
     const auto count = static_cast<size_t>(CFArrayGetCount(colors));
-    if (count == 0) return nullptr;
-    return ozcg::orWhenOutOfMemory(CGGradientRef{}, [&]() -> CGGradientRef {
+    const auto isColor = [](const void* value) { return CFGetTypeID(value) == CGColorGetTypeID(); };
+    if (count == 0 || !std::ranges::all_of(colors->values, isColor)) return nullptr;
+    return ozcg::ingredient(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
         std::vector<GradientStop> stops(count);
         for (size_t i = 0; i < count; ++i) {
             const void* const value = colors->values[i];
-            if (CFGetTypeID(value) != CGColorGetTypeID()) return nullptr;
             stops[i] = {locationOf(locations, i, count), static_cast<const CGColor*>(value)->rgba()};
         }
         return new CGGradient(std::move(stops));
-    });
+    }));
 }
 
 CGGradientRef CGGradientRetain(CGGradientRef gradient) { return ozcg::retained(gradient); }

@@ -6,6 +6,8 @@
 
 #include <CoreGraphics/CGContext.h>
 
+#include <type_traits>
+
 namespace ozcg {
 
 /// What CGContextSaveGState saves.
@@ -22,5 +24,8 @@ struct GraphicsState {
     CGInterpolationQuality interpolation = kCGInterpolationDefault;
     bool antialias = true;
 };
+
+// So that a state can be kept when memory is short.
+static_assert(std::is_nothrow_copy_assignable_v<GraphicsState>);
 
 } // namespace ozcg

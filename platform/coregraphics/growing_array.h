@@ -28,13 +28,16 @@ public:
         m_size = other.m_size;
     }
     GrowingArray(GrowingArray&& other) noexcept { swap(other); }
-    GrowingArray& operator=(GrowingArray other) noexcept {
+    // Not noexcept: the assignment that the compiler makes for a class with arrays would be, though it
+    // copies.
+    GrowingArray& operator=(GrowingArray other) {
         swap(other);
         return *this;
     }
     ~GrowingArray() { std::free(m_data); }
 
     size_t size() const noexcept { return m_size; }
+    size_t capacity() const noexcept { return m_capacity; }
     bool empty() const noexcept { return m_size == 0; }
     const T& back() const noexcept { return m_data[m_size - 1]; }
     std::span<const T> values() const noexcept { return {m_data, m_size}; }

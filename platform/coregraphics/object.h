@@ -25,6 +25,7 @@ enum class TypeId : CFTypeID {
     image,
     context,
     pixelStorage,
+    clipMask,
 };
 
 /// Counted by reference, atomically. Starts with one reference, the creator's. Every class derives from it
@@ -41,7 +42,9 @@ public:
     void release() const noexcept {
         if (isImmortal()) return;
         // A plain load answers for the only owner: nobody else can add a reference meanwhile.
-        if (isUnique() || m_references.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
+        if (!isUnique() && m_references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+        m_references.store(0, std::memory_order_relaxed);
+        const_cast<Object*>(this)->dispose();
     }
 
     /// True when the caller's reference is the only one: nobody else can see a change.
@@ -58,6 +61,9 @@ protected:
     constexpr explicit Object(TypeId typeId, Lifetime lifetime = Lifetime::counted) noexcept
         : m_references(static_cast<std::size_t>(lifetime)), m_typeId(typeId) {}
     virtual ~Object() = default;
+
+    /// Called when the last reference is gone. May keep the object for later, when it is retained again.
+    virtual void dispose() noexcept { delete this; }
 
 private:
     bool isImmortal() const noexcept {
@@ -119,6 +125,17 @@ Result orWhenOutOfMemory(Result failure, Function&& function) noexcept {
     } catch (const std::length_error&) {
         return failure;
     }
+}
+
+/// Whether the thread failed to make a path, a gradient, a colour or a colour space since it last made a
+/// bitmap context: what it draws meanwhile lacks something.
+inline constinit thread_local bool missesIngredient = false;
+
+/// Passes on such an object, and takes a note when there is none because memory is short.
+template <class T>
+T* ingredient(T* object) noexcept {
+    if (!object) missesIngredient = true;
+    return object;
 }
 
 /// A new object, or NULL when memory is short.

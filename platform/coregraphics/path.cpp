@@ -1,5 +1,7 @@
 #include "path.h"
 
+#include "spares.h"
+
 #include <array>
 
 using ozcg::PathData;
@@ -16,21 +18,17 @@ CGPoint mapped(const CGAffineTransform* m, CGFloat x, CGFloat y) {
 /// Lets `function` add to the path's data; does nothing for NULL.
 template <class Function>
 void change(CGMutablePathRef path, Function&& function) noexcept {
-    if (!path) return;
-    ozcg::orWhenOutOfMemory(false, [&] {
-        function(path->data);
-        return true;
-    });
+    if (path) path->data.change(function);
 }
 
 /// A new path that `function` has added to; NULL when memory is short.
 template <class Function>
 CGMutablePathRef createWith(Function&& function) noexcept {
-    return ozcg::orWhenOutOfMemory(CGMutablePathRef{}, [&] {
-        auto path = ozcg::Ref<CGPath>::adopting(new CGPath);
+    return ozcg::ingredient(ozcg::orWhenOutOfMemory(CGMutablePathRef{}, [&] {
+        auto path = ozcg::takePath();
         function(path->data);
         return path.leak();
-    });
+    }));
 }
 
 CGPathElementType elementType(Verb verb) {
@@ -46,9 +44,15 @@ CGPathElementType elementType(Verb verb) {
 
 } // namespace
 
+void CGPath::dispose() noexcept {
+    if (!ozcg::leavePath(this)) Object::dispose();
+}
+
 CFTypeID CGPathGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::path); }
 
-CGMutablePathRef CGPathCreateMutable(void) { return ozcg::create<CGPath>(); }
+CGMutablePathRef CGPathCreateMutable(void) {
+    return createWith([](const PathData&) {});
+}
 
 CGPathRef CGPathCreateCopy(CGPathRef path) { return CGPathCreateMutableCopy(path); }
 
@@ -57,7 +61,7 @@ CGPathRef CGPathCreateCopyByTransformingPath(CGPathRef path, const CGAffineTrans
 }
 
 CGMutablePathRef CGPathCreateMutableCopy(CGPathRef path) {
-    return path ? ozcg::create<CGPath>(path->data) : nullptr;
+    return path ? createWith([&](PathData& data) { data = path->data; }) : nullptr;
 }
 
 CGMutablePathRef CGPathCreateMutableCopyByTransformingPath(CGPathRef path,

@@ -9,6 +9,10 @@
 struct CGPath final : ozcg::Object {
     CGPath() noexcept : Object(ozcg::TypeId::path) {}
     explicit CGPath(ozcg::PathData content) noexcept : Object(ozcg::TypeId::path), data(std::move(content)) {}
+    ~CGPath() override = default;
 
     ozcg::PathData data;
+
+private:
+    void dispose() noexcept override;
 };

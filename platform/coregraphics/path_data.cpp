@@ -135,6 +135,7 @@ void PathData::addArcToPoint(CGPoint corner, CGPoint towards, double radius, con
 }
 
 void PathData::append(const PathData& other, const CGAffineTransform& m) {
+    if (other.isIncomplete()) markIncomplete();
     const size_t verbs = other.m_verbs.size(), points = other.m_points.size();
     if (verbs == 0) return;
     // Make room first: the other path may be this one.

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "growing_array.h"
+#include "object.h"
 
 #include <CoreGraphics/CGAffineTransform.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 
@@ -38,6 +40,8 @@ public:
     std::span<const Verb> verbs() const noexcept { return m_verbs.values(); }
     std::span<const CGPoint> points() const noexcept { return m_points.values(); }
     bool empty() const noexcept { return m_verbs.empty(); }
+    /// The number of points, and of verbs, that there is memory for at most.
+    size_t capacity() const noexcept { return std::max(m_points.capacity(), m_verbs.capacity()); }
     bool hasCurrentPoint() const noexcept { return !m_verbs.empty(); }
     /// Where the next segment starts; CGPointZero when there is none.
     CGPoint currentPoint() const noexcept {
@@ -45,8 +49,22 @@ public:
         return m_verbs.back() == Verb::close ? m_start : m_points.back();
     }
 
+    /// Whether elements are missing because memory was short when they were added.
+    bool isIncomplete() const noexcept { return m_isIncomplete; }
+    void markIncomplete() noexcept { m_isIncomplete = true; }
+    /// Lets `function` add to the path. Does not throw: the path is incomplete then.
+    template <class Function>
+    void change(Function&& function) noexcept {
+        const bool done = orWhenOutOfMemory(false, [&] {
+            function(*this);
+            return true;
+        });
+        if (!done) markIncomplete();
+    }
+
     /// Drops the elements and keeps the memory.
     void clear() noexcept {
+        m_isIncomplete = false;
         m_verbs.truncate(0);
         m_points.truncate(0);
     }
@@ -116,6 +134,7 @@ private:
     GrowingArray<Verb> m_verbs;
     GrowingArray<CGPoint> m_points;
     CGPoint m_start{}; // of the current subpath
+    bool m_isIncomplete = false;
 };
 
 /// Sweep from one angle to another in a direction, as CGPathAddArc takes it: a whole turn at most.

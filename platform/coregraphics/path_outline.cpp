@@ -110,10 +110,11 @@ void forEachPolyline(const PathData& path, Emit&& emit) {
     emit(line);
 }
 
-void addDashes(PathData& dashed, const PathData& path, const std::vector<double>& lengths, double phase,
+void addDashes(PathData& dashed, const PathData& path, std::span<const double> lengths, double phase,
                const CGAffineTransform& m) {
     const WorkingPath working(path, 0);
-    ozcg::Dasher<double> dasher(lengths, phase, working.scale);
+    ozcg::DashBuffers<double> buffers;
+    ozcg::Dasher<double> dasher(lengths, phase, working.scale, buffers);
     if (!dasher.active()) return dashed.append(path, m);
     const auto mapped = [&](const StrokeVertex<double>& vertex) {
         return CGPointApplyAffineTransform(working.back(vertex.p), m);
@@ -128,12 +129,13 @@ void addDashes(PathData& dashed, const PathData& path, const std::vector<double>
 }
 
 template <class Function>
-CGPathRef createWith(Function&& function) noexcept {
-    return ozcg::orWhenOutOfMemory(CGPathRef{}, [&]() -> CGPathRef {
+CGPathRef createFrom(CGPathRef path, Function&& function) noexcept {
+    return ozcg::ingredient(ozcg::orWhenOutOfMemory(CGPathRef{}, [&]() -> CGPathRef {
         PathData data;
         function(data);
+        if (path->data.isIncomplete()) data.markIncomplete();
         return new CGPath(std::move(data));
-    });
+    }));
 }
 
 } // namespace
@@ -141,8 +143,8 @@ CGPathRef createWith(Function&& function) noexcept {
 CGPathRef CGPathCreateCopyByDashingPath(CGPathRef path, const CGAffineTransform* transform, CGFloat phase,
                                         const CGFloat* lengths, size_t count) {
     if (!path || !lengths || count == 0) return nullptr;
-    return createWith([&](PathData& data) {
-        addDashes(data, path->data, std::vector<double>(lengths, lengths + count), phase,
+    return createFrom(path, [&](PathData& data) {
+        addDashes(data, path->data, std::span(lengths, count), phase,
                   transform ? *transform : CGAffineTransformIdentity);
     });
 }
@@ -156,7 +158,7 @@ CGPathRef CGPathCreateCopyByStrokingPath(CGPathRef path, const CGAffineTransform
     style.cap = capOf(lineCap);
     style.join = joinOf(lineJoin);
     style.miterLimit = miterLimit;
-    return createWith([&](PathData& data) {
+    return createFrom(path, [&](PathData& data) {
         addStroke(data, path->data, style, transform ? *transform : CGAffineTransformIdentity);
     });
 }

@@ -18,7 +18,8 @@ public:
     PathStroker(const StrokeSpace& space, const LineStyle& style, Sink& sink, StrokeBuffers<T>& buffers,
                 const Bounds* visible)
         : m_space(space), m_stroker(space.pen, sink, buffers),
-          m_dasher(style.dashes, style.dashPhase, space.scale), m_line(buffers.line), m_visible(visible) {
+          m_dasher(style.dashLengths(), style.dashPhase, space.scale, buffers.dash), m_line(buffers.line),
+          m_visible(visible) {
         m_line.clear();
         m_dasher.weigh(m_stroker.capCost());
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "clip.h"
 #include "coverage.h"
 #include "path_edges.h"
 
@@ -14,6 +15,7 @@ struct Scratch {
     EdgeBuffers edges;
     std::vector<uint8_t> coverageRow;
     std::vector<uint32_t> sourceRow;
+    std::vector<Ref<ClipMask>> clipMasks; // all that the thread made, but for those beyond a number
 
     /// The calling thread's.
     static Scratch& ofThread();

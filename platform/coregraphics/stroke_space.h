@@ -5,7 +5,9 @@
 
 #include <CoreGraphics/CGAffineTransform.h>
 
+#include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace ozcg {
@@ -17,7 +19,11 @@ struct LineStyle {
     Join join = Join::miter;
     double miterLimit = 10;
     double dashPhase = 0;
-    std::vector<double> dashes;
+    std::shared_ptr<const std::vector<double>> dashes; // shared by saved states; NULL: a solid line
+
+    std::span<const double> dashLengths() const {
+        return dashes ? std::span<const double>(*dashes) : std::span<const double>();
+    }
 };
 
 /// Where a stroke is worked out. The pen is a circle in user space, so a path that is already transformed

@@ -30,10 +30,18 @@ struct StrokeVertex {
     bool smooth;
 };
 
+/// What a dasher works with.
+template <typename T>
+struct DashBuffers {
+    std::vector<double> pattern;
+    std::vector<StrokeVertex<T>> dash;
+};
+
 /// What a stroker works with, kept by its user so that it is not allocated again.
 template <typename T>
 struct StrokeBuffers {
     std::vector<StrokeVertex<T>> line;
+    DashBuffers<T> dash;
     std::vector<Vec2<T>> normals; // of each segment, halfWidth long, on the side that is outer in a left turn
     std::vector<T> lengths;
 };

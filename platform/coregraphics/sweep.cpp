@@ -106,16 +106,12 @@ HWY_INLINE hn::Vec<Ints> Alpha(hn::Vec<Floats> area) {
     return hn::NearestInt(hn::Mul(hn::Min(area, hn::Set(d, 1.0f)), hn::Set(d, 255.0f)));
 }
 
-// Sums along a vector, and the sum of all of it in every lane.
-struct PrefixSums {
-    hn::Vec<Floats> sums, total;
-};
-
-HWY_INLINE PrefixSums SumUp(hn::Vec<Floats> v) {
+// Sums along a vector; `total` becomes the sum of all of it in every lane.
+HWY_INLINE hn::Vec<Floats> SumUp(hn::Vec<Floats> v, hn::Vec<Floats>& total) {
     const Floats d;
     v = hn::Add(v, hn::ShiftLeftLanes<1>(d, v));
     v = hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
-    auto total = hn::Broadcast<3>(v); // of every four lanes
+    total = hn::Broadcast<3>(v); // of every four lanes
     if constexpr (kGroup > 4) {
         const auto swapped = hn::SwapAdjacentBlocks(total);
         v = hn::Add(v, hn::OddEvenBlocks(swapped, hn::Zero(d)));
@@ -125,7 +121,7 @@ HWY_INLINE PrefixSums SumUp(hn::Vec<Floats> v) {
         v = hn::Add(v, hn::ConcatLowerLower(d, total, hn::Zero(d)));
         total = hn::Add(total, hn::ConcatLowerUpper(d, total, total));
     }
-    return {v, total};
+    return v;
 }
 
 constexpr int kRowsAhead = 8; // that cells and pixels are fetched into the cache
@@ -145,9 +141,9 @@ HWY_INLINE void SweepCells(float* cells, const float* ahead, std::span<uint64_t>
             float* const c = cells + x;
             // Edges go on from row to row, which is too far apart for the machine to foresee.
             hwy::Prefetch(ahead + x);
-            PrefixSums groups[kGroups];
+            hn::Vec<Floats> sums[kGroups], totals[kGroups];
             for (int i = 0; i < kGroups; ++i) {
-                groups[i] = SumUp(hn::Load(d, c + i * kGroup));
+                sums[i] = SumUp(hn::Load(d, c + i * kGroup), totals[i]);
                 hn::Store(zero, d, c + i * kGroup);
             }
             if (x >= width) continue;
@@ -155,8 +151,8 @@ HWY_INLINE void SweepCells(float* cells, const float* ahead, std::span<uint64_t>
             if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(sum)));
             hn::Vec<Ints> alphas[kGroups];
             for (int i = 0; i < kGroups; ++i) {
-                alphas[i] = Alpha<kEvenOdd>(hn::Add(groups[i].sums, sum));
-                sum = hn::Add(sum, groups[i].total);
+                alphas[i] = Alpha<kEvenOdd>(hn::Add(sums[i], sum));
+                sum = hn::Add(sum, totals[i]);
             }
             sink.block(x, alphas);
             at = x + kBlock;

@@ -4,6 +4,10 @@
 // Every function does nothing (or answers 0, false, NULL, CGPointZero, CGRectNull or the identity) when the
 // context is NULL. Points of the path are transformed by the current matrix (CTM) when they are added, and
 // painting or clipping consumes the path. A context is used by one thread at a time.
+//
+// Nothing throws. When memory is short an operation does a part of its work or none; of nested states that
+// could not be saved the outermost alone is restored; a clip that could not be worked out lets nothing
+// through. The context can still be used, and CGBitmapContextCreateImage tells that its picture is not whole.
 #pragma once
 
 #include <CoreGraphics/CGAffineTransform.h>

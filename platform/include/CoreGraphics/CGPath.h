@@ -3,7 +3,8 @@
 // Points go through the transform `m` when they are added (NULL: as they are). A point that is not finite
 // drops its segment; a line, curve or close without a current point is dropped. After a close the current
 // point is the start of the closed subpath, and a following segment begins a new subpath there. Functions
-// that add to a path do nothing when the path is NULL or memory is short.
+// that add to a path do nothing when the path is NULL. When memory is short they add a part or nothing; the
+// path is known to be incomplete from then on, which shows when it is drawn (see CGBitmapContextCreateImage).
 #pragma once
 
 #include <CoreGraphics/CGAffineTransform.h>

@@ -1,0 +1,45 @@
+// Drawings that reach every kind of element and paint.
+#pragma once
+
+#include <Ozmira/OZMCoreGraphicsRenderer.h>
+
+#include <cstdint>
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace ozm::test {
+
+struct Sample {
+    std::string name;
+    std::string text;
+    std::string file; ///< Empty: the drawing is not in a file.
+
+    friend std::ostream& operator<<(std::ostream& out, const Sample& sample) { return out << sample.name; }
+};
+
+/// The bundled examples, and a drawing with long ids, many definitions, many stops and nested clips.
+const std::vector<Sample>& Samples();
+
+std::unique_ptr<Document> Parse(const std::string& text);
+
+/// The default state with a dashed stroke.
+const RenderingState& DashedState();
+
+struct ReleasesObject {
+    void operator()(CFTypeRef object) const { CFRelease(object); }
+};
+template <typename Ref>
+using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, ReleasesObject>;
+
+using Image = Owned<CGImageRef>;
+
+/// A picture 48 pixels wide.
+Image Draw(CoreGraphicsRenderer& renderer);
+Image Draw(Document& document);
+
+/// The bytes of an image; empty for none.
+std::vector<uint8_t> PixelsOf(const Image& image);
+
+} // namespace ozm::test
