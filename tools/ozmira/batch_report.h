@@ -2,15 +2,15 @@
 
 #include <chrono>
 #include <cstddef>
-#include <map>
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ozm::tool {
 
-/// One line on standard error: "ozmira: " and the message.
-void PrintProblem(const std::string& message);
+/// One line on standard error: "ozmira: " and the message. Allocates nothing.
+void PrintProblem(std::string_view message) noexcept;
 
 /// Tells people on standard error how a batch goes: a line for each problem, in the order of the batch
 /// although its items end in any order, and on request a progress bar. May be used by several threads at
@@ -24,12 +24,17 @@ public:
     BatchReport& operator=(const BatchReport&) = delete;
 
     /// Item `index` is done; `problem` is the message about it, empty when there is none. Once for every
-    /// item.
-    void Done(size_t index, std::string problem);
+    /// item. Allocates nothing.
+    void Done(size_t index, std::string problem) noexcept;
 
     size_t Problems() const { return m_problems; }
 
 private:
+    struct Item {
+        bool isDone = false;
+        std::string problem; ///< Waits until all items before this one are done.
+    };
+
     void ShowProgress();
     void HideProgress();
 
@@ -37,8 +42,7 @@ private:
     const bool m_showProgress;
     bool m_progressShown = false;
     std::chrono::steady_clock::time_point m_nextUpdate{};
-    std::vector<bool> m_done;
-    std::map<size_t, std::string> m_waiting; ///< Problems behind an item that is not done.
+    std::vector<Item> m_items;
     size_t m_doneCount = 0;
     size_t m_firstOpen = 0;
     size_t m_problems = 0;

@@ -11,6 +11,7 @@
 #include <rapidxml/rapidxml.hpp>
 
 #include <algorithm>
+#include <new>
 #include <string_view>
 
 namespace ozm::tool {
@@ -46,7 +47,7 @@ std::string DescribeTopElement(const rapidxml::xml_document<char>& xml) {
 
 } // namespace
 
-Drawing ReadDrawing(const std::string& path) {
+Drawing ReadDrawing(const std::string& path) try {
     Drawing drawing;
     drawing.text = ReadInput(path);
     const auto tags = std::count(drawing.text.begin(), drawing.text.end(), '<');
@@ -56,6 +57,8 @@ Drawing ReadDrawing(const std::string& path) {
     }
     drawing.document = SVGParser().CreateDocumentWithSVGData(drawing.text.c_str());
     return drawing;
+} catch (const std::bad_alloc&) {
+    throw FileError("needs more memory to be read than there is; split the drawing");
 }
 
 std::string WhyNothingToDraw(const std::string& text) {

@@ -13,8 +13,8 @@ struct Drawing {
     std::unique_ptr<Document> document; ///< Never null; without elements when the text is no drawing.
 };
 
-/// Reads and parses a file, or standard input for "-". Throws `FileError` when it can't be read or holds more
-/// than `kMaximumTags` tags.
+/// Reads and parses a file, or standard input for "-". Throws `FileError` when it can't be read, holds more
+/// than `kMaximumTags` tags or needs more memory than there is.
 Drawing ReadDrawing(const std::string& path);
 
 /// Why text gave a document without elements, and what to do about it: it is empty, nests too deep, is not

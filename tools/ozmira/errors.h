@@ -17,6 +17,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// What a file's lack of memory is called.
+inline constexpr const char* kOutOfMemory =
+    "there is not enough memory for it; choose a smaller size or fewer threads (-j)";
+
 /// Standard output can't take what is written to it.
 class StandardOutputError : public FileError {
 public:

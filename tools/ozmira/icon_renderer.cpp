@@ -57,10 +57,8 @@ double IconRenderer::CheckSize(CGSize size, double scale) const {
 
 Bitmap IconRenderer::Draw(CGSize size, double scale) {
     const CGImageRef image = m_renderer.createCGImageFitToSize(size, scale, m_state, nullptr);
-    if (!image) {
-        throw FileError("no bitmap of " + DescribeSize(PixelSize(size, scale)) +
-                        " pixels can be made; choose another --width, --height or --scale");
-    }
+    // The size was checked.
+    if (!image) throw std::bad_alloc();
     return Bitmap(image);
 }
 

@@ -34,7 +34,7 @@ public:
     /// or the picture more than `kMaximumSide` pixels on a side or `kMaximumPixels` in all.
     double CheckSize(CGSize size, double scale) const;
 
-    /// Draws the picture. Throws `FileError` when memory for it is short.
+    /// Draws the picture, whose size `CheckSize` has found possible. Throws `std::bad_alloc`.
     Bitmap Draw(CGSize size, double scale);
 
 private:

@@ -23,7 +23,6 @@
 #include <new>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -92,11 +91,12 @@ public:
     void Run(unsigned jobs) {
         std::vector<PNGEncoder> encoders(std::clamp<size_t>(m_plan.icons.size(), 1, jobs));
         std::vector<std::jthread> others;
+        others.reserve(encoders.size());
         for (size_t i = 1; i < encoders.size(); ++i) {
             try {
                 others.emplace_back([this, &encoder = encoders[i]] { Work(encoder); });
-            } catch (const std::system_error&) {
-                break; // the system allows no more threads: the ones that run do it all
+            } catch (const std::exception&) {
+                break; // threads or memory are short: the ones that run do it all
             }
         }
         Work(encoders[0]);
@@ -107,22 +107,28 @@ public:
 private:
     void Work(PNGEncoder& encoder) {
         for (size_t i = m_next++; i < m_plan.icons.size(); i = m_next++) {
-            const IconPlan& icon = m_plan.icons[i];
-            std::string problem = icon.problem.empty() ? Draw(icon, encoder) : icon.problem;
-            if (!problem.empty()) problem.insert(0, InputName(icon.source) + ": ");
-            m_report.Done(i, std::move(problem));
+            m_report.Done(i, Draw(m_plan.icons[i], encoder));
         }
     }
 
     /// Makes an icon's pictures. The answer is what went wrong, empty when nothing did.
-    std::string Draw(const IconPlan& icon, PNGEncoder& encoder) {
+    std::string Draw(const IconPlan& icon, PNGEncoder& encoder) noexcept {
         try {
+            if (!icon.problem.empty()) return Describe(icon, icon.problem.c_str());
             DrawPictures(icon, encoder);
             return {};
         } catch (const std::bad_alloc&) {
-            return "there is not enough memory for it; choose a smaller size or fewer threads (-j)";
+            return Describe(icon, kOutOfMemory);
         } catch (const std::exception& error) {
-            return error.what();
+            return Describe(icon, error.what());
+        }
+    }
+
+    static std::string Describe(const IconPlan& icon, const char* problem) noexcept {
+        try {
+            return InputName(icon.source) + ": " + problem;
+        } catch (const std::bad_alloc&) {
+            return "no memory left"; // short enough to need none
         }
     }
 

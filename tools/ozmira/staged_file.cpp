@@ -55,7 +55,7 @@ StagedFile::StagedFile(TemporaryFiles& temporaryFiles, const std::string& path,
     try {
         if (exists && ::fchmod(file.Get(), existing.st_mode & 0777) != 0) ThrowUnwritable(path, errno);
         WriteBytes(file, path, bytes);
-    } catch (const FileError&) {
+    } catch (...) {
         m_temporaryFiles.Remove(m_temporary);
         throw;
     }

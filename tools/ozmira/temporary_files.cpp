@@ -3,6 +3,8 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <stdexcept>
+#include <system_error>
 
 #include <fcntl.h>
 #include <pthread.h>
@@ -40,7 +42,13 @@ TemporaryFiles::TemporaryFiles() {
     // Sent by the destructor to wake the thread.
     sigaddset(&m_awaited, SIGUSR1);
     pthread_sigmask(SIG_BLOCK, &m_awaited, &m_maskBefore);
-    m_thread = std::thread([this] { AwaitSignal(); });
+    try {
+        m_thread = std::thread([this] { AwaitSignal(); });
+    } catch (const std::system_error& error) {
+        pthread_sigmask(SIG_SETMASK, &m_maskBefore, nullptr);
+        throw std::runtime_error("a thread can't be started: " + error.code().message() +
+                                 "; allow more memory or threads (ulimit -v, -u)");
+    }
 }
 
 TemporaryFiles::~TemporaryFiles() {
@@ -67,9 +75,15 @@ std::pair<FileDescriptor, std::string> TemporaryFiles::Create(const std::string&
     const std::lock_guard lock(m_mutex);
     while (true) {
         std::string path = prefix + std::to_string(m_count++) + ".tmp";
+        // Noted first: for a file that exists there must be memory to remember it.
+        const auto noted = m_paths.insert(path).first;
         FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-        if (!file && errno == EEXIST) continue;
-        if (file) m_paths.insert(path);
+        if (!file) {
+            const int error = errno;
+            m_paths.erase(noted);
+            if (error == EEXIST) continue;
+            errno = error;
+        }
         return {std::move(file), std::move(path)};
     }
 }
