@@ -33,6 +33,10 @@ extern const Backend kRapidXMLBackend;
 /// GNOME's renderer.
 extern const Backend kLibrsvgBackend;
 #endif
+#ifdef OZMIRA_BENCH_QTSVG
+/// Qt's renderer of SVG Tiny 1.2.
+extern const Backend kQtSvgBackend;
+#endif
 
 /// The backends of this build.
 inline std::vector<const Backend*> Backends() {
@@ -41,6 +45,9 @@ inline std::vector<const Backend*> Backends() {
         &kRapidXMLBackend,
 #ifdef OZMIRA_BENCH_LIBRSVG
         &kLibrsvgBackend,
+#endif
+#ifdef OZMIRA_BENCH_QTSVG
+        &kQtSvgBackend,
 #endif
     };
 }

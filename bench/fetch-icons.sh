@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Fetches the icon sets of bench/icons/package.json into build/icons and writes build/icons/list.txt: 132 files
-# of each set, spread evenly over its files in alphabetical order, so that every machine measures the same ones.
+# Fetches what bench/icons/package.json names, icon sets and resvg, into build/icons and writes
+# build/icons/list.txt: 132 files of each set, spread evenly over its files in alphabetical order, so that every
+# machine measures the same ones.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export LC_ALL=C

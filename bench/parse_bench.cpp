@@ -1,8 +1,7 @@
 // Reading SVG text: every backend over the whole list of icons.
 #include "backend.h"
 #include "icons.h"
-
-#include <benchmark/benchmark.h>
+#include "run.h"
 
 #include <cstdint>
 #include <string>
@@ -25,13 +24,8 @@ void Parse(benchmark::State& state, const bench::Backend& backend, const std::ve
 int main(int argc, char** argv) {
     const std::vector<std::string> texts = bench::LoadIcons(argc, argv);
     for (const bench::Backend* backend : bench::Backends()) {
-        benchmark::RegisterBenchmark((std::string("Parse/") + backend->name).c_str(),
-                                     [&, backend](benchmark::State& state) { Parse(state, *backend, texts); })
-            ->Unit(benchmark::kMillisecond);
+        bench::Register(std::string("Parse/") + backend->name,
+                        [&, backend](benchmark::State& state) { Parse(state, *backend, texts); });
     }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return bench::RunBenchmarks(argc, argv);
 }

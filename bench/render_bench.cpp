@@ -1,8 +1,7 @@
 // Drawing icons: from parsed documents (Render), and all the way from text (ParseAndRender).
 #include "backend.h"
 #include "icons.h"
-
-#include <benchmark/benchmark.h>
+#include "run.h"
 
 #include <cstdint>
 #include <memory>
@@ -56,9 +55,8 @@ void Register(const char* what, Measure measure, const std::vector<std::string>&
         for (const bench::Backend* backend : bench::Backends()) {
             if (!backend->load) continue;
             const std::string name = std::string(what) + '/' + backend->name + '/' + std::to_string(size);
-            benchmark::RegisterBenchmark(name.c_str(), [=, &texts](benchmark::State& state) {
-                measure(state, *backend, size, texts);
-            })->Unit(benchmark::kMillisecond);
+            bench::Register(name,
+                            [=, &texts](benchmark::State& state) { measure(state, *backend, size, texts); });
         }
     }
 }
@@ -69,9 +67,5 @@ int main(int argc, char** argv) {
     const std::vector<std::string> texts = bench::LoadIcons(argc, argv);
     Register("Render", Render, texts);
     Register("ParseAndRender", ParseAndRender, texts);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return bench::RunBenchmarks(argc, argv);
 }
