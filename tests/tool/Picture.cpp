@@ -25,9 +25,10 @@ void ReadBytes(png_structp png, png_bytep bytes, size_t count) {
 std::string DescribeFormat(png_structp png, png_infop info) {
     const auto type = png_get_color_type(png, info);
     return std::to_string(png_get_bit_depth(png, info)) + "-bit " +
-           (type == PNG_COLOR_TYPE_PALETTE     ? "palette"
-            : type == PNG_COLOR_TYPE_RGB_ALPHA ? "RGBA"
-                                               : "other");
+           (type == PNG_COLOR_TYPE_PALETTE      ? "palette"
+            : type == PNG_COLOR_TYPE_GRAY_ALPHA ? "gray and alpha"
+            : type == PNG_COLOR_TYPE_RGB_ALPHA  ? "RGBA"
+                                                : "other");
 }
 
 void ReadPicture(png_structp png, png_infop info, Picture& picture) {
@@ -37,6 +38,7 @@ void ReadPicture(png_structp png, png_infop info, Picture& picture) {
     picture.format = DescribeFormat(png, info);
     picture.pixelsPerMetre = png_get_pixels_per_meter(png, info);
     png_set_expand(png);
+    png_set_gray_to_rgb(png);
     png_set_add_alpha(png, 255, PNG_FILLER_AFTER);
     std::vector<uint8_t> row(size_t{4} * picture.width);
     for (uint32_t y = 0; y < picture.height; ++y) {

@@ -96,6 +96,29 @@ TEST_F(PictureTest, TakesTheFewestBits) {
     }
 }
 
+TEST_F(PictureTest, SmallGrayPicturesNeedNoPalette) {
+    std::string grays = "<svg viewBox='0 0 32 8'>";
+    for (int x = 0; x < 32; ++x) {
+        const std::string place = "<rect height='8' width='1' x='" + std::to_string(x) + "' ";
+        grays += place + "fill='rgb(" + std::to_string(8 * x) + "," + std::to_string(8 * x) + "," +
+                 std::to_string(8 * x) + ")'/>";
+    }
+    const struct {
+        std::string end, arguments;
+        const char* format;
+    } kCases[] = {{"", "", "8-bit gray and alpha"},
+                  {"", "--width 640", "8-bit palette"},
+                  {"<path fill='#010200' d='M0 4h1v4H0z'/>", "", "8-bit palette"}};
+    for (const auto& [end, arguments, format] : kCases) {
+        SCOPED_TRACE(end + arguments);
+        const Picture picture = Render(grays + end + "</svg>", arguments);
+        EXPECT_EQ(picture.format, format);
+        for (uint32_t x = 0; x < 32; ++x) {
+            ASSERT_EQ(picture.At(x * picture.width / 32, 0), x * 8 * 0x1010100u | 0xFF) << x;
+        }
+    }
+}
+
 TEST_F(PictureTest, TakesBackThePremultiplicationExactly) {
     // Both kinds of picture: 64 and more than 256 different pixels. The colour of a pixel is stored times its
     // alpha, rounded, so it comes back within half a step of that.

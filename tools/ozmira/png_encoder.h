@@ -15,8 +15,9 @@ namespace ozm::tool {
 /// Makes PNG files. Keeps the compressor and the memory from file to file; for one thread at a time.
 ///
 /// A picture of at most 256 different pixels is written with a palette, in the fewest bits that hold its
-/// numbers; any other as RGBA. Both are compressed by libdeflate, and without filters, which make drawings
-/// larger, even those with gradients.
+/// numbers, or, when that would be eight and the picture is small and gray, as gray and alpha; any other as
+/// RGBA. All are compressed by libdeflate, and without filters, which make drawings larger, even those with
+/// gradients.
 class PNGEncoder {
 public:
     PNGEncoder();
