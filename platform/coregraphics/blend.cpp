@@ -63,8 +63,9 @@ Rgb withLuminosity(Rgb c, float l) {
     c = c + (l - luminosity(c));
     l = luminosity(c);
     const float low = smallest(c), high = greatest(c);
-    if (low < 0) c = (c + -l) * (l / (l - low)) + l;
-    if (high > 1) c = (c + -l) * ((1 - l) / (high - l)) + l;
+    // Grays, which rounding alone brings out of range, have no chroma to scale.
+    if (low < 0 && low < l) c = (c + -l) * (l / (l - low)) + l;
+    if (high > 1 && high > l) c = (c + -l) * ((1 - l) / (high - l)) + l;
     return c;
 }
 

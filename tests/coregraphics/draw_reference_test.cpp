@@ -407,4 +407,19 @@ TEST(Reference, BlendModesOfColourKeepLuminosity) {
             }
 }
 
+// Rounding alone takes the luminosity of translucent grays below black and above white.
+TEST(Reference, BlendModesOfColourKeepBlackAndWhite) {
+    for (const double under : {0.0, 1.0})
+        for (int alpha = 1; alpha < 255; ++alpha) {
+            const Canvas canvas(1, 1);
+            CGContextSetGrayFillColor(canvas, under, 1);
+            CGContextFillRect(canvas, CGRectMake(0, 0, 1, 1));
+            CGContextSetBlendMode(canvas, kCGBlendModeColor);
+            CGContextSetGrayFillColor(canvas, 0.12, alpha / 255.0);
+            CGContextFillRect(canvas, CGRectMake(0, 0, 1, 1));
+            const auto wanted = static_cast<uint8_t>(255 * under);
+            ASSERT_EQ(canvas.at(0, 0), (Rgba8{wanted, wanted, wanted, 255})) << alpha;
+        }
+}
+
 } // namespace
