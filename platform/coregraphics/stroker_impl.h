@@ -141,8 +141,13 @@ void Stroker<T, Sink>::outerJoin(V o, V from, V to, T cosine, bool smooth) {
     } else if (m_join == Join::miter) {
         // The miter's length over the width is 1 / sin(angle / 2).
         const T k = m_halfWidthSquared + cosine;
-        if (2 * m_halfWidthSquared <= m_miterLimitSquared * k)
-            m_sink.to(o + (from + to) * (m_halfWidthSquared / k));
+        if (2 * m_halfWidthSquared <= m_miterLimitSquared * k) {
+            V tip = (from + to) * (m_halfWidthSquared / k);
+            // Where a line turns almost back, rounding may make much of what little is left of the sums.
+            const T excess = dot(tip, tip) / (m_miterLimitSquared * m_halfWidthSquared);
+            if (excess > 1) tip = tip * (1 / std::sqrt(excess));
+            m_sink.to(o + tip);
+        }
     }
     m_sink.to(o + to);
 }

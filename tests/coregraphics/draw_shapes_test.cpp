@@ -285,4 +285,27 @@ TEST(Robustness, ContextsOnManyThreads) {
     for (const std::string& picture : pictures) EXPECT_EQ(picture, pictures[0]);
 }
 
+// The corner is in the middle; the pen is 0.004 wide, so a miter of this limit reaches 10 pixels.
+TEST(Stroke, MitersStayWithinTheirLimit) {
+    const Canvas canvas(64, 64);
+    CGContextSetLineWidth(canvas, 0.004);
+    CGContextSetMiterLimit(canvas, 5000);
+    for (int i = 0; i < 4000; ++i) {
+        const double direction = 0.01 * i, angle = 2e-7 * i;
+        const auto lineTo = [&](double at) {
+            CGContextAddLineToPoint(canvas, 32 + 5 * std::cos(at), 32 + 5 * std::sin(at));
+        };
+        CGContextMoveToPoint(canvas, 32 + 5 * std::cos(direction), 32 + 5 * std::sin(direction));
+        CGContextAddLineToPoint(canvas, 32, 32);
+        lineTo(direction + angle);
+        CGContextStrokePath(canvas);
+    }
+    int outside = 0;
+    for (size_t y = 0; y < 64; ++y)
+        for (size_t x = 0; x < 64; ++x)
+            outside += std::hypot(double(x) - 31.5, double(y) - 31.5) > 12 && canvas.at(x, y).a != 0;
+    EXPECT_EQ(outside, 0);
+    EXPECT_GT(canvas.at(31, 31).a, 0);
+}
+
 } // namespace
