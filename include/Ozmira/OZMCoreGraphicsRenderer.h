@@ -54,7 +54,7 @@ public:
     CGSize imageSizeFitToSize(CGSize size, double scale) const;
 
     /// Draws the document into a new bitmap of `imageSizeFitToSize(size, scale)`. Null when that is no
-    /// possible bitmap size and when memory for the bitmap is short. `error` is never written. The caller
+    /// possible bitmap size and when memory is short. `error` is never written. The caller
     /// owns the result.
     CGImageRef createCGImageFitToSize(CGSize size, double scale, const RenderingState& initialState,
                                       NSError** error) {

@@ -2,8 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <csignal>
-
 #include <sys/stat.h>
 
 using namespace ozm::test;
@@ -79,6 +77,11 @@ TEST_F(Output, StandsBesideWhatCouldNotBeDrawn) {
          {"bad.svg: not well-formed XML: expected > at line 1, column 14; correct it there",
           "none.svg: no such file; check the name"},
          "out/D.png out/a.png out/c.png out/deep/a.png"},
+        {"render words.svg html.svg none.svg size.svg empty a.svg",
+         {"words.svg: not well-formed XML: .* line 1", "html.svg: has no svg element at the top but \"html\"",
+          "none.svg: no such file", "size.svg: has the size 0 x 0", "empty: a folder without .svg files"},
+         "a.png"},
+        {"render /proc/self/mem a.svg", {"/proc/self/mem: cannot be read: Input/output error"}, "a.png"},
         {"render a.svg in/deep/a.svg -o out",
          {"in/deep/a.svg: would overwrite out/a.png, made from a.svg; rename one"},
          "out/a.png"},
@@ -99,6 +102,10 @@ TEST_F(Output, StandsBesideWhatCouldNotBeDrawn) {
         {"--help > /dev/full", {"cannot write standard output: No space left on device"}, ""},
     };
     Write("a@2x.svg", kTwoHalves);
+    Write("words.svg", "no XML at all");
+    Write("html.svg", "<html/>");
+    Write("size.svg", "<svg/>");
+    fs::create_directory(m_folder / "empty");
     for (const auto& [command, errors, files] : kCases) {
         SCOPED_TRACE(command);
         const Outcome outcome = Run("ozmira " + std::string(command));
@@ -148,35 +155,13 @@ TEST_F(Output, ReportsProblemsInTheOrderOfTheFiles) {
     EXPECT_EQ(outcome.output, "40 pictures written to out/, 20 files failed\n");
 }
 
-TEST_F(Output, OfAnyStoppedRunIsWhole) {
-    for (int i = 0; i < 200; ++i) {
+TEST_F(Output, DoesNotDependOnTheNumberOfThreads) {
+    for (int i = 0; i < 40; ++i) {
         Write("many/" + std::to_string(i) + ".svg",
-              "<svg viewBox='0 0 9 9'><path d='M0 0L9 5 3 9z' fill='#abc'/></svg>");
+              "<svg viewBox='0 0 40 40'><circle cx='20' cy='20' r='" + std::to_string(i) + "'/></svg>");
     }
-    const struct {
-        const char* name;
-        int number;
-    } kSignals[] = {{"INT", SIGINT}, {"TERM", SIGTERM}, {"HUP", SIGHUP}};
-    for (const auto& [name, number] : kSignals) {
-        SCOPED_TRACE(name);
-        // Job control keeps SIGINT from being ignored in the background.
-        const Outcome outcome = Run("set -m; '" OZMIRA_TOOL "' render many --width 1500 -o out -q & "
-                                    "while [ -z \"$(ls out 2> /dev/null)\" ]; do sleep 0.01; done; kill -" +
-                                    std::string(name) + " $!; wait $!");
-        EXPECT_EQ(outcome.exitCode, 128 + number);
-        size_t pictures = 0;
-        for (const auto& entry : fs::directory_iterator(m_folder / "out")) {
-            const std::string file = entry.path().filename().string();
-            EXPECT_EQ(entry.path().extension(), ".png") << file;
-            EXPECT_THAT(Read("out/" + file), testing::EndsWith("IEND\xAE\x42\x60\x82"));
-            ++pictures;
-        }
-        EXPECT_LT(pictures, 200u);
-        Run("rm -r out");
-    }
-    // What the caller ignores stays ignored.
-    EXPECT_EQ(
-        Run("trap '' HUP; '" OZMIRA_TOOL "' render a.svg --width 3000 -q & sleep 0.02; kill -HUP $!; wait $!")
-            .exitCode,
-        0);
+    EXPECT_EQ(Run("ozmira render many -o one -j 1 -q; ozmira render many -o eight -j 8 -q; diff -r one eight")
+                  .output,
+              "");
+    EXPECT_EQ(Lines(Run("ls eight").output).size(), 40u);
 }

@@ -70,8 +70,9 @@ int Run(CLI::App& tool, int argumentCount, char** arguments) {
 } // namespace ozm::tool
 
 int main(int argumentCount, char** arguments) {
-    // A closed pipe is then an error of the write like any other.
+    // A closed pipe and a file that may not grow are then errors of the write like any other.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         CLI::App tool("Draws SVG icons, and shows what is in them.", "ozmira");
         return ozm::tool::Run(tool, argumentCount, arguments);
