@@ -8,11 +8,13 @@ namespace ozcg {
 constexpr int kMinArcSteps = 3;
 constexpr int kMaxArcSteps = 512;
 
+inline double square(double x) { return x * x; }
+
 template <typename T, typename Sink>
 Stroker<T, Sink>::Stroker(const Pen& pen, Sink& sink, StrokeBuffers<T>& buffers)
     : m_sink(sink), m_halfWidth(static_cast<T>(pen.halfWidth)), m_halfWidthSquared(m_halfWidth * m_halfWidth),
-      m_miterLimitSquared(static_cast<T>(std::min(pen.miterLimit, 1e9) * std::min(pen.miterLimit, 1e9))),
-      m_cap(pen.cap), m_join(pen.join), m_xAxis{static_cast<T>(pen.xAxis.x), static_cast<T>(pen.xAxis.y)},
+      m_miterLimitSquared(static_cast<T>(square(std::clamp(pen.miterLimit, 0.0, 1e9)))), m_cap(pen.cap),
+      m_join(pen.join), m_xAxis{static_cast<T>(pen.xAxis.x), static_cast<T>(pen.xAxis.y)},
       m_normals(buffers.normals), m_lengths(buffers.lengths) {
     // A chord that spans the angle a lies halfWidth * (1 - cos(a/2)) from its arc.
     constexpr double kPi = 3.14159265358979323846;

@@ -285,12 +285,13 @@ TEST(Robustness, ContextsOnManyThreads) {
     for (const std::string& picture : pictures) EXPECT_EQ(picture, pictures[0]);
 }
 
-// The corner is in the middle; the pen is 0.004 wide, so a miter of this limit reaches 10 pixels.
+// The corner is in the middle; the pen is 0.004 wide, so a miter of this limit reaches 10 pixels. A negative
+// limit allows none.
 TEST(Stroke, MitersStayWithinTheirLimit) {
     const Canvas canvas(64, 64);
     CGContextSetLineWidth(canvas, 0.004);
-    CGContextSetMiterLimit(canvas, 5000);
     for (int i = 0; i < 4000; ++i) {
+        CGContextSetMiterLimit(canvas, i % 2 ? 5000 : -50000);
         const double direction = 0.01 * i, angle = 2e-7 * i;
         const auto lineTo = [&](double at) {
             CGContextAddLineToPoint(canvas, 32 + 5 * std::cos(at), 32 + 5 * std::sin(at));
