@@ -83,11 +83,13 @@ Image DrawThroughEveryObject() {
     CGPathAddArc(path.get(), nullptr, 20, 20, 9, 0, 3, true);
     CGPathAddRoundedRect(path.get(), nullptr, CGRectMake(3, 20, 30, 15), 4, 4);
     CGPathAddPath(path.get(), nullptr, path.get());
+    const Owned<CGMutablePathRef> spine(CGPathCreateMutable());
+    CGPathAddEllipseInRect(spine.get(), nullptr, CGRectMake(8, 8, 20, 9));
     const CGAffineTransform turn = CGAffineTransformMakeRotation(0.1);
     const Owned<CGPathRef> outlines[] = {
-        Owned<CGPathRef>(CGPathCreateCopyByDashingPath(path.get(), nullptr, 1, dashes, 3)),
+        Owned<CGPathRef>(CGPathCreateCopyByDashingPath(spine.get(), nullptr, 1, dashes, 3)),
         Owned<CGPathRef>(
-            CGPathCreateCopyByStrokingPath(path.get(), nullptr, 2, kCGLineCapRound, kCGLineJoinRound, 4)),
+            CGPathCreateCopyByStrokingPath(spine.get(), nullptr, 2, kCGLineCapRound, kCGLineJoinRound, 4)),
         Owned<CGPathRef>(CGPathCreateCopyByTransformingPath(path.get(), &turn)),
         Owned<CGPathRef>(CGPathCreateMutableCopy(path.get())),
         Owned<CGPathRef>(CGPathCreateWithEllipseInRect(CGRectMake(1, 1, 30, 20), &turn))};
@@ -114,13 +116,16 @@ Image DrawThroughEveryObject() {
     return Image(CGBitmapContextCreateImage(c));
 }
 
-/// A context with a saved state and another matrix.
+/// A context with a saved state and another matrix, made on a thread that keeps no memory for further states.
 Owned<CGContextRef> MakeSavedContext() {
-    const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
-    Owned<CGContextRef> context(
-        CGBitmapContextCreate(nullptr, 48, 48, 8, 0, space.get(), kCGImageAlphaPremultipliedLast));
-    CGContextSaveGState(context.get());
-    CGContextTranslateCTM(context.get(), 3, 4);
+    Owned<CGContextRef> context;
+    std::thread([&] {
+        const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+        context.reset(
+            CGBitmapContextCreate(nullptr, 48, 48, 8, 0, space.get(), kCGImageAlphaPremultipliedLast));
+        CGContextSaveGState(context.get());
+        CGContextTranslateCTM(context.get(), 3, 4);
+    }).join();
     return context;
 }
 
