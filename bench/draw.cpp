@@ -3,14 +3,11 @@
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
 #include <Ozmira/ozmRenderingState.h>
 
-#include <CoreGraphics/CoreGraphics.h>
-
 #include <cstring>
 
 namespace bench {
 
-bool DrawIntoPixels(ozm::Document& document, unsigned size, void* argb) {
-    if (document.elements.empty()) return false;
+CGContextRef CreateContext(unsigned size, void* argb) {
     const size_t rowBytes = size_t{size} * 4;
     std::memset(argb, 0, rowBytes * size);
 
@@ -18,10 +15,15 @@ bool DrawIntoPixels(ozm::Document& document, unsigned size, void* argb) {
     CGContextRef context =
         CGBitmapContextCreate(argb, size, size, 8, rowBytes, space, kCGImageAlphaPremultipliedFirst);
     CGColorSpaceRelease(space);
-    if (!context) return false;
-    // The renderer draws with y growing downwards.
     CGContextTranslateCTM(context, 0, size);
     CGContextScaleCTM(context, 1, -1);
+    return context;
+}
+
+bool DrawIntoPixels(ozm::Document& document, unsigned size, void* argb) {
+    if (document.elements.empty()) return false;
+    CGContextRef context = CreateContext(size, argb);
+    if (!context) return false;
 
     // A renderer of its own for each drawing, as in an application that draws an icon once and keeps the
     // image.

@@ -22,6 +22,7 @@ public:
 /// One library that fills paths: one file under fillers/.
 struct Filler {
     const char* name;
+    /// Takes paths over into the library's own form.
     std::unique_ptr<FillSubject> (*convert)(const Outlines& outlines);
     /// Which of a pixel's four bytes is its alpha.
     unsigned alphaByte;

@@ -1,8 +1,7 @@
+#include "draw.h"
 #include "filler.h"
 
 #include <CoreGraphics/CoreGraphics.h>
-
-#include <cstring>
 
 namespace bench {
 
@@ -35,14 +34,7 @@ public:
     }
 
     void Fill(unsigned size, void* pixels) const override {
-        const size_t rowBytes = size_t{size} * 4;
-        std::memset(pixels, 0, rowBytes * size);
-        CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
-        CGContextRef context =
-            CGBitmapContextCreate(pixels, size, size, 8, rowBytes, space, kCGImageAlphaPremultipliedFirst);
-        CGColorSpaceRelease(space);
-        CGContextTranslateCTM(context, 0, size);
-        CGContextScaleCTM(context, 1, -1);
+        CGContextRef context = CreateContext(size, pixels);
         CGContextSetRGBFillColor(context, 0, 0, 0, 1);
         for (const OwnedPath& path : m_paths) {
             CGContextAddPath(context, path.get());

@@ -24,27 +24,29 @@ double overlap(int i, double from, double to) {
     return std::clamp(std::min(i + 1.0, to) - std::max(double(i), from), 0.0, 1.0);
 }
 
-// Masks that a thread keeps for later clips: as many as clips are usually nested.
+// Masks that a thread keeps for later clips: as many as clips are usually nested, and none larger than this.
 constexpr size_t kKeptMasks = 4;
+constexpr size_t kLargestKeptMask = size_t{1} << 24;
 
 } // namespace
 
 Ref<ClipMask> ClipMask::make(const IntRect& box) {
+    const bool isKept = box.area() <= kLargestKeptMask;
     std::vector<Ref<ClipMask>>& kept = Scratch::ofThread().clipMasks;
     // A reference of its own is all that there is to one that no clip holds any more.
     const auto unused = std::ranges::find_if(kept, [](const auto& mask) { return mask->isUnique(); });
-    if (unused != kept.end()) {
+    if (isKept && unused != kept.end()) {
         (*unused)->setBox(box);
         return *unused;
     }
     const auto mask = Ref<ClipMask>::adopting(new ClipMask);
     mask->setBox(box);
-    if (kept.size() < kKeptMasks) kept.push_back(mask);
+    if (isKept && kept.size() < kKeptMasks) kept.push_back(mask);
     return mask;
 }
 
 void ClipMask::setBox(const IntRect& box) {
-    const size_t size = static_cast<size_t>(box.width()) * static_cast<size_t>(box.height());
+    const size_t size = box.area();
     if (size > m_capacity) {
         m_capacity = 0;
         m_bytes.reset();
@@ -84,16 +86,15 @@ void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) 
     const IntRect box = shape.box();
     const auto width = static_cast<size_t>(box.width());
     const Ref<ClipMask> mask = ClipMask::make(box);
-    std::vector<uint8_t>& line = Scratch::ofThread().coverageRow;
-    if (line.size() < width + kCoveragePadding) line.resize(width + kCoveragePadding);
+    uint8_t* const line = Scratch::ofThread().coverageRowOf(box.width());
     for (int y = 0; y < shape.height(); ++y) {
         uint8_t* const row = mask->row(box.y0 + y);
         std::memset(row, 0, width);
         if (y < shape.firstRow() || y >= shape.endRow()) continue;
-        const ColumnRange range = sweepRow(shape, y, rule, line.data());
+        const ColumnRange range = sweepRow(shape, y, rule, line);
         if (range.empty()) continue;
         const auto begin = static_cast<size_t>(range.begin), n = static_cast<size_t>(range.end - range.begin);
-        std::memcpy(row + begin, line.data() + begin, n);
+        std::memcpy(row + begin, line + begin, n);
         if (!antialias)
             std::transform(row + begin, row + begin + n, row + begin,
                            [](uint8_t c) { return c < 128 ? 0 : 255; });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 
 namespace ozcg {
 
@@ -11,6 +12,8 @@ struct IntRect {
     bool empty() const { return x1 <= x0 || y1 <= y0; }
     int width() const { return x1 - x0; }
     int height() const { return y1 - y0; }
+    /// In pixels; of a box that isn't empty.
+    size_t area() const { return static_cast<size_t>(width()) * static_cast<size_t>(height()); }
     bool contains(const IntRect& r) const { return r.x0 >= x0 && r.y0 >= y0 && r.x1 <= x1 && r.y1 <= y1; }
     IntRect intersect(const IntRect& r) const {
         return {std::max(x0, r.x0), std::max(y0, r.y0), std::min(x1, r.x1), std::min(y1, r.y1)};

@@ -91,17 +91,10 @@ void paintRow(const Surface& surface, const Compositing& how, PaintSource& sourc
     blendRow(surface.pixel(x, y), row.data(), coverage, n, how.mode, surface.order);
 }
 
-uint8_t* coverageRow(int width) {
-    std::vector<uint8_t>& row = Scratch::ofThread().coverageRow;
-    const size_t size = static_cast<size_t>(width) + kCoveragePadding;
-    if (row.size() < size) row.resize(size);
-    return row.data();
-}
-
 void paintCoverage(const Surface& surface, const Compositing& how, PaintSource& source,
                    CoverageAccumulator& coverage, FillRule rule) {
     const IntRect box = coverage.box();
-    uint8_t* const row = coverageRow(box.width());
+    uint8_t* const row = Scratch::ofThread().coverageRowOf(box.width());
     const int end = std::min(coverage.endRow(), coverage.height());
     for (int y = coverage.firstRow(); y < end; ++y) {
         const ColumnRange range = sweepRow(coverage, y, rule, row);
@@ -177,7 +170,7 @@ void paintClip(const Surface& surface, const Compositing& how, PaintSource& sour
     const IntRect& box = how.clip.outer();
     if (box.empty()) return;
     const auto n = static_cast<size_t>(box.width());
-    uint8_t* const row = coverageRow(box.width());
+    uint8_t* const row = Scratch::ofThread().coverageRowOf(box.width());
     for (int y = box.y0; y < box.y1; ++y) {
         std::fill_n(row, n, uint8_t{255});
         paintRow(surface, how, source, box.x0, y, n, row);

@@ -3,6 +3,7 @@
 #include "clip.h"
 #include "coverage.h"
 #include "path_edges.h"
+#include "sweep.h"
 
 #include <cstdint>
 #include <vector>
@@ -16,6 +17,13 @@ struct Scratch {
     std::vector<uint8_t> coverageRow;
     std::vector<uint32_t> sourceRow;
     std::vector<Ref<ClipMask>> clipMasks; // all that the thread made, but for those beyond a number
+
+    /// Room for the coverage of a row that wide, and the padding that a sweep needs. Throws std::bad_alloc.
+    uint8_t* coverageRowOf(int width) {
+        const size_t size = static_cast<size_t>(width) + kCoveragePadding;
+        if (coverageRow.size() < size) coverageRow.resize(size);
+        return coverageRow.data();
+    }
 
     /// The calling thread's.
     static Scratch& ofThread();

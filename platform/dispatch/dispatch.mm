@@ -103,7 +103,9 @@ void startThread(dispatch_queue_t queue) {
     dispatch_retain(queue);
     pthread_t thread;
     if (const int error = pthread_create(&thread, nullptr, runThread, queue)) {
-        std::fprintf(stderr, "dispatch_async: no thread can be started for queue \"%s\": %s\n",
+        std::fprintf(stderr,
+                     "dispatch_async: no thread can be started for queue \"%s\": %s; "
+                     "allow more memory or threads (ulimit -v, -u)\n",
                      queue->label.c_str(), std::strerror(error));
         std::abort();
     }

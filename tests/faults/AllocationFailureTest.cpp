@@ -72,9 +72,9 @@ Image DrawThroughEveryObject() {
         half(CGColorCreateCopyWithAlpha(red.get(), 0.5));
     const void* colors[] = {red.get(), half.get()};
     Owned<CFArrayRef> list;
-    if (red && half) list.reset(CFArrayCreate(nullptr, colors, 2, &kCFTypeArrayCallBacks));
+    if (red && half) list = Owned<CFArrayRef>(CFArrayCreate(nullptr, colors, 2, &kCFTypeArrayCallBacks));
     // An array that is missing is no array of colours, which is the caller's business.
-    if (!list) return {};
+    if (!list) return Image();
     const Owned<CGGradientRef> gradient(CGGradientCreateWithColors(space.get(), list.get(), nullptr));
 
     const Owned<CGMutablePathRef> path(CGPathCreateMutable());
@@ -111,7 +111,7 @@ Image DrawThroughEveryObject() {
     CGContextStrokePath(c);
     const Image image(CGBitmapContextCreateImage(c));
     const Image part(CGImageCreateWithImageInRect(image.get(), CGRectMake(5, 5, 20, 20)));
-    if (!part) return {}; // as with the list
+    if (!part) return Image(); // as with the list
     CGContextDrawImage(c, CGRectMake(3, 3, 11, 7.5), part.get());
     return Image(CGBitmapContextCreateImage(c));
 }
@@ -121,7 +121,7 @@ Owned<CGContextRef> MakeSavedContext() {
     Owned<CGContextRef> context;
     std::thread([&] {
         const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
-        context.reset(
+        context = Owned<CGContextRef>(
             CGBitmapContextCreate(nullptr, 48, 48, 8, 0, space.get(), kCGImageAlphaPremultipliedLast));
         CGContextSaveGState(context.get());
         CGContextTranslateCTM(context.get(), 3, 4);
@@ -173,7 +173,7 @@ TEST_P(AllocationFailure, WhileDrawingKeepsTheCallersState) {
                            EXPECT_EQ(CGContextGetCTM(context.get()).tx, 3);
                            CGContextRestoreGState(context.get());
                            EXPECT_EQ(CGContextGetCTM(context.get()).tx, 0);
-                           context.reset();
+                           context = Owned<CGContextRef>();
                            context = MakeSavedContext();
                        });
 }

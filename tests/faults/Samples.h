@@ -1,6 +1,8 @@
 // Drawings that reach every kind of element and paint.
 #pragma once
 
+#include "owned.h"
+
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
 
 #include <cstdint>
@@ -26,12 +28,6 @@ std::unique_ptr<Document> Parse(const std::string& text);
 
 /// The default state with a dashed stroke.
 const RenderingState& DashedState();
-
-struct ReleasesObject {
-    void operator()(CFTypeRef object) const { CFRelease(object); }
-};
-template <typename Ref>
-using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, ReleasesObject>;
 
 using Image = Owned<CGImageRef>;
 
