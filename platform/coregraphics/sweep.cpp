@@ -362,7 +362,7 @@ void CompositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, siz
 
 // There before any constructor of the program runs, which may draw. The name without "N_".
 extern const VectorCode kVectorCode;
-constinit const VectorCode kVectorCode = {HWY_STR(HWY_NAMESPACE) + 2, SweepSolid, SweepRow, CompositeRow};
+constinit const VectorCode kVectorCode = {&HWY_STR(HWY_NAMESPACE)[2], SweepSolid, SweepRow, CompositeRow};
 
 } // namespace ozcg::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
