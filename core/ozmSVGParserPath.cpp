@@ -1,6 +1,7 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include "ozmListNumberReader.h"
+#include "ozmSpareLists.h"
 
 #include <algorithm>
 #include <iterator>
@@ -148,13 +149,13 @@ private:
     /// A new command of `count` points that are still to be set.
     Point* AppendLineTo(size_t count) {
         std::vector<Point>& points = m_commands.emplace_back(PathCommand::Type::LineTo).points;
-        points = std::vector<Point>(count);
+        MakeList(points, count, m_spares);
         return points.data();
     }
 
     BezierCurve* AppendCurveTo(size_t count) {
         std::vector<BezierCurve>& curves = m_commands.emplace_back(PathCommand::Type::CurveTo).curves;
-        curves = std::vector<BezierCurve>(count);
+        MakeList(curves, count, m_spares);
         return curves.data();
     }
 
@@ -222,6 +223,7 @@ private:
     const char* const m_end;
     std::vector<PathCommand>& m_commands;
     ArgumentList m_arguments; ///< Of the command at hand.
+    SpareLists* const m_spares = SpareLists::OfThread();
     Point m_current{0, 0};
     bool m_isRelative = false;
 };
@@ -245,7 +247,9 @@ std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {
         return std::find_if_not(
             at, end, [](char c) { return c == ' ' || c == ',' || c == '\t' || c == '\n' || c == '\r'; });
     };
+    constexpr size_t kFirstReserve = 64;
     std::vector<double> numbers;
+    numbers.reserve(std::min(text.length / 2 + 1, kFirstReserve));
     const char* at = text.begin();
     double number;
     while ((at = ReadListNumber(at, text.end(), number, skipSeparators))) numbers.push_back(number);

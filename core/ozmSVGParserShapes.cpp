@@ -1,5 +1,7 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
+#include "ozmSpareLists.h"
+
 #include <algorithm>
 
 namespace ozm {
@@ -16,7 +18,9 @@ bool ReadNumberAttribute(const XMLNode& node, std::string_view name, double& num
 }
 
 void AppendLineTo(Path& path, double x, double y) {
-    path.commands.emplace_back(PathCommand::Type::LineTo).points.assign(1, {x, y});
+    std::vector<TVec2<double>>& points = path.commands.emplace_back(PathCommand::Type::LineTo).points;
+    MakeList(points, 1, SpareLists::OfThread());
+    points.front() = {x, y};
 }
 
 void AppendMoveTo(Path& path, double x, double y) {

@@ -1,7 +1,11 @@
 #include "Allocations.h"
 #include "Samples.h"
 
+#include <Ozmira/SVG/ozmSVGParser.h>
+
 #include <gtest/gtest.h>
+
+#include <thread>
 
 using namespace ozm;
 using namespace ozm::test;
@@ -30,4 +34,19 @@ TEST(WarmDrawing, AllocatesThePictureAlone) {
             EXPECT_LE(count.Bytes(), kDrawings * (pixelBytes + kBytesBesidePixels) + 20'000);
         }
     }
+}
+
+// A thread keeps short lists of the paths that it destroys. It must not when a path goes after what it kept.
+TEST(WarmParsing, FreesWhatTheThreadKeepsAtItsEnd) {
+    const auto parsePath = [] {
+        Path path;
+        SVGParser().ParsePathData("M1 2L3 4C5 6 7 8 9 10", path);
+        return path;
+    };
+    const int64_t before = LiveBlocks();
+    std::thread([&] {
+        thread_local Path last = parsePath();
+        for (int i = 0; i < 100; ++i) EXPECT_EQ(parsePath(), last);
+    }).join();
+    EXPECT_EQ(LiveBlocks(), before);
 }
