@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace ozcg {
 
@@ -32,18 +33,28 @@ template <typename T>
 int chordCount(const Cubic<T>& c, T tolerance) {
     const T ux = c.p0.x - 2 * c.p1.x + c.p2.x, uy = c.p0.y - 2 * c.p1.y + c.p2.y;
     const T vx = c.p1.x - 2 * c.p2.x + c.p3.x, vy = c.p1.y - 2 * c.p2.y + c.p3.y;
-    const T bend = std::sqrt(std::max(ux * ux + uy * uy, vx * vx + vy * vy));
-    const T n = std::sqrt(T(0.75) * bend / tolerance);
+    const T perBend = T(0.75) / tolerance;
+    const T fourthPower = perBend * perBend * std::max(ux * ux + uy * uy, vx * vx + vy * vy);
+    // Most curves need a few chords, which comparing finds sooner than two roots.
+    if (fourthPower <= T(4096)) {
+        constexpr T kFourthPowers[] = {1, 16, 81, 256, 625, 1296, 2401};
+        int count = 1;
+        for (const T power : kFourthPowers) count += fourthPower > power;
+        return count;
+    }
+    const T n = std::sqrt(std::sqrt(fourthPower));
     if (!(n < T(kMaxChords))) return kMaxChords;
     const int whole = static_cast<int>(n);
-    return std::max(1, static_cast<T>(whole) < n ? whole + 1 : whole);
+    return static_cast<T>(whole) < n ? whole + 1 : whole;
 }
 
 /// Calls emit(point) for the end of each of `count` chords; the last is exactly p3.
 template <typename T, typename Emit>
 void emitChords(const Cubic<T>& c, int count, Emit&& emit) {
     const Vec2<T> c1 = (c.p1 - c.p0) * T(3), c2 = (c.p2 - c.p1) * T(3) - c1, c3 = c.p3 - c.p0 - c1 - c2;
-    const T step = T(1) / static_cast<T>(count);
+    // The usual counts without waiting for a division.
+    constexpr T kSteps[] = {T(1), T(1), T(1) / 2, T(1) / 3, T(1) / 4, T(1) / 5, T(1) / 6, T(1) / 7, T(1) / 8};
+    const T step = count < static_cast<int>(std::size(kSteps)) ? kSteps[count] : T(1) / static_cast<T>(count);
     for (int i = 1; i < count; ++i) {
         const T t = step * static_cast<T>(i);
         emit(((c3 * t + c2) * t + c1) * t + c.p0);
