@@ -1,5 +1,7 @@
 #include <Ozmira/ozmElement.h>
 
+#include "ozmSpareLists.h"
+
 #include <new>
 #include <utility>
 
@@ -42,7 +44,10 @@ Element::~Element() {
     case Type::Group:
     case Type::ClipPath:
     case Type::Defs: children.~vector(); break;
-    case Type::Path: path.~Path(); break;
+    case Type::Path:
+        SpareLists::Keep(path.commands);
+        path.~Path();
+        break;
     case Type::Use: href.~basic_string(); break;
     case Type::GradientElement: gradient.~Gradient(); break;
     default: break;

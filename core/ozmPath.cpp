@@ -1,7 +1,5 @@
 #include <Ozmira/ozmPath.h>
 
-#include "ozmSpareLists.h"
-
 namespace ozm {
 
 PathCommand::PathCommand(const PathCommand& other) : type(other.type) {
@@ -19,23 +17,10 @@ PathCommand& PathCommand::operator=(const PathCommand& other) noexcept {
 
 PathCommand& PathCommand::operator=(PathCommand&& other) noexcept {
     if (this == &other) return *this;
-    this->~PathCommand();
+    DestroyPayload();
     type = other.type;
     ConstructFrom(other);
     return *this;
-}
-
-template <typename T>
-static void DestroyKeepingMemory(std::vector<T>& list) noexcept {
-    if (SpareLists* const spares = SpareLists::MakeForThread()) spares->Of<T>().Keep(list);
-    list.~vector();
-}
-
-void PathCommand::DestroyList() noexcept {
-    if (type == Type::LineTo)
-        DestroyKeepingMemory(points);
-    else
-        DestroyKeepingMemory(curves);
 }
 
 bool operator==(const PathCommand& a, const PathCommand& b) {

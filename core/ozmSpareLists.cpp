@@ -24,11 +24,8 @@ struct Owner {
     }
 };
 
-} // namespace
-
-SpareLists* SpareLists::OfThread() noexcept { return ofThread; }
-
-SpareLists* SpareLists::MakeForThread() noexcept {
+/// Null when memory runs out, too.
+SpareLists* MakeForThread() noexcept {
     if (ofThread || isThreadEnding) return ofThread;
 #ifdef OZMIRA_ADDRESS_SANITIZER
     return nullptr; // It finds more errors when memory is not used again.
@@ -36,6 +33,20 @@ SpareLists* SpareLists::MakeForThread() noexcept {
     thread_local Owner owner;
     return ofThread = new (std::nothrow) SpareLists;
 #endif
+}
+
+} // namespace
+
+SpareLists* SpareLists::OfThread() noexcept { return ofThread; }
+
+void SpareLists::Keep(std::vector<PathCommand>& commands) noexcept {
+    if (commands.empty()) return;
+    SpareLists* const spares = MakeForThread();
+    if (!spares) return;
+    for (PathCommand& command : commands) {
+        if (command.type == PathCommand::Type::LineTo) spares->Of<TVec2<double>>().Keep(command.points);
+        if (command.type == PathCommand::Type::CurveTo) spares->Of<BezierCurve>().Keep(command.curves);
+    }
 }
 
 } // namespace ozm

@@ -36,14 +36,14 @@ private:
     uint8_t m_counts[kLongest] = {};
 };
 
-/// What a thread keeps of the path commands that it destroys. Drawings are made of lists of one, two or three
-/// entries, tens to an icon, and allocators take several times as long.
+/// What a thread keeps of the paths that it destroys. Drawings are made of lists of one, two or three entries,
+/// tens to an icon, and allocators take several times as long.
 class SpareLists {
 public:
     /// Those of this thread. Null when it has kept nothing so far, and while it ends.
     static SpareLists* OfThread() noexcept;
-    /// As above, but makes them when there are none. Null, too, when memory runs out.
-    static SpareLists* MakeForThread() noexcept;
+    /// Takes what is worth keeping out of commands that are about to be destroyed.
+    static void Keep(std::vector<PathCommand>& commands) noexcept;
 
     template <typename T>
     ListsByLength<T>& Of() {

@@ -44,9 +44,7 @@ struct PathCommand {
     /// Ends the program when memory for the copy of a list runs out.
     PathCommand& operator=(const PathCommand& other) noexcept;
     PathCommand& operator=(PathCommand&& other) noexcept;
-    ~PathCommand() {
-        if (type == Type::LineTo || type == Type::CurveTo) DestroyList();
-    }
+    ~PathCommand() { DestroyPayload(); }
 
     /// Same type and equal payload.
     friend bool operator==(const PathCommand& a, const PathCommand& b);
@@ -54,7 +52,7 @@ struct PathCommand {
 private:
     void ConstructEmpty() noexcept;
     void ConstructFrom(PathCommand& other) noexcept;
-    void DestroyList() noexcept;
+    void DestroyPayload() noexcept;
 };
 
 /// Path commands in drawing order.
@@ -79,6 +77,14 @@ inline void PathCommand::ConstructFrom(PathCommand& other) noexcept {
     case Type::LineTo: new (&points) std::vector<TVec2<double>>(std::move(other.points)); break;
     case Type::CurveTo: new (&curves) std::vector<BezierCurve>(std::move(other.curves)); break;
     default: new (&point) TVec2<double>(other.point); break;
+    }
+}
+
+inline void PathCommand::DestroyPayload() noexcept {
+    switch (type) {
+    case Type::LineTo: points.~vector(); break;
+    case Type::CurveTo: curves.~vector(); break;
+    default: break;
     }
 }
 
