@@ -36,8 +36,8 @@ private:
     uint8_t m_counts[kLongest] = {};
 };
 
-/// What a thread keeps of the paths that it destroys. Drawings are made of lists of one, two or three entries,
-/// tens to an icon, and allocators take several times as long.
+/// What a thread keeps of the paths that it destroys. Drawings are made of lists of one, two or three
+/// entries, tens to an icon, and allocators take several times as long.
 class SpareLists {
 public:
     /// Those of this thread. Null when it has kept nothing so far, and while it ends.

@@ -124,6 +124,18 @@ HWY_INLINE hn::Vec<Floats> SumUp(hn::Vec<Floats> v, hn::Vec<Floats>& total) {
     return v;
 }
 
+// Turns the sums along the vectors of a block into sums along the block, and gives the sum of all of it. The
+// order of additions is that of the widest vector, so that all instruction sets draw the same.
+HWY_INLINE hn::Vec<Floats> SumUpBlock(hn::Vec<Floats> (&sums)[kGroups], hn::Vec<Floats> (&totals)[kGroups]) {
+    for (int step = 1; step < kGroups; step *= 2) {
+        for (int first = 0; first < kGroups; first += 2 * step) {
+            for (int i = first + step; i < first + 2 * step; ++i) sums[i] = hn::Add(sums[i], totals[first]);
+            totals[first] = hn::Add(totals[first], totals[first + step]);
+        }
+    }
+    return totals[0];
+}
+
 constexpr int kRowsAhead = 8; // that cells and pixels are fetched into the cache
 
 // Walks one row: sink.span(x0, x1, alpha) for constant stretches, sink.block(x, alphas) for the pixels of a
@@ -146,14 +158,13 @@ HWY_INLINE void SweepCells(float* cells, const float* ahead, std::span<uint64_t>
                 sums[i] = SumUp(hn::Load(d, c + i * kGroup), totals[i]);
                 hn::Store(zero, d, c + i * kGroup);
             }
+            const auto total = SumUpBlock(sums, totals);
             if (x >= width) continue;
             sink.prefetch(x);
             if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(sum)));
             hn::Vec<Ints> alphas[kGroups];
-            for (int i = 0; i < kGroups; ++i) {
-                alphas[i] = Alpha<kEvenOdd>(hn::Add(sums[i], sum));
-                sum = hn::Add(sum, totals[i]);
-            }
+            for (int i = 0; i < kGroups; ++i) alphas[i] = Alpha<kEvenOdd>(hn::Add(sums[i], sum));
+            sum = hn::Add(sum, total);
             sink.block(x, alphas);
             at = x + kBlock;
         }
