@@ -111,11 +111,13 @@ CGImageRef CoreGraphicsRenderer::createCGImage(CGSize size, double scale,
     CGContextScaleCTM(bitmap.get(), 1, -1);
     CGContextScaleCTM(bitmap.get(), scale, scale);
     Render(CGRectMake(0, 0, imageSize.width, imageSize.height), scale, initialState, bitmap.get());
+    if (m_isStopped) return nullptr;
     return CGBitmapContextCreateImage(bitmap.get());
 }
 
 void CoreGraphicsRenderer::Render(CGRect rect, double scale, const RenderingState& initialState,
                                   CGContextRef context) {
+    m_isStopped = false;
     const CGSize viewPort = ViewPortSize();
     const CGRect viewBox = ViewBox();
     const bool hasSize = viewPort.width != 0 || viewPort.height != 0;

@@ -107,8 +107,13 @@ CGPathRef createRectPath(const Element& element) {
 
 } // namespace
 
+bool CoreGraphicsRenderer::mustStop() {
+    if (m_isStopRequested && !m_isStopped) m_isStopped = m_isStopRequested();
+    return m_isStopped;
+}
+
 void CoreGraphicsRenderer::renderElement(const Element& element, CGContextRef context) {
-    if (element.hidden) return;
+    if (element.hidden || mustStop()) return;
     const ElementScope scope(m_renderingState, context);
     if (element.transform != TransformIdentity) concat(element.transform, context);
     if (element.styleIndex >= 0 && static_cast<size_t>(element.styleIndex) < m_document->styles.size())

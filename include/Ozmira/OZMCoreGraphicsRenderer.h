@@ -7,9 +7,11 @@
 #include <CoreGraphics/CoreGraphics.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #ifdef __OBJC__
@@ -47,6 +49,12 @@ public:
     void SetDebugRendering(bool debugRendering) { m_debugRendering = debugRendering; }
     bool DebugRendering() const { return m_debugRendering; }
 
+    /// Gives a function that is asked before each element, on the thread that draws, whether to stop there.
+    /// Once it has answered true, nothing more is drawn, and no image comes of it. Empty: draw all.
+    void SetStopRequest(std::function<bool()> isStopRequested) {
+        m_isStopRequested = std::move(isStopRequested);
+    }
+
     /// The largest size with the document's proportions inside `size`, in points. A component that is not
     /// positive sets no limit; without any limit the result is the document's own size.
     CGSize renderSizeFitToSize(CGSize size) const;
@@ -54,8 +62,8 @@ public:
     CGSize imageSizeFitToSize(CGSize size, double scale) const;
 
     /// Draws the document into a new bitmap of `imageSizeFitToSize(size, scale)`. Null when that is no
-    /// possible bitmap size and when memory is short. `error` is never written. The caller
-    /// owns the result.
+    /// possible bitmap size, when memory is short and when drawing was stopped. `error` is never written. The
+    /// caller owns the result.
     CGImageRef createCGImageFitToSize(CGSize size, double scale, const RenderingState& initialState,
                                       NSError** error) {
         // Inline, because the linker's name for NSError** depends on the language and the memory management
@@ -70,6 +78,7 @@ public:
     void Render(CGRect rect, double scale, const RenderingState& initialState, CGContextRef context);
 
 private:
+    bool mustStop();
     CGImageRef createCGImage(CGSize size, double scale, const RenderingState& initialState);
 
     void renderElement(const Element& element, CGContextRef context);
@@ -95,6 +104,8 @@ private:
     CGColorSpaceRef m_colorSpace;
     RenderingStack m_renderingState;
     bool m_debugRendering = false;
+    std::function<bool()> m_isStopRequested;
+    bool m_isStopped = false; ///< The drawing at hand, or the last one.
     /// Element index of each id, the first one winning; filled by the first reference in a document of many
     /// definitions.
     std::unordered_map<std::string_view, uint64_t> m_definitionIndex;

@@ -84,6 +84,27 @@ TEST(DrawingsTest, ASecondRenderBuildsNothingAgain) {
     EXPECT_EQ(drawing.renderChildren(), second);
 }
 
+TEST(DrawingsTest, StopWhereTheyAreAskedTo) {
+    Drawing drawing("<g><rect id='a'/><rect id='b'/></g><rect id='c'/>");
+    const auto count = [](const std::string& calls, std::string_view call) {
+        int found = 0;
+        for (size_t at = 0; (at = calls.find(call, at)) != std::string::npos; ++at) ++found;
+        return found;
+    };
+    for (const auto& [elements, shapes] : {std::pair(0, 0), {1, 0}, {2, 0}, {3, 1}, {4, 2}, {5, 3}}) {
+        int asked = 0;
+        drawing.renderer->SetStopRequest([&] { return ++asked > elements; });
+        const std::string calls = drawing.render(CGRectMake(0, 0, 100, 100), 1, kRenderingStateDefault);
+        EXPECT_EQ(count(calls, "DrawPath"), shapes);
+        EXPECT_EQ(count(calls, "SaveGState"), count(calls, "RestoreGState"));
+        EXPECT_EQ(asked, std::min(elements + 1, 5)); // not again once it was answered
+        asked = 0;
+        const CGImageRef image =
+            drawing.renderer->createCGImageFitToSize({9, 9}, 1, kRenderingStateDefault, nullptr);
+        EXPECT_EQ(image != nullptr, elements == 5);
+    }
+}
+
 TEST(DrawingsTest, TheDeepestDocumentNeedsLittleStack) {
 #if OZMIRA_IS_SANITIZED
     GTEST_SKIP() << "sanitizers enlarge the frames";

@@ -59,7 +59,7 @@ TEST_F(ShellFiles, KnowEveryCommandAndOption) {
             EXPECT_TRUE(HasWord(Source(file), command)) << file << command;
         }
     }
-    EXPECT_EQ(Options("render").size(), 13u);
+    EXPECT_EQ(Options("render").size(), 14u);
     EXPECT_TRUE(manual.find("\"Ozmira " OZMIRA_VERSION "\"") != std::string::npos);
 }
 

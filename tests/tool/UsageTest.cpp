@@ -52,6 +52,8 @@ TEST_F(Usage, ErrorsAreOneLineThatSaysWhatIsAccepted) {
         {"render a.svg -j 0", "-j: \"0\" is not a whole number of threads from 1 to 256"},
         {"render a.svg -j 1.5", "-j: \"1.5\""},
         {"render a.svg -j 257", "-j: \"257\""},
+        {"render a.svg --timeout -1",
+         "--timeout: \"-1\" is not a number of seconds from 0 to 86400; 0 sets no"},
         {"render a.svg --fill Reddish", "--fill: \"Reddish\" is not a colour; write #rgb, .*steelblue"},
         {"render a.svg --fill 'url(#a)'", "--fill: .* is not a colour"},
         {"render a.svg --fill \"$(printf 'a\\nb')\"", "--fill: \"a\\\\x0Ab\" is not a colour"},

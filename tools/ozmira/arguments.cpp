@@ -67,6 +67,12 @@ Color ParseColorArgument(std::string_view option, std::string_view text) {
            "CSS such as steelblue in lower case");
 }
 
+double ParseTimeout(std::string_view option, std::string_view text) {
+    const double seconds = ParseWholeNumber(text);
+    if (seconds >= 0 && seconds <= kMaximumTimeout) return seconds;
+    Refuse(option, text, "a number of seconds from " + Range(0, kMaximumTimeout) + "; 0 sets no limit");
+}
+
 unsigned ParseJobs(std::string_view option, std::string_view text) {
     const double jobs = ParseWholeNumber(text);
     if (jobs >= 1 && jobs <= kMaximumJobs && jobs == std::floor(jobs)) return static_cast<unsigned>(jobs);

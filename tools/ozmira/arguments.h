@@ -18,6 +18,9 @@ std::vector<double> ParseScales(std::string_view option, std::string_view text);
 /// A colour as drawings write it, with blanks around it allowed.
 Color ParseColorArgument(std::string_view option, std::string_view text);
 
+/// A number of seconds from 0 to `kMaximumTimeout`.
+double ParseTimeout(std::string_view option, std::string_view text);
+
 /// A number of threads from 1 to `kMaximumJobs`.
 unsigned ParseJobs(std::string_view option, std::string_view text);
 

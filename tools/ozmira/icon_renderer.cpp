@@ -26,10 +26,14 @@ Bitmap::Bitmap(CGImageRef image) {
     m_pixels.bytes = CFDataGetBytePtr(data);
 }
 
-IconRenderer::IconRenderer(Document& document, const RenderingState& state, bool debugFrames)
-    : m_state(state) {
+IconRenderer::IconRenderer(Document& document, const RenderingState& state, bool debugFrames, double timeout)
+    : m_state(state), m_timeout(timeout) {
     m_renderer.SetDocument(&document);
     m_renderer.SetDebugRendering(debugFrames);
+    if (timeout > 0) {
+        m_renderer.SetStopRequest(
+            [this] { return m_isLate = std::chrono::steady_clock::now() > m_deadline; });
+    }
 }
 
 CGSize IconRenderer::PixelSize(CGSize size, double scale) const {
@@ -56,7 +60,13 @@ double IconRenderer::CheckSize(CGSize size, double scale) const {
 }
 
 Bitmap IconRenderer::Draw(CGSize size, double scale) {
+    m_deadline = std::chrono::steady_clock::now() + std::chrono::duration_cast<std::chrono::nanoseconds>(
+                                                        std::chrono::duration<double>(m_timeout));
     const CGImageRef image = m_renderer.createCGImageFitToSize(size, scale, m_state, nullptr);
+    if (!image && m_isLate) {
+        throw FileError("takes more than " + FormatNumber(m_timeout) +
+                        " s to draw; choose a longer --timeout, or a smaller --width, --height or --scale");
+    }
     // The size was checked.
     if (!image) throw std::bad_alloc();
     return Bitmap(image);

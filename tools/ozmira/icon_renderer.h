@@ -4,6 +4,7 @@
 
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
 
+#include <chrono>
 #include <memory>
 
 namespace ozm::tool {
@@ -28,13 +29,15 @@ private:
 /// Draws one document in several sizes. Borrows document and state. Sizes are in points, 0 being no limit.
 class IconRenderer {
 public:
-    IconRenderer(Document& document, const RenderingState& state, bool debugFrames);
+    /// `timeout`: seconds that a picture may take; 0 sets no limit.
+    IconRenderer(Document& document, const RenderingState& state, bool debugFrames, double timeout);
 
     /// Number of pixels of the picture that fits the size. Throws `FileError` when the document has no size,
     /// or the picture more than `kMaximumSide` pixels on a side or `kMaximumPixels` in all.
     double CheckSize(CGSize size, double scale) const;
 
-    /// Draws the picture, whose size `CheckSize` has found possible. Throws `std::bad_alloc`.
+    /// Draws the picture, whose size `CheckSize` has found possible. Throws `FileError` when it takes too
+    /// long, and `std::bad_alloc`.
     Bitmap Draw(CGSize size, double scale);
 
 private:
@@ -42,6 +45,9 @@ private:
 
     CoreGraphicsRenderer m_renderer;
     const RenderingState& m_state;
+    double m_timeout;
+    std::chrono::steady_clock::time_point m_deadline;
+    bool m_isLate = false;
 };
 
 } // namespace ozm::tool

@@ -34,7 +34,7 @@ namespace {
 /// The options as written.
 struct RenderOptions {
     std::vector<std::string> icons;
-    std::optional<std::string> output, width, height, fill, jobs;
+    std::optional<std::string> output, width, height, fill, timeout, jobs;
     std::string scale = "1";
     bool debugFrames = false;
     bool quiet = false;
@@ -50,7 +50,8 @@ missing; the sub-folders of a folder that is drawn are kept below it.
 
 A picture has at most 32,767 pixels on a side and 100,000,000 in all. Files of
 more than 64 MB, and drawings whose references form a cycle or multiply into
-more than 10,000,000 elements, are refused.
+more than 10,000,000 elements, are refused. Drawing is given up after 30 s or
+the --timeout.
 
 Exit status: 0 all drawn, 1 some could not be drawn, 2 wrong usage.
 
@@ -69,6 +70,7 @@ struct RenderSettings {
     std::vector<double> scales;
     RenderingState state = kRenderingStateDefault;
     bool debugFrames = false;
+    double timeout = kDefaultTimeout; // seconds a picture
 };
 
 RenderSettings ReadSettings(const RenderOptions& options) {
@@ -78,6 +80,7 @@ RenderSettings ReadSettings(const RenderOptions& options) {
     settings.scales = ParseScales("--scale", options.scale);
     if (options.fill) settings.state.fillColor = ParseColorArgument("--fill", *options.fill);
     settings.debugFrames = options.debugFrames;
+    if (options.timeout) settings.timeout = ParseTimeout("--timeout", *options.timeout);
     return settings;
 }
 
@@ -135,7 +138,7 @@ private:
     void DrawPictures(const IconPlan& icon, PNGEncoder& encoder) {
         const std::unique_ptr<Document> document = std::move(ReadDrawingWithElements(icon.source).document);
         CheckDrawing(*document);
-        IconRenderer renderer(*document, m_settings.state, m_settings.debugFrames);
+        IconRenderer renderer(*document, m_settings.state, m_settings.debugFrames, m_settings.timeout);
         double largest = 0;
         for (const double scale : m_settings.scales) {
             largest = std::max(largest, renderer.CheckSize(m_settings.size, scale));
@@ -218,6 +221,8 @@ void AddRenderCommand(CLI::App& tool, Action& action) {
     command->add_option("--fill", options->fill, "Fill of what has none: #rgb, #rrggbb, rgb(), name")
         ->type_name("COLOR");
     command->add_flag("--debug-frames", options->debugFrames, "Frame drawing (green) and picture (blue)");
+    command->add_option("--timeout", options->timeout, "Seconds for a picture, 0: no limit; 30 if absent")
+        ->type_name("S");
     command->add_option("-j,--jobs", options->jobs, "Threads, 1 to 256; one for each core if absent")
         ->type_name("N");
     command->add_flag("-q,--quiet", options->quiet, "Print problems only");

@@ -26,12 +26,12 @@ _ozmira() {
             ;;
         --scale) _ozmira_words '1 2 3 1,2 1,2,3' "$word"; return ;;
         --fill) _ozmira_words 'black white gray red green blue steelblue none' "$word"; return ;;
-        -j | --jobs | --width | --height) return ;;
+        -j | --jobs | --timeout | --width | --height) return ;;
         esac
     fi
     case $command:$word in
     render:-*)
-        _ozmira_words '-o --output --width --height --scale --fill --debug-frames -j --jobs -q --quiet -h --help' \
+        _ozmira_words '-o --output --width --height --scale --fill --debug-frames --timeout -j --jobs -q --quiet -h --help' \
             "$word"
         ;;
     info:-* | dump:-*) _ozmira_words '--json -h --help' "$word" ;;

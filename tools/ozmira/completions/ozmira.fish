@@ -13,6 +13,7 @@ complete -c ozmira -n '__fish_seen_subcommand_from render' -l height -x -d 'Larg
 complete -c ozmira -n '__fish_seen_subcommand_from render' -l scale -x -a '1 2 3 1,2 1,2,3' -d 'Pixels per point'
 complete -c ozmira -n '__fish_seen_subcommand_from render' -l fill -x -a 'black white gray red green blue steelblue none' -d 'Fill of what has none'
 complete -c ozmira -n '__fish_seen_subcommand_from render' -l debug-frames -d 'Draw frames around drawing and picture'
+complete -c ozmira -n '__fish_seen_subcommand_from render' -l timeout -x -d 'Seconds for a picture'
 complete -c ozmira -n '__fish_seen_subcommand_from render' -s j -l jobs -x -d 'Number of threads'
 complete -c ozmira -n '__fish_seen_subcommand_from render' -s q -l quiet -d 'Print problems only'
 complete -c ozmira -n '__fish_seen_subcommand_from info dump' -l json -d 'Print JSON'
