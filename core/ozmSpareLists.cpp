@@ -1,6 +1,9 @@
 #include "ozmSpareLists.h"
 
+#include <memory>
 #include <new>
+
+#include <pthread.h>
 
 namespace ozm {
 namespace {
@@ -14,24 +17,34 @@ namespace {
 #endif
 
 constinit thread_local SpareLists* ofThread = nullptr;
-// Documents may outlive the thread's variables.
-constinit thread_local bool isThreadEnding = false;
 
-struct Owner {
-    ~Owner() {
-        delete std::exchange(ofThread, nullptr);
-        isThreadEnding = true;
+/// Destroys a thread's lists when it ends. A key of POSIX and no destructor of C++, because registering one
+/// of those ends the program when memory is short.
+class EndOfThread {
+public:
+    EndOfThread() noexcept : m_works(pthread_key_create(&m_key, Destroy) == 0) {}
+    bool Watch(SpareLists* lists) const noexcept { return m_works && pthread_setspecific(m_key, lists) == 0; }
+
+private:
+    static void Destroy(void* lists) {
+        ofThread = nullptr;
+        delete static_cast<SpareLists*>(lists);
     }
+
+    pthread_key_t m_key{};
+    bool m_works;
 };
 
 /// Null when memory runs out, too.
 SpareLists* MakeForThread() noexcept {
-    if (ofThread || isThreadEnding) return ofThread;
+    if (ofThread) return ofThread;
 #ifdef OZMIRA_ADDRESS_SANITIZER
     return nullptr; // It finds more errors when memory is not used again.
 #else
-    thread_local Owner owner;
-    return ofThread = new (std::nothrow) SpareLists;
+    static const EndOfThread endOfThread;
+    std::unique_ptr<SpareLists> lists(new (std::nothrow) SpareLists);
+    if (lists && endOfThread.Watch(lists.get())) ofThread = lists.release();
+    return ofThread;
 #endif
 }
 

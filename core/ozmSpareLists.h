@@ -37,10 +37,11 @@ private:
 };
 
 /// What a thread keeps of the paths that it destroys. Drawings are made of lists of one, two or three
-/// entries, tens to an icon, and allocators take several times as long.
+/// entries, tens to an icon, and allocators take several times as long. Each thread has its own, so that
+/// nothing is shared.
 class SpareLists {
 public:
-    /// Those of this thread. Null when it has kept nothing so far, and while it ends.
+    /// Those of this thread. Null when it has kept nothing so far.
     static SpareLists* OfThread() noexcept;
     /// Takes what is worth keeping out of commands that are about to be destroyed.
     static void Keep(std::vector<PathCommand>& commands) noexcept;

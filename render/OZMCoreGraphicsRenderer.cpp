@@ -145,7 +145,7 @@ void CoreGraphicsRenderer::Render(CGRect rect, double scale, const RenderingStat
         setRenderState(m_renderingState.Top(), context);
         if (!m_document->elements.empty()) renderElement(m_document->elements.front(), context);
     }
-    if (m_debugRendering) strokeDebugFrame(context, rect.size, scale, {0, 0, 1, 1});
+    if (m_debugRendering && !m_isStopped) strokeDebugFrame(context, rect.size, scale, {0, 0, 1, 1});
 }
 
 } // namespace ozm

@@ -108,7 +108,7 @@ CGPathRef createRectPath(const Element& element) {
 } // namespace
 
 bool CoreGraphicsRenderer::mustStop() {
-    if (m_isStopRequested && !m_isStopped) m_isStopped = m_isStopRequested();
+    if (m_stopRequest && !m_isStopped) m_isStopped = m_stopRequest();
     return m_isStopped;
 }
 

@@ -49,11 +49,10 @@ public:
     void SetDebugRendering(bool debugRendering) { m_debugRendering = debugRendering; }
     bool DebugRendering() const { return m_debugRendering; }
 
-    /// Gives a function that is asked before each element, on the thread that draws, whether to stop there.
-    /// Once it has answered true, nothing more is drawn, and no image comes of it. Empty: draw all.
-    void SetStopRequest(std::function<bool()> isStopRequested) {
-        m_isStopRequested = std::move(isStopRequested);
-    }
+    /// Gives a function that is asked before each element that is not hidden, on the thread that draws,
+    /// whether to stop there. Once it has answered true, nothing more is drawn, and no image comes of it. It
+    /// must not throw and not call the renderer. Empty: draw all.
+    void SetStopRequest(std::function<bool()> stopRequest) { m_stopRequest = std::move(stopRequest); }
 
     /// The largest size with the document's proportions inside `size`, in points. A component that is not
     /// positive sets no limit; without any limit the result is the document's own size.
@@ -104,7 +103,7 @@ private:
     CGColorSpaceRef m_colorSpace;
     RenderingStack m_renderingState;
     bool m_debugRendering = false;
-    std::function<bool()> m_isStopRequested;
+    std::function<bool()> m_stopRequest;
     bool m_isStopped = false; ///< The drawing at hand, or the last one.
     /// Element index of each id, the first one winning; filled by the first reference in a document of many
     /// definitions.

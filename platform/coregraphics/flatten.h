@@ -31,10 +31,10 @@ struct Cubic {
 /// second differences of the control points (G.-Z. Wang, 1984). At least 1.
 template <typename T>
 int chordCount(const Cubic<T>& c, T tolerance) {
-    const T ux = c.p0.x - 2 * c.p1.x + c.p2.x, uy = c.p0.y - 2 * c.p1.y + c.p2.y;
-    const T vx = c.p1.x - 2 * c.p2.x + c.p3.x, vy = c.p1.y - 2 * c.p2.y + c.p3.y;
     const T perBend = T(0.75) / tolerance;
-    const T fourthPower = perBend * perBend * std::max(ux * ux + uy * uy, vx * vx + vy * vy);
+    const T ux = perBend * (c.p0.x - 2 * c.p1.x + c.p2.x), uy = perBend * (c.p0.y - 2 * c.p1.y + c.p2.y);
+    const T vx = perBend * (c.p1.x - 2 * c.p2.x + c.p3.x), vy = perBend * (c.p1.y - 2 * c.p2.y + c.p3.y);
+    const T fourthPower = std::max(ux * ux + uy * uy, vx * vx + vy * vy);
     // Most curves need a few chords, which comparing finds sooner than two roots.
     if (fourthPower <= T(4096)) {
         constexpr T kFourthPowers[] = {1, 16, 81, 256, 625, 1296, 2401};

@@ -71,10 +71,12 @@ TEST_F(Faults, DrawingsThatTakeTooLongAreGivenUp) {
     std::string slow = "<svg viewBox='0 0 9 9'>";
     for (int i = 0; i < 100'000; ++i) slow += "<rect width='9' height='9' opacity='.5'/>";
     Write("slow.svg", slow + "</svg>");
-    const Outcome outcome = Run("ozmira render slow.svg a.svg -o out/ --width 2000 --timeout 0.5");
+    const Outcome outcome = Run("ozmira render slow.svg -o out/ --width 2000 --timeout 0.1");
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_THAT(outcome.errors,
-                testing::StartsWith("ozmira: slow.svg: takes more than 0.5 s to draw; choose a"));
+                testing::StartsWith("ozmira: slow.svg: takes more than 0.1 s to draw; choose a"));
+    EXPECT_EQ(WholePictures("out"), 0u);
+    EXPECT_EQ(Run("ozmira render slow.svg -o out/ --width 9 --timeout 0").exitCode, 0);
     EXPECT_EQ(WholePictures("out"), 1u);
 }
 

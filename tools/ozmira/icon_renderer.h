@@ -29,7 +29,7 @@ private:
 /// Draws one document in several sizes. Borrows document and state. Sizes are in points, 0 being no limit.
 class IconRenderer {
 public:
-    /// `timeout`: seconds that a picture may take; 0 sets no limit.
+    /// `timeout`: seconds of processor time that a picture may take; 0 sets no limit.
     IconRenderer(Document& document, const RenderingState& state, bool debugFrames, double timeout);
 
     /// Number of pixels of the picture that fits the size. Throws `FileError` when the document has no size,
@@ -45,8 +45,11 @@ private:
 
     CoreGraphicsRenderer m_renderer;
     const RenderingState& m_state;
+    bool IsLate() const;
+
     double m_timeout;
-    std::chrono::steady_clock::time_point m_deadline;
+    std::chrono::steady_clock::time_point m_started;
+    double m_processorTimeBefore = 0; ///< Of the thread, in seconds.
     bool m_isLate = false;
 };
 

@@ -50,8 +50,8 @@ missing; the sub-folders of a folder that is drawn are kept below it.
 
 A picture has at most 32,767 pixels on a side and 100,000,000 in all. Files of
 more than 64 MB, and drawings whose references form a cycle or multiply into
-more than 10,000,000 elements, are refused. Drawing is given up after 30 s or
-the --timeout.
+more than 10,000,000 elements, are refused. Drawing is given up before the next
+element when it has taken 30 s of processor time, or the --timeout.
 
 Exit status: 0 all drawn, 1 some could not be drawn, 2 wrong usage.
 
@@ -221,7 +221,7 @@ void AddRenderCommand(CLI::App& tool, Action& action) {
     command->add_option("--fill", options->fill, "Fill of what has none: #rgb, #rrggbb, rgb(), name")
         ->type_name("COLOR");
     command->add_flag("--debug-frames", options->debugFrames, "Frame drawing (green) and picture (blue)");
-    command->add_option("--timeout", options->timeout, "Seconds for a picture, 0: no limit; 30 if absent")
+    command->add_option("--timeout", options->timeout, "Processor seconds for a picture, 0: no limit")
         ->type_name("S");
     command->add_option("-j,--jobs", options->jobs, "Threads, 1 to 256; one for each core if absent")
         ->type_name("N");

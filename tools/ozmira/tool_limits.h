@@ -42,8 +42,8 @@ inline constexpr double kLargePicturePixels = 16e6;
 inline constexpr double kMinimumScale = 0.01;
 inline constexpr double kMaximumScale = 100;
 
-/// Seconds that drawing one picture may take unless an option says otherwise: far more than drawings that
-/// people view, which take milliseconds.
+/// Seconds of processor time that drawing one picture may take unless an option says otherwise: far more than
+/// drawings that people view, which take milliseconds.
 inline constexpr double kDefaultTimeout = 30;
 
 /// Longest time limit, in seconds: a day.
