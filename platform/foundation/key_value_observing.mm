@@ -1,0 +1,15 @@
+// GNUstep makes what key-value observing needs when it is first used, where a second thread that uses it
+// meanwhile does not wait. When this file is loaded there is one thread.
+#import <Foundation/Foundation.h>
+
+@interface OZKeyValueObserving : NSObject
+@end
+
+@implementation OZKeyValueObserving
++ (void)load {
+    NSObject* const object = [[NSObject alloc] init];
+    [object willChangeValueForKey:@"description"];
+    [object didChangeValueForKey:@"description"];
+    [object release];
+}
+@end
