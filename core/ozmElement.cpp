@@ -45,7 +45,7 @@ Element::~Element() {
     case Type::ClipPath:
     case Type::Defs: children.~vector(); break;
     case Type::Path:
-        SpareLists::Keep(path.commands);
+        SpareLists::Keep(path);
         path.~Path();
         break;
     case Type::Use: href.~basic_string(); break;

@@ -2,6 +2,7 @@
 
 #include "ozmNumberReader.h"
 
+#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -27,11 +28,31 @@ inline uint64_t LoadEightCharacters(const char* p) {
     return text;
 }
 
-/// Reads an optional "-" and digits with an optional point, and steps over one blank or comma behind them,
-/// without loops and without branches that depend on the number. Null, for a slower reader to decide, when it
-/// takes up more than seven characters behind the sign, when an exponent follows, or when there is none. Ten
-/// characters have to be readable. All steps from one number to the next depend on each other, so their order
-/// is for latency.
+/// What a character leaves to the slower reader.
+enum CharacterTrait : uint8_t {
+    kIsNoPlainEnd = 1,   ///< Behind a number: an exponent's "e", and what can't stand there.
+    kIsNoPlainStart = 2, ///< Behind one separator: another one.
+};
+
+constexpr auto kCharacterTraits = [] {
+    std::array<uint8_t, 256> traits{};
+    for (size_t c = 0; c < '-'; ++c) traits[c] = kIsNoPlainEnd;
+    for (const char c : {' ', '\t', '\n', '\r', ','}) traits[static_cast<size_t>(c)] = 0;
+    for (const char c : {'e', 'E'}) traits[static_cast<size_t>(c)] = kIsNoPlainEnd;
+    for (size_t c = 0; c <= ' '; ++c) traits[c] |= kIsNoPlainStart;
+    traits[','] |= kIsNoPlainStart;
+    return traits;
+}();
+
+inline bool HasTrait(char c, CharacterTrait trait) {
+    return (kCharacterTraits[static_cast<unsigned char>(c)] & trait) != 0;
+}
+
+/// Reads an optional "-" and digits with an optional point, and steps over one whitespace character or comma
+/// behind them, without loops and without branches that depend on the number. Null, for a slower reader to
+/// decide, when it takes up more than seven characters behind the sign, when an exponent or something strange
+/// follows, or when there is none. Ten characters have to be readable. All steps from one number to the next
+/// depend on each other, so their order is for latency.
 [[gnu::always_inline]] inline const char* ReadShortListNumber(const char* p, double& value) {
     constexpr uint64_t kEveryByte = 0x0101010101010101;
     const bool isNegative = *p == '-';
@@ -39,33 +60,30 @@ inline uint64_t LoadEightCharacters(const char* p) {
     const uint64_t signedText = LoadEightCharacters(p + 1);
     const uint64_t text = isNegative ? signedText : unsignedText;
 
-    // Marks characters in the highest bit of their byte. Carries and borrows only reach bytes behind the
-    // first character that ends the number. Digits become 0 to 9.
+    // Marks what is no digit in the highest bit of its byte. Carries only reach bytes behind the first mark.
+    // Digits become 0 to 9.
     const uint64_t digits = text ^ (kEveryByte * '0');
-    const uint64_t points = text ^ (kEveryByte * '.');
-    const uint64_t isPoint = (points - kEveryByte) & ~points & (kEveryByte * 0x80);
     const uint64_t isOther = ((digits + kEveryByte * (0x80 - 10)) | digits) & (kEveryByte * 0x80);
-    const uint64_t isFirstPoint = isPoint & (~isPoint + 1);
-    const uint64_t isEnd = isOther ^ isFirstPoint;
+    const uint64_t isFirstOther = isOther & (~isOther + 1);
+    const auto integerBits = static_cast<size_t>(std::countr_zero(isOther)) & 0x38;
+    const bool hasPoint = static_cast<char>(text >> integerBits) == '.';
+    const uint64_t isEnd = hasPoint ? isOther ^ isFirstOther : isOther;
     if (isEnd == 0) return nullptr;
     const auto bits = static_cast<size_t>(std::countr_zero(isEnd)) & 0x38;
-    const char last = static_cast<char>(text >> bits);
-    const bool isSeparated = (last == ' ') | (last == ',');
+    const auto last = static_cast<char>(text >> bits);
+    const bool isSeparated = static_cast<unsigned char>(last) < '-';
     const char* const end = p + isNegative + bits / 8 + isSeparated;
 
     // Close the gap that a point leaves, then move the last digit into the highest byte.
-    const uint64_t isWithin = (isEnd ^ (isEnd - 1)) >> 8;
-    const uint64_t point = isFirstPoint & isWithin;
-    const uint64_t integerMask = (point >> 7) - 1;
+    const uint64_t integerMask = (isFirstOther >> 7) - 1;
     const uint64_t joined = (digits & integerMask) | ((digits >> 8) & ~integerMask);
-    const size_t digitBits = bits - size_t{8} * (point != 0);
-    if (digitBits == 0 || (last | 0x20) == 'e') return nullptr;
+    const size_t digitBits = bits - size_t{8} * hasPoint;
+    if (digitBits == 0 || HasTrait(last, kIsNoPlainEnd)) return nullptr;
     const uint64_t significand = ValueOfEightDigits(joined << (64 - digitBits));
 
     // Both are exact, so that the division rounds once.
     static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                          -1e0, -1e1, -1e2, -1e3, -1e4, -1e5, -1e6, -1e7};
-    const size_t integerBits = static_cast<size_t>(std::countr_zero(point | isEnd)) & 0x38;
     const size_t fractionDigits = (digitBits - integerBits) / 8;
     value = static_cast<double>(static_cast<int32_t>(significand)) /
             kPowers[size_t{8} * isNegative + fractionDigits];
@@ -79,8 +97,7 @@ template <typename SkipSeparator>
                                                          SkipSeparator skipSeparator) {
     if (std::endian::native == std::endian::little && end - p >= 10) {
         if (const char* const next = ReadShortListNumber(p, value)) {
-            const auto first = static_cast<unsigned char>(*next);
-            if (first > ' ' && first != ',') return next;
+            if (!HasTrait(*next, kIsNoPlainStart)) return next;
         }
     }
     const char* const next = ReadScientificNumber(p, end, value);

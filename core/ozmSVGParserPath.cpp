@@ -72,8 +72,8 @@ private:
 /// draws.
 class PathDataReader {
 public:
-    PathDataReader(StringView text, std::vector<PathCommand>& commands)
-        : m_at(text.begin()), m_end(text.end()), m_commands(commands) {}
+    PathDataReader(StringView text, std::vector<PathCommand>& commands, SpareLists* spares)
+        : m_at(text.begin()), m_end(text.end()), m_commands(commands), m_spares(spares) {}
 
     /// Stops at the first character that cannot begin a command.
     void ReadCommands() {
@@ -126,7 +126,7 @@ private:
         for (;;) {
             double* const group = m_arguments.Reserve(GroupSize);
             for (size_t i = 0; i < GroupSize; ++i) {
-                const bool isOver = at == m_end || IsLetter(*at);
+                const bool isOver = i == 0 && (at == m_end || IsLetter(*at));
                 const char* const next =
                     isOver ? nullptr : ReadListNumber(at, m_end, group[i], SkipSeparator);
                 if (!next) {
@@ -222,8 +222,8 @@ private:
     const char* m_at;
     const char* const m_end;
     std::vector<PathCommand>& m_commands;
-    ArgumentList m_arguments; ///< Of the command at hand.
-    SpareLists* const m_spares = SpareLists::OfThread();
+    ArgumentList m_arguments;   ///< Of the command at hand.
+    SpareLists* const m_spares; ///< May be null.
     Point m_current{0, 0};
     bool m_isRelative = false;
 };
@@ -238,8 +238,12 @@ void SVGParser::ParsePathData(StringView text, Path& path) {
     // An estimate, because letters may also be exponents or lie behind a fault: there it must not cost
     // memory.
     constexpr size_t kLargestReserve = 1 << 16;
-    if (path.commands.empty()) path.commands.reserve(std::min(CountLetters(text), kLargestReserve));
-    PathDataReader(text, path.commands).ReadCommands();
+    SpareLists* const spares = SpareLists::OfThread();
+    if (path.commands.capacity() == 0) {
+        CommandLists::Reserve(std::min(CountLetters(text), kLargestReserve), path.commands,
+                              spares ? &spares->Get<CommandLists>() : nullptr);
+    }
+    PathDataReader(text, path.commands, spares).ReadCommands();
 }
 
 std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {

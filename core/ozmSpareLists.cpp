@@ -52,14 +52,24 @@ SpareLists* MakeForThread() noexcept {
 
 SpareLists* SpareLists::OfThread() noexcept { return ofThread; }
 
-void SpareLists::Keep(std::vector<PathCommand>& commands) noexcept {
-    if (commands.empty()) return;
+void SpareLists::Keep(Path& path) noexcept {
+    if (path.commands.empty()) return;
     SpareLists* const spares = MakeForThread();
     if (!spares) return;
-    for (PathCommand& command : commands) {
-        if (command.type == PathCommand::Type::LineTo) spares->Of<TVec2<double>>().Keep(command.points);
-        if (command.type == PathCommand::Type::CurveTo) spares->Of<BezierCurve>().Keep(command.curves);
+    // A command without a list is destroyed without asking for its type once more, which processors guess
+    // badly.
+    const auto keep = [](PathCommand& command, auto& list, auto& lists) {
+        lists.Keep(list);
+        if (list.capacity() == 0) command.type = PathCommand::Type::ClosePath;
+    };
+    for (PathCommand& command : path.commands) {
+        if (command.type == PathCommand::Type::LineTo) {
+            keep(command, command.points, spares->Get<ListsByLength<TVec2<double>>>());
+        } else if (command.type == PathCommand::Type::CurveTo) {
+            keep(command, command.curves, spares->Get<ListsByLength<BezierCurve>>());
+        }
     }
+    spares->Get<CommandLists>().Keep(path.commands);
 }
 
 } // namespace ozm

@@ -61,3 +61,18 @@ TEST(WarmParsing, TakesTheListsOfDocumentsBefore) {
     }).join();
     EXPECT_EQ(LiveBlocks(), before);
 }
+
+#ifndef OZMIRA_SANITIZED
+TEST(WarmParsing, AShortPathTakesNoMemory) {
+    const auto blocksOf = [](const char* text) {
+        size_t blocks = 0;
+        for (int i = 0; i < 3; ++i) {
+            const AllocationCount allocations;
+            SVGParser().CreateDocumentWithSVGData(text);
+            blocks = allocations.Blocks();
+        }
+        return blocks;
+    };
+    EXPECT_EQ(blocksOf("<svg><path d='M1 2h1l2 3c1 2 3 4 5 6z'/></svg>"), blocksOf("<svg><rect/></svg>"));
+}
+#endif
