@@ -3,14 +3,17 @@
 #include "blend.h"
 #include "fixed255.h"
 #include "scratch.h"
+#include "thread_owned.h"
 
 #include <algorithm>
+#include <new>
 
 namespace ozcg {
 
 Scratch& Scratch::ofThread() {
-    thread_local Scratch scratch;
-    return scratch;
+    Scratch* const scratch = ThreadOwned<Scratch>::get();
+    if (!scratch) throw std::bad_alloc();
+    return *scratch;
 }
 
 namespace {

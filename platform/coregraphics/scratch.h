@@ -25,7 +25,7 @@ struct Scratch {
         return coverageRow.data();
     }
 
-    /// The calling thread's.
+    /// The calling thread's. Throws std::bad_alloc.
     static Scratch& ofThread();
 };
 

@@ -1,5 +1,7 @@
 #include "spares.h"
 
+#include "thread_owned.h"
+
 #include <memory>
 #include <utility>
 
@@ -11,47 +13,42 @@ namespace {
 constexpr size_t kMostPoints = 8192;
 constexpr size_t kMostStates = 64;
 
-// An object may outlive the thread's variables: one that is destroyed at the end of the process.
-constinit thread_local bool isThreadEnding = false;
-
 struct Spares {
     ContextBuffers buffers;
     std::unique_ptr<CGPath> path;
 
-    Spares() = default;
-    Spares(const Spares&) = delete;
-    Spares& operator=(const Spares&) = delete;
-    ~Spares() { isThreadEnding = true; }
-
-    static Spares& ofThread() {
-        thread_local Spares spares;
-        return spares;
-    }
+    /// Null when memory runs out.
+    static Spares* ofThread() noexcept { return ThreadOwned<Spares>::get(); }
 };
 
 } // namespace
 
 ContextBuffers ContextBuffers::take() noexcept {
-    return isThreadEnding ? ContextBuffers() : std::exchange(Spares::ofThread().buffers, {});
+    Spares* const spares = Spares::ofThread();
+    return spares ? std::exchange(spares->buffers, {}) : ContextBuffers();
 }
 
 void ContextBuffers::leave(ContextBuffers buffers) noexcept {
-    if (isThreadEnding) return;
     if (buffers.path.capacity() > kMostPoints || buffers.saved.capacity() > kMostStates) return;
+    Spares* const spares = Spares::ofThread();
+    if (!spares) return;
     buffers.path.clear();
     buffers.saved.clear();
-    Spares::ofThread().buffers = std::move(buffers);
+    spares->buffers = std::move(buffers);
 }
 
 Ref<CGPath> takePath() {
-    if (isThreadEnding || !Spares::ofThread().path) return Ref<CGPath>::adopting(new CGPath);
-    return Ref<CGPath>::retaining(Spares::ofThread().path.release());
+    Spares* const spares = Spares::ofThread();
+    if (!spares || !spares->path) return Ref<CGPath>::adopting(new CGPath);
+    return Ref<CGPath>::retaining(spares->path.release());
 }
 
 bool leavePath(CGPath* path) noexcept {
-    if (isThreadEnding || path->data.capacity() > kMostPoints || Spares::ofThread().path) return false;
+    if (path->data.capacity() > kMostPoints) return false;
+    Spares* const spares = Spares::ofThread();
+    if (!spares || spares->path) return false;
     path->data.clear();
-    Spares::ofThread().path.reset(path);
+    spares->path.reset(path);
     return true;
 }
 
