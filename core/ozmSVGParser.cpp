@@ -92,6 +92,17 @@ ElementName FindElementName(std::string_view name) {
     return ElementName::Unknown;
 }
 
+/// Makes room for those children of a node that become elements, all at once: elements are large, and growing
+/// by doubling alone takes up to three times their memory.
+void ReserveForChildren(std::vector<Element>& elements, const XMLNode& node) {
+    size_t count = 0;
+    for (XMLNode child = node.FirstChild(); child; child = child.NextSibling()) {
+        count += FindElementName(child.Name()) != ElementName::Unknown;
+    }
+    const size_t needed = elements.size() + count;
+    if (needed > elements.capacity()) elements.reserve(std::max(needed, 2 * elements.size()));
+}
+
 /// Points a parser at the document under construction for as long as a parse runs.
 class CurrentDocument {
 public:
@@ -157,6 +168,9 @@ std::vector<uint64_t> SVGParser::ProcessChildren(const XMLNode& node) {
     size_t count = 0;
     for (XMLNode child = node.FirstChild(); child; child = child.NextSibling()) ++count;
     children.reserve(count);
+    if (count > document->elements.capacity() - document->elements.size()) {
+        ReserveForChildren(document->elements, node);
+    }
     for (XMLNode child = node.FirstChild(); child; child = child.NextSibling()) {
         const uint64_t index = ProcessNode(child);
         if (index != kNoElement) children.push_back(index);
