@@ -69,7 +69,7 @@ private:
         return true;
     }
 
-    static constexpr size_t kSizes = 7;
+    static constexpr size_t kSizes = std::bit_width(kLargest);
     static constexpr uint8_t kMost = 8; // of each size
 
     std::vector<PathCommand> m_lists[kSizes][kMost];
