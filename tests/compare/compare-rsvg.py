@@ -216,15 +216,17 @@ def read_png(data):
         chunks[kind] += data[at + 8:at + 8 + length]
         at += 12 + length
     width, height, depth, color_type = struct.unpack_from(">IIBB", chunks[b"IHDR"])
-    if (color_type, depth) != (6, 8) and color_type != 3:
-        raise ValueError("neither indexed nor RGBA")
-    bits = 32 if color_type == 6 else depth
+    if color_type != 3 and (depth != 8 or color_type not in (4, 6)):
+        raise ValueError("neither indexed nor gray and alpha nor RGBA, 8 bits each")
+    bits = {3: depth, 4: 16, 6: 32}[color_type]
     rows = unfilter(zlib.decompress(chunks[b"IDAT"]), (width * bits + 7) // 8, max(1, bits // 8))
     if color_type == 3:
         palette, alphas = chunks[b"PLTE"], chunks[b"tRNS"].ljust(256, b"\xff")
         colors = [palette[3 * i:3 * i + 3] + alphas[i:i + 1] for i in range(len(palette) // 3)]
         rows = [b"".join(colors[row[x * bits // 8] >> (8 - bits - x * bits % 8) & ((1 << bits) - 1)]
                          for x in range(width)) for row in rows]
+    elif color_type == 4:
+        rows = [b"".join(row[i:i + 1] * 3 + row[i + 1:i + 2] for i in range(0, len(row), 2)) for row in rows]
     pixels = bytearray(b"".join(rows))
     for i in range(0, len(pixels), 4):
         for component in range(i, i + 3):
