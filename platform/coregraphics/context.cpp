@@ -65,7 +65,7 @@ void CGContextRelease(CGContextRef c) { released(c); }
 void CGContextSaveGState(CGContextRef c) {
     if (!c) return;
     // States are restored in turn: behind one that there was no room for, none is saved.
-    if (c->unsaved == 0 && c->whileMemoryLasts([&] { c->saved.push_back(c->state); })) return;
+    if (c->unsaved == 0 && c->complete([&] { c->saved.push_back(c->state); })) return;
     if (c->unsaved++ == 0) c->lastSaved = c->state;
 }
 
@@ -122,7 +122,7 @@ void CGContextSetMiterLimit(CGContextRef c, CGFloat limit) {
 
 void CGContextSetLineDash(CGContextRef c, CGFloat phase, const CGFloat* lengths, size_t count) {
     if (!c) return;
-    c->whileMemoryLasts([&] {
+    c->complete([&] {
         LineStyle& line = c->state.line;
         const bool isSolid = !lengths || count == 0;
         line.dashes =

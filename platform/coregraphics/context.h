@@ -3,6 +3,7 @@
 
 #include "graphics_state.h"
 #include "image.h"
+#include "interrupt.h"
 #include "painter.h"
 
 #include <CoreGraphics/CGBitmapContext.h>
@@ -44,13 +45,17 @@ struct CGContext final : ozcg::Object {
     /// From user space to the space the context was made with, y up.
     CGAffineTransform userToBase() const;
     ozcg::Compositing compositing() const;
-    /// Runs what may run out of memory, and is then left undone in part. Whether it was done; what the
-    /// context draws is incomplete otherwise.
+    /// Runs what may run out of memory or be interrupted, and is then left undone in part. Whether it was
+    /// done; what the context draws is incomplete otherwise.
     template <class Function>
-    bool whileMemoryLasts(Function&& function) noexcept {
+    bool complete(Function&& function) noexcept {
         const bool done = ozcg::orWhenOutOfMemory(false, [&] {
-            std::forward<Function>(function)();
-            return true;
+            try {
+                std::forward<Function>(function)();
+                return true;
+            } catch (const ozcg::Interrupted&) {
+                return false;
+            }
         });
         if (!done) isIncomplete = true;
         return done;
@@ -64,7 +69,7 @@ struct CGContext final : ozcg::Object {
     ozcg::GraphicsState lastSaved; // the first of them
     ozcg::PathData path;           // in pixels
     bool allowsAntialiasing = true;
-    bool isIncomplete = false;             // what has been drawn, because memory was short
+    bool isIncomplete = false;             // what has been drawn: memory was short, or it was interrupted
     ozcg::Ref<ozcg::PixelStorage> storage; // empty with the caller's memory
 
 private:

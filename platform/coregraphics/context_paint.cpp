@@ -12,7 +12,7 @@ namespace {
 // Paints the current path and consumes it.
 void paint(CGContextRef c, bool fills, FillRule rule, bool strokes) {
     if (c->path.isIncomplete()) c->isIncomplete = true;
-    c->whileMemoryLasts([&] {
+    c->complete([&] {
         const Surface& surface = c->surfaceForDrawing();
         const Compositing how = c->compositing();
         if (fills) fillPath(surface, how, c->path, rule, c->state.fillColor);
@@ -26,7 +26,7 @@ void clip(CGContextRef c, FillRule rule) {
     // A clip that can't be worked out lets nothing through.
     if (c->path.isIncomplete()) c->isIncomplete = true;
     const bool done =
-        c->whileMemoryLasts([&] { clipToPath(c->state.clip, c->path, rule, c->compositing().antialias); });
+        c->complete([&] { clipToPath(c->state.clip, c->path, rule, c->compositing().antialias); });
     if (!done) c->state.clip.makeEmpty();
     c->path.clear();
 }
@@ -34,7 +34,7 @@ void clip(CGContextRef c, FillRule rule) {
 template <class Source>
 void drawGradient(CGContextRef c, std::optional<Source> source) {
     if (!source || c->state.clip.empty()) return;
-    c->whileMemoryLasts([&] { paintClip(c->surfaceForDrawing(), c->compositing(), *source); });
+    c->complete([&] { paintClip(c->surfaceForDrawing(), c->compositing(), *source); });
 }
 
 } // namespace
@@ -129,7 +129,7 @@ void CGContextDrawImage(CGContextRef c, CGRect rect, CGImageRef image) {
     const CGAffineTransform fromUnitSquare = {r.size.width, 0, 0, r.size.height, r.origin.x, r.origin.y};
     const CGAffineTransform toPixel = CGAffineTransformConcat(fromUnitSquare, c->state.ctm);
     const bool smooth = c->state.interpolation != kCGInterpolationNone;
-    c->whileMemoryLasts([&] {
+    c->complete([&] {
         std::optional<ImageSource> source = ImageSource::make(*image, toPixel, smooth);
         if (!source) return;
         PathData outline;

@@ -108,7 +108,7 @@ CGRect CGContextGetPathBoundingBox(CGContextRef c) {
     const bool upright = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
     if (upright) return CGRectApplyAffineTransform(c->path.controlBounds(), toUser(c));
     CGRect box = CGRectNull;
-    c->whileMemoryLasts([&] { box = userPath(c).controlBounds(); });
+    c->complete([&] { box = userPath(c).controlBounds(); });
     return box;
 }
 

@@ -47,6 +47,7 @@ void CoverageAccumulator::begin(const IntRect& box) {
     const auto rows = static_cast<size_t>(height + kPadRows);
     makeRoom(m_cells, m_cellCapacity, rows * m_stride);
     makeRoom(m_words, m_wordCapacity, rows * m_wordsPerRow);
+    m_patience.renew();
     m_box = box;
     m_width = width;
     m_height = height;
@@ -184,6 +185,7 @@ void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, fl
     const float enter = x0 + slope * inFirst;
     addPiece(at, x0, enter, direction * inFirst, steepness);
     const int rows = last - first - 1; // that it crosses whole
+    m_patience.spend(rows);
     float x = enter;
     for (int i = 1; i <= rows; ++i) {
         at.cells += stride;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "int_rect.h"
+#include "interrupt.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -22,13 +23,20 @@ enum class FillRule : uint8_t { nonZero, evenOdd };
 /// anything; a sweep reads and clears those alone, so the cells are all zero again after each shape.
 class CoverageAccumulator {
 public:
+    /// With this much patience shapes are accumulated from now on.
+    void setPatience(const Patience& patience) { m_patience = patience; }
+
     /// Opens the box for a new shape. The cells are zero. Throws std::bad_alloc.
+    ///
+    /// What follows until the box is swept throws Interrupted when patience runs out.
     void begin(const IntRect& box);
 
     const IntRect& box() const { return m_box; }
     int width() const { return m_width; }
     int height() const { return m_height; }
 
+    /// To be called for each piece of an outline whose edges may all lie outside, or take long to find.
+    void startPiece() { m_patience.spend(kWorkOfPiece); }
     /// Adds an edge whose points lie within the box, give or take the rounding of a float.
     void addInside(float x0, float y0, float x1, float y1);
     /// Adds an edge anywhere, clipped to the box in double precision. Points must be finite.
@@ -53,10 +61,13 @@ private:
         void operator()(void* p) const;
     };
 
+    static constexpr int64_t kWorkOfPiece = 16;
+
     void discardRows(int from);
     void addLongEdge(float x0, float y0, float x1, float y1, float direction);
     uint64_t* words(int y) { return m_words.get() + static_cast<size_t>(y) * m_wordsPerRow; }
 
+    Patience m_patience;
     IntRect m_box;
     int m_width = 0, m_height = 0;
     int m_firstRow = 0, m_endRow = 0;

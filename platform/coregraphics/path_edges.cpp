@@ -98,6 +98,7 @@ void fillAnywhere(CoverageAccumulator& coverage, const PathData& path, const CGA
         path, toPixel, [&](Vec2<double> a, Vec2<double> b) { addAnywhere(coverage, a, b); },
         [&](const Cubic<double>& c) {
             forEachNearPiece(c, box, [&](const Cubic<double>& piece, bool meets) {
+                coverage.startPiece();
                 if (meets)
                     addChords(piece, add);
                 else
@@ -114,6 +115,7 @@ public:
         : m_coverage(coverage), m_a(static_cast<T>(toPixel.a)), m_b(static_cast<T>(toPixel.b)),
           m_c(static_cast<T>(toPixel.c)), m_d(static_cast<T>(toPixel.d)) {}
 
+    void startPiece() { m_coverage.startPiece(); }
     void begin(Vec2<T> p) { m_start = m_current = map(p); }
     void to(Vec2<T> p) {
         const Vec2<T> next = map(p);

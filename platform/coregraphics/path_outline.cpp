@@ -38,6 +38,7 @@ public:
     PathSink(PathData& path, const WorkingPath& working, const CGAffineTransform& m)
         : m_path(path), m_working(working), m_transform(m) {}
 
+    void startPiece() {}
     void begin(Vec2<double> p) { m_path.moveTo(mapped(p)); }
     void to(Vec2<double> p) {
         const CGPoint point = mapped(p);

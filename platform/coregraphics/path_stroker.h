@@ -17,7 +17,7 @@ class PathStroker {
 public:
     PathStroker(const StrokeSpace& space, const LineStyle& style, Sink& sink, StrokeBuffers<T>& buffers,
                 const Bounds* visible)
-        : m_space(space), m_stroker(space.pen, sink, buffers),
+        : m_space(space), m_sink(sink), m_stroker(space.pen, sink, buffers),
           m_dasher(style.dashLengths(), style.dashPhase, space.scale, buffers.dash), m_line(buffers.line),
           m_visible(visible) {
         m_line.clear();
@@ -71,6 +71,7 @@ private:
     }
 
     void lineTo(P to, bool smooth) {
+        m_sink.startPiece();
         if (m_visible) {
             visibleLineTo(to, smooth);
         } else {
@@ -97,6 +98,7 @@ private:
     }
 
     void chordsTo(const Cubic<double>& c) {
+        m_sink.startPiece();
         const Cubic<T> narrowed = {narrow(c.p0), narrow(c.p1), narrow(c.p2), narrow(c.p3)};
         if (!m_visible && m_line.empty()) {
             m_line.push_back({narrowed.p0, false});
@@ -189,6 +191,7 @@ private:
     }
 
     const StrokeSpace& m_space;
+    Sink& m_sink;
     Stroker<T, Sink> m_stroker;
     Dasher<T> m_dasher;
     std::vector<StrokeVertex<T>>& m_line;

@@ -71,11 +71,16 @@ TEST_F(Faults, DrawingsThatTakeTooLongAreGivenUp) {
     std::string slow = "<svg viewBox='0 0 9 9'>";
     for (int i = 0; i < 100'000; ++i) slow += "<rect width='9' height='9' opacity='.5'/>";
     Write("slow.svg", slow + "</svg>");
-    const Outcome outcome = Run("ozmira render slow.svg -o out/ --width 2000 --timeout 0.1");
-    EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_THAT(outcome.errors,
-                testing::StartsWith("ozmira: slow.svg: takes more than 0.1 s to draw; choose a"));
-    EXPECT_EQ(WholePictures("out"), 0u);
+    std::string path = "<svg viewBox='0 0 9 9'><path d='M0 0";
+    for (int i = 0; i < 100'000; ++i) path += "L9 9L0 0";
+    Write("one-path.svg", path + "'/></svg>");
+    for (const std::string file : {"slow.svg", "one-path.svg"}) {
+        const Outcome outcome = Run("ozmira render " + file + " -o out/ --width 2000 --timeout 0.1");
+        EXPECT_EQ(outcome.exitCode, 1);
+        EXPECT_THAT(outcome.errors,
+                    testing::StartsWith("ozmira: " + file + ": takes more than 0.1 s to draw; choose a"));
+        EXPECT_EQ(WholePictures("out"), 0u);
+    }
     EXPECT_EQ(Run("ozmira render slow.svg -o out/ --width 9 --timeout 0").exitCode, 0);
     EXPECT_EQ(WholePictures("out"), 1u);
 }

@@ -4,6 +4,8 @@
 #include "text.h"
 #include "tool_limits.h"
 
+#include <CoreGraphics/OZInterrupt.h>
+
 #include <cmath>
 #include <new>
 #include <string>
@@ -21,6 +23,15 @@ double ThreadProcessorTime() {
     ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
+
+/// Interrupts this thread's drawing while it lasts.
+class DrawingInterrupt {
+public:
+    DrawingInterrupt(bool (*isDue)(void*), void* info) { OZSetDrawingInterrupt(isDue, info); }
+    ~DrawingInterrupt() { OZSetDrawingInterrupt(nullptr, nullptr); }
+    DrawingInterrupt(const DrawingInterrupt&) = delete;
+    DrawingInterrupt& operator=(const DrawingInterrupt&) = delete;
+};
 
 bool IsUsable(double length) { return length > 0 && std::isfinite(length); }
 
@@ -40,7 +51,7 @@ IconRenderer::IconRenderer(Document& document, const RenderingState& state, bool
     m_renderer.SetDocument(&document);
     m_renderer.SetDebugRendering(debugFrames);
     if (timeout > 0) {
-        m_renderer.SetStopRequest([this] { return m_isLate = IsLate(); });
+        m_renderer.SetStopRequest([this] { return IsLate(); });
     }
 }
 
@@ -67,17 +78,19 @@ double IconRenderer::CheckSize(CGSize size, double scale) const {
     return count;
 }
 
-bool IconRenderer::IsLate() const {
+bool IconRenderer::IsLate() {
     // The clock on the wall is quick to read, but it also goes on while the thread waits.
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - m_started;
-    return passed.count() > m_timeout && ThreadProcessorTime() - m_processorTimeBefore > m_timeout;
+    if (passed.count() > m_timeout && ThreadProcessorTime() - m_processorTimeBefore > m_timeout)
+        m_isLate = true;
+    return m_isLate;
 }
 
 Bitmap IconRenderer::Draw(CGSize size, double scale) {
     m_started = std::chrono::steady_clock::now();
     m_processorTimeBefore = ThreadProcessorTime();
     m_isLate = false;
-    const CGImageRef image = m_renderer.createCGImageFitToSize(size, scale, m_state, nullptr);
+    const CGImageRef image = CreateImage(size, scale);
     if (!image && m_isLate) {
         throw FileError("takes more than " + FormatNumber(m_timeout) +
                         " s to draw; choose a longer --timeout, or a smaller --width, --height or --scale");
@@ -85,6 +98,13 @@ Bitmap IconRenderer::Draw(CGSize size, double scale) {
     // The size was checked.
     if (!image) throw std::bad_alloc();
     return Bitmap(image);
+}
+
+CGImageRef IconRenderer::CreateImage(CGSize size, double scale) {
+    // The renderer asks before each element, the drawing library within one.
+    bool (*const isDue)(void*) = [](void* self) { return static_cast<IconRenderer*>(self)->IsLate(); };
+    const DrawingInterrupt interrupt(m_timeout > 0 ? isDue : nullptr, this);
+    return m_renderer.createCGImageFitToSize(size, scale, m_state, nullptr);
 }
 
 } // namespace ozm::tool

@@ -42,15 +42,15 @@ public:
 
 private:
     CGSize PixelSize(CGSize size, double scale) const;
+    CGImageRef CreateImage(CGSize size, double scale);
+    bool IsLate();
 
     CoreGraphicsRenderer m_renderer;
     const RenderingState& m_state;
-    bool IsLate() const;
-
     double m_timeout;
     std::chrono::steady_clock::time_point m_started;
     double m_processorTimeBefore = 0; ///< Of the thread, in seconds.
-    bool m_isLate = false;
+    bool m_isLate = false;            ///< The picture at hand, or the last one.
 };
 
 } // namespace ozm::tool

@@ -50,8 +50,8 @@ missing; the sub-folders of a folder that is drawn are kept below it.
 
 A picture has at most 32,767 pixels on a side and 100,000,000 in all. Files of
 more than 64 MB, and drawings whose references form a cycle or multiply into
-more than 10,000,000 elements, are refused. Drawing is given up before the next
-element when it has taken 30 s of processor time, or the --timeout.
+more than 10,000,000 elements, are refused. Drawing is given up when it has
+taken 30 s of processor time, or the --timeout.
 
 Exit status: 0 all drawn, 1 some could not be drawn, 2 wrong usage.
 
