@@ -31,7 +31,7 @@ public:
 
 private:
     static constexpr size_t kLongest = 4;
-    static constexpr uint8_t kMost = 64; // of each length
+    static constexpr uint8_t kMost = 255; // of each length
 
     std::vector<T> m_lists[kLongest][kMost];
     uint8_t m_counts[kLongest] = {};
