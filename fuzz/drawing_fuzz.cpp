@@ -1,5 +1,6 @@
 // A random sequence of drawing-library calls with wild numbers, on a small bitmap.
 #include <CoreGraphics/CoreGraphics.h>
+#include <CoreGraphics/OZInterrupt.h>
 
 #include "require.h"
 
@@ -105,6 +106,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const CGContextRef c = CGBitmapContextCreate(pixels.get(), width, height, 8, 4 * width, space, format);
     const CGFloat colors[] = {1, 0, 0, 1, 0, 0.5, 1, 0.3}, locations[] = {in.number(), in.number()};
     const CGGradientRef gradient = CGGradientCreateWithColorComponents(space, colors, locations, 2);
+    // Some give paths up that take long.
+    OZSetDrawingInterrupt(
+        choice < 192 ? nullptr : [](void*) { return true; }, nullptr);
     for (int calls = 0; calls < 200 && !in.empty(); ++calls) draw(c, in, gradient);
     const size_t alpha = format == first ? 0 : 3;
     for (const uint8_t* p = pixels.get(); p != pixels.get() + 4 * width * height; p += 4)
