@@ -5,7 +5,7 @@
 
 CF_EXTERN_C_BEGIN
 
-/// Gives a function that is asked now and then, every few hundredths of a second at least, while the calling
+/// Gives a function that is asked now and then, every few tenths of a second at least, while the calling
 /// thread fills or strokes a path or clips with one. Once it answers true, the rest of that path is left out,
 /// a clip then lets nothing through, and the context makes no image any more. It must not throw and not draw.
 /// `info` is passed to it. NULL, as at first: draw all.
