@@ -9,7 +9,8 @@ namespace {
 constexpr double kByte = 1.0 / 255;
 constexpr double kPercent = 0.01;
 
-int HexDigitValue(char c) { return isNumericDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10; }
+/// Letters have bit 6, and their low four bits count from 1.
+int HexDigitValue(char c) { return (c & 15) + 9 * (c >> 6); }
 
 /// Reads what follows the "#"; characters behind the digits that count are ignored.
 bool ParseHexadecimalColor(StringView text, Color& color) {

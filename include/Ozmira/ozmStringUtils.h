@@ -14,7 +14,8 @@ constexpr bool isNumericDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// True for the characters "aAbBcCdDeEfF0123456789".
 constexpr bool isHexDigit(char c) {
-    return isNumericDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+    // Without branches: in colours, digits and letters alternate at random.
+    return (static_cast<unsigned char>(c - '0') < 10) | (static_cast<unsigned char>((c | 0x20) - 'a') < 6);
 }
 
 /// A view of characters that somebody else owns; not NUL-terminated, any bytes. Copied by value, frees
