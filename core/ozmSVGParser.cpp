@@ -1,6 +1,7 @@
 #include <Ozmira/ozmLimits.h>
 #include <Ozmira/SVG/ozmSVGParser.h>
 
+#include "ozmElementAttributes.h"
 #include "ozmNestingDepth.h"
 
 #include <algorithm>
@@ -220,9 +221,12 @@ void SVGParser::ProcessTransformAttribute(Element& element, const XMLNode& node)
 
 void SVGParser::ProcessCommonAttributes(uint64_t index, const XMLNode& node) {
     Element& element = document->elements[index];
-    ProcessIDAttribute(element, node);
-    ProcessStyleAttributes(element, node);
-    ProcessTransformAttribute(element, node);
+    const ElementAttributes attributes(node);
+    if (const StringView* const id = attributes.ID()) element.id.assign(id->data, id->length);
+    ProcessStyleAttributes(element, attributes);
+    element.transform = TransformIdentity;
+    if (const StringView* const transform = attributes.Transform())
+        ParseTransform(*transform, element.transform);
 }
 
 } // namespace ozm

@@ -1,9 +1,9 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
+#include "ozmElementAttributes.h"
 #include "ozmNumberReader.h"
 #include "ozmStylePropertyNames.h"
 
-#include <bit>
 #include <cstring>
 #include <initializer_list>
 
@@ -99,56 +99,22 @@ void ApplyProperty(SVGParser& parser, StylePropertyName name, StringView value, 
     }
 }
 
-/// The presentation attributes of a node and its `style` attribute, the first of each name.
-class StyleAttributes {
-public:
-    explicit StyleAttributes(const XMLNode& node) {
-        node.ForEachAttribute([this](const XMLAttribute& attribute) { Take(attribute); });
-    }
-
-    template <typename Visitor>
-    void ForEachPresentationAttribute(Visitor&& visit) const {
-        for (uint32_t rest = m_present; rest != 0; rest &= rest - 1) {
-            const int name = std::countr_zero(rest);
-            visit(static_cast<StylePropertyName>(name), m_values[name]);
-        }
-    }
-
-    size_t PresentationAttributeCount() const { return static_cast<size_t>(std::popcount(m_present)); }
-
-    StringView Declarations() const { return m_declarations; }
-
-private:
-    void Take(const XMLAttribute& attribute) {
-        if (attribute.name == "style") {
-            if (!m_hasDeclarations) m_declarations = attribute.value;
-            m_hasDeclarations = true;
-            return;
-        }
-        const StylePropertyName name = FindStylePropertyName(attribute.name);
-        const uint32_t bit = uint32_t{1} << static_cast<unsigned>(name);
-        if (name == StylePropertyName::Unknown || (m_present & bit) != 0) return;
-        m_present |= bit;
-        m_values[static_cast<size_t>(name)] = attribute.value;
-    }
-
-    StringView m_values[kPresentationAttributeCount];
-    uint32_t m_present = 0; ///< One bit per name.
-    bool m_hasDeclarations = false;
-    StringView m_declarations;
-};
-
 } // namespace
 
 void SVGParser::ProcessStyleAttributes(Element& element, const XMLNode& node) {
-    const StyleAttributes attributes(node);
+    ProcessStyleAttributes(element, ElementAttributes(node));
+}
+
+void SVGParser::ProcessStyleAttributes(Element& element, const ElementAttributes& attributes) {
     Style style;
     style.properties.reserve(attributes.PresentationAttributeCount());
     attributes.ForEachPresentationAttribute([&](StylePropertyName name, StringView value) {
         if (name == StylePropertyName::Visibility) element.hidden = false;
         ApplyProperty(*this, name, value, element, style);
     });
-    ProcessCSSStylePropertyDeclarations(attributes.Declarations(), element, style);
+    if (const StringView* const declarations = attributes.Style()) {
+        ProcessCSSStylePropertyDeclarations(*declarations, element, style);
+    }
     if (style.properties.empty()) {
         element.styleIndex = -1;
         return;

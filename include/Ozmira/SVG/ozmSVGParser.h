@@ -14,6 +14,8 @@
 
 namespace ozm {
 
+class ElementAttributes;
+
 /// Reads SVG text into a `Document`. Lenient and silent: what it does not understand it drops, keeping what
 /// it read before the fault; it throws nothing but `std::bad_alloc`. A parser may run several parses one
 /// after another, and separate parsers may run on separate threads.
@@ -128,6 +130,7 @@ private:
     uint64_t ProcessContainerNode(const XMLNode& node, Element::Type type);
     uint64_t ProcessGradientNode(const XMLNode& node, Gradient::Type type);
     void ProcessCommonAttributes(uint64_t index, const XMLNode& node);
+    void ProcessStyleAttributes(Element& element, const ElementAttributes& attributes);
     std::vector<uint64_t> ProcessChildren(const XMLNode& node);
 };
 
