@@ -1,7 +1,5 @@
 #include <Ozmira/ozmElement.h>
 
-#include "ozmSpareLists.h"
-
 #include <new>
 #include <utility>
 
@@ -44,10 +42,7 @@ Element::~Element() {
     case Type::Group:
     case Type::ClipPath:
     case Type::Defs: children.~vector(); break;
-    case Type::Path:
-        SpareLists::Keep(path);
-        path.~Path();
-        break;
+    case Type::Path: path.~Path(); break;
     case Type::Use: href.~basic_string(); break;
     case Type::GradientElement: gradient.~Gradient(); break;
     default: break;

@@ -1,7 +1,6 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include "ozmListNumberReader.h"
-#include "ozmSpareLists.h"
 
 #include <algorithm>
 #include <iterator>
@@ -78,8 +77,8 @@ private:
 /// draws.
 class PathDataReader {
 public:
-    PathDataReader(StringView text, std::vector<PathCommand>& commands, SpareLists* spares)
-        : m_at(text.begin()), m_end(text.end()), m_commands(commands), m_spares(spares) {}
+    PathDataReader(StringView text, std::vector<PathCommand>& commands)
+        : m_at(text.begin()), m_end(text.end()), m_commands(commands) {}
 
     /// Stops at the first character that cannot begin a command.
     void ReadCommands() {
@@ -154,15 +153,11 @@ private:
 
     /// A new command of `count` points that are still to be set.
     Point* AppendLineTo(size_t count) {
-        std::vector<Point>& points = m_commands.emplace_back(PathCommand::Type::LineTo).points;
-        MakeList(points, count, m_spares);
-        return points.data();
+        return m_commands.emplace_back(std::vector<Point>(count)).points.data();
     }
 
     BezierCurve* AppendCurveTo(size_t count) {
-        std::vector<BezierCurve>& curves = m_commands.emplace_back(PathCommand::Type::CurveTo).curves;
-        MakeList(curves, count, m_spares);
-        return curves.data();
+        return m_commands.emplace_back(std::vector<BezierCurve>(count)).curves.data();
     }
 
     void AppendMove() {
@@ -228,8 +223,7 @@ private:
     const char* m_at;
     const char* const m_end;
     std::vector<PathCommand>& m_commands;
-    ArgumentList m_arguments;   ///< Of the command at hand.
-    SpareLists* const m_spares; ///< May be null.
+    ArgumentList m_arguments; ///< Of the command at hand.
     Point m_current{0, 0};
     bool m_isRelative = false;
 };
@@ -244,12 +238,8 @@ void SVGParser::ParsePathData(StringView text, Path& path) {
     // An estimate, because letters may also be exponents or lie behind a fault: there it must not cost
     // memory.
     constexpr size_t kLargestReserve = 1 << 16;
-    SpareLists* const spares = SpareLists::OfThread();
-    if (path.commands.capacity() == 0) {
-        CommandLists::Reserve(std::min(CountLetters(text), kLargestReserve), path.commands,
-                              spares ? &spares->Get<CommandLists>() : nullptr);
-    }
-    PathDataReader(text, path.commands, spares).ReadCommands();
+    if (path.commands.capacity() == 0) path.commands.reserve(std::min(CountLetters(text), kLargestReserve));
+    PathDataReader(text, path.commands).ReadCommands();
 }
 
 std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {

@@ -1,7 +1,5 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
-#include "ozmSpareLists.h"
-
 #include <algorithm>
 
 namespace ozm {
@@ -18,9 +16,7 @@ bool ReadNumberAttribute(const XMLNode& node, std::string_view name, double& num
 }
 
 void AppendLineTo(Path& path, double x, double y) {
-    std::vector<TVec2<double>>& points = path.commands.emplace_back(PathCommand::Type::LineTo).points;
-    MakeList(points, 1, SpareLists::OfThread());
-    points.front() = {x, y};
+    path.commands.emplace_back(std::vector<TVec2<double>>{{x, y}});
 }
 
 void AppendMoveTo(Path& path, double x, double y) {

@@ -17,6 +17,9 @@ struct Definition {
     uint64_t elementIndex = 0; ///< Index into `Document::elements`.
 };
 
+template <>
+inline constexpr bool kIsRecord<Definition> = true;
+
 /// A parsed drawing. It owns everything; elements refer to each other by index or id. Filled by one parse,
 /// read-only afterwards. A document made from malformed text has no elements.
 struct Document {

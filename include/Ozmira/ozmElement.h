@@ -71,6 +71,9 @@ private:
     void CopyNumbers(const Element& other) noexcept;
 };
 
+template <>
+inline constexpr bool kIsRecord<Element> = true;
+
 /// True for the kinds that hold `children`.
 constexpr bool IsContainer(Element::Type type) {
     return type == Element::Type::Group || type == Element::Type::ClipPath || type == Element::Type::Defs;

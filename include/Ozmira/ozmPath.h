@@ -18,6 +18,9 @@ struct BezierCurve {
     bool operator==(const BezierCurve&) const = default;
 };
 
+template <>
+inline constexpr bool kIsRecord<BezierCurve> = true;
+
 /// One step of a path in absolute coordinates: `type` and the payload that it selects.
 struct PathCommand {
     enum class Type : uint32_t {
@@ -38,6 +41,12 @@ struct PathCommand {
 
     /// A command with the point (0, 0) or an empty list.
     explicit PathCommand(Type ofType) : type(ofType) { ConstructEmpty(); }
+    /// A `LineTo`.
+    explicit PathCommand(std::vector<TVec2<double>>&& ofPoints) noexcept
+        : type(Type::LineTo), points(std::move(ofPoints)) {}
+    /// A `CurveTo`.
+    explicit PathCommand(std::vector<BezierCurve>&& ofCurves) noexcept
+        : type(Type::CurveTo), curves(std::move(ofCurves)) {}
     PathCommand(const PathCommand& other);
     /// Takes the list over; `other` keeps its type and an empty list.
     PathCommand(PathCommand&& other) noexcept : type(other.type) { ConstructFrom(other); }
@@ -54,6 +63,9 @@ private:
     void ConstructFrom(PathCommand& other) noexcept;
     void DestroyPayload() noexcept;
 };
+
+template <>
+inline constexpr bool kIsRecord<PathCommand> = true;
 
 /// Path commands in drawing order.
 struct Path {

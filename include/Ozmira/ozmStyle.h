@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Ozmira/ozmRecordMemory.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -67,11 +69,17 @@ private:
     }
 };
 
+template <>
+inline constexpr bool kIsRecord<StyleProperty> = true;
+
 /// The properties that one element sets, in the order in which they apply; a later one overrides an earlier
 /// one.
 struct Style {
     std::string name; ///< Always empty.
     std::vector<StyleProperty> properties;
 };
+
+template <>
+inline constexpr bool kIsRecord<Style> = true;
 
 } // namespace ozm

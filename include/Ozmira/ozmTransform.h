@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Ozmira/ozmRecordMemory.h>
+
 namespace ozm {
 
 /// A pair of components: a point, a size or two radii.
@@ -10,6 +12,9 @@ struct TVec2 {
 
     bool operator==(const TVec2&) const = default;
 };
+
+template <typename T>
+inline constexpr bool kIsRecord<TVec2<T>> = true;
 
 /// A rectangle in user units; nothing keeps width and height from being negative.
 struct Rectf {

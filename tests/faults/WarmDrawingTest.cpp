@@ -36,8 +36,8 @@ TEST(WarmDrawing, AllocatesThePictureAlone) {
     }
 }
 
-// A thread keeps short lists of the paths that it destroys, until it ends: also those of documents that go
-// while it ends.
+// A thread keeps memory of the lists that it destroys, until it ends: also those of documents that go while
+// it ends.
 TEST(WarmParsing, TakesTheListsOfDocumentsBefore) {
     std::string text = "<svg><path d='M1 2h";
     for (const char* command : {"l1 2", "c1 2 3 4 5 6", "l1 2 3 4 5 6 7 8", "h1 2 3 4 5", "v1"})
@@ -60,6 +60,14 @@ TEST(WarmParsing, TakesTheListsOfDocumentsBefore) {
 #endif
     }).join();
     EXPECT_EQ(LiveBlocks(), before);
+}
+
+TEST(WarmParsing, KeepsLittleOfALargeDocument) {
+    std::string text = "<svg><path d='M1 2";
+    for (int i = 0; i < 50'000; ++i) text += "h1";
+    const int64_t before = LiveBlocks();
+    EXPECT_EQ(SVGParser().CreateDocumentWithSVGData((text + "'/></svg>").c_str())->elements.size(), 2u);
+    EXPECT_LT(LiveBlocks() - before, 20'000);
 }
 
 #ifndef OZMIRA_SANITIZED
