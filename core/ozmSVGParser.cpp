@@ -158,6 +158,7 @@ void SVGParser::ProcessSVGNode(const XMLNode& node) {
 
     constexpr size_t kFirstCapacity = 10;
     document->elements.reserve(kFirstCapacity);
+    document->styles.reserve(kFirstCapacity);
     const uint64_t root = AddElement(Element::Type::Group);
     std::vector<uint64_t> children = ProcessChildren(node);
     document->elements[root].children = std::move(children);
