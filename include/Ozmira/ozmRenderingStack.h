@@ -2,6 +2,7 @@
 
 #include <Ozmira/ozmRenderingState.h>
 
+#include <cstddef>
 #include <vector>
 
 namespace ozm {
@@ -11,7 +12,10 @@ namespace ozm {
 class RenderingStack {
 public:
     /// Appends a copy of `state`.
-    void PushState(const RenderingState& state) { m_renderingStack.push_back(state); }
+    void PushState(const RenderingState& state) {
+        if (m_renderingStack.capacity() == 0) m_renderingStack.reserve(kFirstCapacity);
+        m_renderingStack.push_back(state);
+    }
     /// Appends a copy of the top record; there must be one.
     void Save() { m_renderingStack.push_back(m_renderingStack.back()); }
     /// Removes the top record; there must be one.
@@ -20,6 +24,8 @@ public:
     RenderingState& Top() { return m_renderingStack.back(); }
 
 private:
+    static constexpr size_t kFirstCapacity = 8; ///< Few drawings are deeper.
+
     std::vector<RenderingState> m_renderingStack;
 };
 

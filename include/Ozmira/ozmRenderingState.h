@@ -27,6 +27,9 @@ struct RenderingState {
     double opacity = 0;             ///< Product of the opacities on the way down.
 };
 
+template <>
+inline constexpr bool kIsRecord<RenderingState> = true;
+
 /// What every property falls back on: an opaque black fill, no stroke.
 extern const RenderingState kRenderingStateDefault;
 
