@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 namespace ozm {
 
@@ -51,7 +52,7 @@ private:
         const uint32_t bit = uint32_t{1} << slot;
         if (slot == kSlotCount || (m_present & bit) != 0) return;
         m_present |= bit;
-        m_values[slot].view = attribute.value;
+        std::construct_at(&m_values[slot].view, attribute.value);
     }
 
     const StringView* Find(Slot slot) const {

@@ -6,8 +6,9 @@
 #include <new>
 #include <type_traits>
 
-// Where the lists of a document's records get their memory from. A drawing has tens of lists of one, two or
-// three entries, and an allocator that serves all threads and sizes takes several times as long.
+// Where the lists of a document's and a renderer's records get their memory from. A drawing has tens of lists
+// of one, two or three entries, and an allocator that serves all threads and sizes takes several times as
+// long.
 
 namespace ozm {
 
@@ -95,6 +96,7 @@ public:
     constexpr allocator(const allocator<U>&) noexcept {}
 
     T* allocate(std::size_t count) {
+        static_assert(alignof(T) <= __STDCPP_DEFAULT_NEW_ALIGNMENT__);
         if (count > PTRDIFF_MAX / sizeof(T)) throw std::bad_array_new_length();
         return static_cast<T*>(ozm::RecordMemory::Allocate(count * sizeof(T)));
     }
