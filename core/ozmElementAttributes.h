@@ -23,6 +23,7 @@ public:
     const StringView* Transform() const { return Find(kTransform); }
     const StringView* Style() const { return Find(kStyle); }
 
+    /// Calls `visit(StylePropertyName, StringView)` in the order in which presentation attributes apply.
     template <typename Visitor>
     void ForEachPresentationAttribute(Visitor&& visit) const {
         for (uint32_t rest = PresentationAttributes(); rest != 0; rest &= rest - 1) {

@@ -1,7 +1,5 @@
 #include <Ozmira/ozmRecordMemory.h>
 
-#include <memory>
-
 #include <pthread.h>
 
 namespace ozm {

@@ -210,24 +210,28 @@ uint64_t SVGParser::AddElement(Element::Type type) {
 }
 
 void SVGParser::ProcessIDAttribute(Element& element, const XMLNode& node) {
-    StringView value;
-    if (node.FindAttribute("id", value)) element.id.assign(value.data, value.length);
+    ProcessIDAttribute(element, ElementAttributes(node));
+}
+
+void SVGParser::ProcessIDAttribute(Element& element, const ElementAttributes& attributes) {
+    if (const StringView* const id = attributes.ID()) element.id.assign(id->data, id->length);
 }
 
 void SVGParser::ProcessTransformAttribute(Element& element, const XMLNode& node) {
+    ProcessTransformAttribute(element, ElementAttributes(node));
+}
+
+void SVGParser::ProcessTransformAttribute(Element& element, const ElementAttributes& attributes) {
     element.transform = TransformIdentity;
-    StringView value;
-    if (node.FindAttribute("transform", value)) ParseTransform(value, element.transform);
+    if (const StringView* const value = attributes.Transform()) ParseTransform(*value, element.transform);
 }
 
 void SVGParser::ProcessCommonAttributes(uint64_t index, const XMLNode& node) {
     Element& element = document->elements[index];
     const ElementAttributes attributes(node);
-    if (const StringView* const id = attributes.ID()) element.id.assign(id->data, id->length);
+    ProcessIDAttribute(element, attributes);
     ProcessStyleAttributes(element, attributes);
-    element.transform = TransformIdentity;
-    if (const StringView* const transform = attributes.Transform())
-        ParseTransform(*transform, element.transform);
+    ProcessTransformAttribute(element, attributes);
 }
 
 } // namespace ozm
