@@ -29,7 +29,9 @@ add_library(ozmira_options INTERFACE)
 target_compile_options(ozmira_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
   # Without fused multiply-add every machine computes the same doubles.
-  -ffp-contract=off)
+  -ffp-contract=off
+  # Else chance decides whether short loops straddle two lines of the instruction cache, for 7 % of parsing.
+  -falign-loops=32)
 if(OZMIRA_WERROR)
   target_compile_options(ozmira_options INTERFACE -Werror)
 endif()

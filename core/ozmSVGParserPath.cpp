@@ -1,9 +1,14 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
+#include "ozmArgumentList.h"
 #include "ozmListNumberReader.h"
+#include "ozmPathDataBlock.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <span>
+#include <utility>
 
 namespace ozm {
 namespace {
@@ -43,35 +48,29 @@ size_t CountLetters(StringView text) {
     return count;
 }
 
-/// Room for the numbers of one command. Nearly always they fit in place.
-class ArgumentList {
-public:
-    size_t Count() const { return m_count; }
-    double operator[](size_t index) const { return m_first[index]; }
-    void Clear() { m_count = 0; }
+/// How many arguments each segment of a command takes.
+template <size_t Size>
+struct GroupSize {};
 
-    /// Room for `count` numbers behind the last one; `Grow` makes them part of the list.
-    double* Reserve(size_t count) {
-        if (m_capacity - m_count < count) MoveToHeap();
-        return m_first + m_count;
-    }
-    void Grow(size_t count) { m_count += count; }
-
-private:
-    void MoveToHeap() {
-        std::vector<double> larger(2 * m_capacity);
-        std::copy_n(m_first, m_count, larger.begin());
-        m_heap = std::move(larger);
-        m_first = m_heap.data();
-        m_capacity = m_heap.size();
-    }
-
-    double m_inPlace[64];
-    double* m_first = m_inPlace;
-    size_t m_count = 0;
-    size_t m_capacity = std::size(m_inPlace);
-    std::vector<double> m_heap;
+/// How a command of a single line or curve gets its end.
+struct SingleSegment {
+    size_t argumentCount; ///< `SIZE_MAX` for commands of another kind.
+    bool isCurve;
+    // Of lines.
+    bool keepsX, keepsY;  ///< The coordinate stays what it is.
+    uint8_t xFrom, yFrom; ///< The argument for it, counted from 1. 0 where there is none.
 };
+
+/// By the last five bits of a command's letter.
+constexpr auto kSingleSegments = [] {
+    std::array<SingleSegment, 32> segments{};
+    for (SingleSegment& segment : segments) segment.argumentCount = SIZE_MAX;
+    segments['c' % 32] = {6, true, false, false, 0, 0};
+    segments['h' % 32] = {1, false, false, true, 1, 0};
+    segments['l' % 32] = {2, false, false, false, 1, 2};
+    segments['v' % 32] = {1, false, true, false, 0, 1};
+    return segments;
+}();
 
 /// Reads path data command by command, resolves each against the running current point and appends what it
 /// draws.
@@ -81,74 +80,125 @@ public:
         : m_at(text.begin()), m_end(text.end()), m_commands(commands) {}
 
     /// Stops at the first character that cannot begin a command.
-    void ReadCommands() {
+    void ReadCommands(bool inBlocks) {
         for (;;) {
             m_at = SkipWhitespace(m_at, m_end);
             if (m_at == m_end || !IsCommandLetter(*m_at)) return;
-            ReadCommand(*m_at++);
+            m_arguments.Clear();
+            if (inBlocks) {
+                ReadBlocks();
+                if (m_at == m_end) return;
+                m_arguments.Clear();
+            }
+            AppendCommand(*m_at++, [this](auto groupSize) { return ReadArguments(groupSize); });
         }
     }
 
 private:
-    void ReadCommand(char letter) {
-        m_isRelative = letter >= 'a';
-        switch (letter | 0x20) {
-        case 'm':
-            if (ReadArguments<2>()) AppendMove();
-            break;
-        case 'l':
-            if (ReadArguments<2>()) AppendLines();
-            break;
-        case 'h':
-            ReadArguments<1>();
-            AppendHorizontalLines();
-            break;
-        case 'v':
-            ReadArguments<1>();
-            AppendVerticalLines();
-            break;
-        case 'c':
-            if (ReadArguments<6>()) AppendCurves();
-            break;
-        case 's':
-            if (ReadArguments<4>()) AppendSmoothCurves();
-            break;
-        case 'z':
-            ReadArguments<1>();
-            m_commands.emplace_back(PathCommand::Type::ClosePath);
-            break;
-        default: ReadArguments<1>(); // Arcs and quadratic curves draw nothing.
+    using Arguments = std::span<const double>;
+
+    /// Reads commands, the one at hand first, up to the end of the text or a command that is not regular.
+    void ReadBlocks() {
+        const char* at = m_at + 1;
+        char letter = *m_at;
+        static_assert(kPathDataBlockNumbers <= ArgumentList::kLargestReserve);
+        while (at != m_end) {
+            PathDataBlock block;
+            double* const numbers = m_arguments.Reserve(kPathDataBlockNumbers);
+            ScanPathDataBlock(at, m_end, block, numbers);
+            double* first = m_arguments.First();
+            for (size_t i = 0; i < block.letterCount; ++i) {
+                double* const end = numbers + block.numbersBefore[i];
+                AppendRegularCommand(letter, {std::exchange(first, end), end});
+                letter = at[block.letterAt[i]];
+                m_at = at + block.letterAt[i];
+            }
+            if (block.irregular != kPathDataBlockSize || block.size == 0) return;
+            m_arguments.DropTo(first);
+            m_arguments.GrowTo(numbers + block.numberCount);
+            at += block.size;
+        }
+        AppendRegularCommand(letter, m_arguments.TakeAll());
+        m_at = m_end;
+    }
+
+    /// Nearly all commands are of a single segment, and their kinds take turns, so that branches between them
+    /// are often mispredicted: here is only one.
+    void AppendRegularCommand(char letter, Arguments arguments) {
+        const SingleSegment& single = kSingleSegments[static_cast<size_t>(letter) % 32];
+        if (arguments.size() != single.argumentCount) return AppendGroups(letter, arguments);
+        const double* const at = arguments.data();
+        const size_t isRelative = letter >= 'a';
+        if (single.isCurve) {
+            std::vector<BezierCurve> curves(1);
+            curves[0] = CurveAt(at, m_origins[isRelative]);
+            m_commands.emplace_back(std::move(curves));
+        } else {
+            static constexpr double kNothing = -0.0;
+            const double* const sources[] = {&kNothing, at, at + 1};
+            std::vector<Point> points(1);
+            Current() = points[0] = {m_origins[isRelative | single.keepsX].x + *sources[single.xFrom],
+                                     m_origins[isRelative | single.keepsY].y + *sources[single.yFrom]};
+            m_commands.emplace_back(std::move(points));
         }
     }
 
-    /// Reads all numbers behind a command's letter. True for a positive multiple of `GroupSize`. Each kind of
-    /// command has a loop of its own, a group long, because then the branch that ends it is seldom
-    /// mispredicted.
-    template <size_t GroupSize>
-    bool ReadArguments() {
-        m_arguments.Clear();
+    [[gnu::noinline]] void AppendGroups(char letter, Arguments arguments) {
+        AppendCommand(letter, [arguments]<size_t Size>(GroupSize<Size>) {
+            return arguments.size() % Size == 0 ? arguments : Arguments();
+        });
+    }
+
+    /// `getArguments(GroupSize<Size>())` gives whole groups or nothing.
+    template <typename GetArguments>
+    void AppendCommand(char letter, GetArguments getArguments) {
+        m_isRelative = letter >= 'a';
+        switch (letter | 0x20) {
+        case 'm': AppendMove(getArguments(GroupSize<2>())); break;
+        case 'l': AppendLines(getArguments(GroupSize<2>())); break;
+        case 'h': AppendHorizontalLines(getArguments(GroupSize<1>())); break;
+        case 'v': AppendVerticalLines(getArguments(GroupSize<1>())); break;
+        case 'c': AppendCurves(getArguments(GroupSize<6>())); break;
+        case 's': AppendSmoothCurves(getArguments(GroupSize<4>())); break;
+        case 'z':
+            getArguments(GroupSize<1>());
+            m_commands.emplace_back(PathCommand::Type::ClosePath);
+            break;
+        default: getArguments(GroupSize<1>()); // Arcs and quadratic curves draw nothing.
+        }
+    }
+
+    /// Reads all numbers behind a command's letter. Each kind of command has a loop of its own, a group long,
+    /// because then the branch that ends it is seldom mispredicted.
+    template <size_t Size>
+    Arguments ReadArguments(GroupSize<Size>) {
         const char* at = SkipWhitespace(m_at, m_end);
         for (;;) {
-            double* const group = m_arguments.Reserve(GroupSize);
-            for (size_t i = 0; i < GroupSize; ++i) {
+            double* const group = m_arguments.Reserve(Size);
+            for (size_t i = 0; i < Size; ++i) {
                 const bool isOver = i == 0 && (at == m_end || IsLetter(*at));
                 const char* const next =
                     isOver ? nullptr : ReadListNumber(at, m_end, group[i], SkipSeparator);
                 if (!next) {
                     m_at = at;
-                    return i == 0 && m_arguments.Count() != 0;
+                    return i == 0 ? m_arguments.TakeAll() : Arguments();
                 }
                 at = next;
             }
-            m_arguments.Grow(GroupSize);
+            m_arguments.GrowTo(group + Size);
         }
     }
 
-    /// What the coordinates of a group are relative to. Adding -0 leaves every number as it is, -0 included.
-    Point Origin() const { return m_isRelative ? m_current : Point{-0.0, -0.0}; }
+    Point& Current() { return m_origins[1]; }
+    Point Origin() const { return m_origins[m_isRelative]; }
 
-    Point PointAt(size_t index, Point origin) const {
-        return {origin.x + m_arguments[index], origin.y + m_arguments[index + 1]};
+    static Point PointAt(const double* coordinates, Point origin) {
+        return {origin.x + coordinates[0], origin.y + coordinates[1]};
+    }
+
+    BezierCurve CurveAt(const double* coordinates, Point origin) {
+        Current() = PointAt(coordinates + 4, origin);
+        return {Current(), PointAt(coordinates, origin), PointAt(coordinates + 2, origin)};
     }
 
     /// A new command of `count` points that are still to be set.
@@ -160,73 +210,85 @@ private:
         return m_commands.emplace_back(std::vector<BezierCurve>(count)).curves.data();
     }
 
-    void AppendMove() {
-        m_current = PointAt(0, Origin());
-        m_commands.emplace_back(PathCommand::Type::MoveTo).point = m_current;
-        for (size_t i = 2; i < m_arguments.Count(); i += 2) {
-            m_current = PointAt(i, Origin());
-            *AppendLineTo(1) = m_current;
+    void AppendMove(Arguments arguments) {
+        if (arguments.empty()) return;
+        Current() = PointAt(&arguments[0], Origin());
+        m_commands.emplace_back(PathCommand::Type::MoveTo).point = Current();
+        for (size_t i = 2; i < arguments.size(); i += 2) {
+            Current() = PointAt(&arguments[i], Origin());
+            *AppendLineTo(1) = Current();
         }
     }
 
-    void AppendLines() {
-        Point* point = AppendLineTo(m_arguments.Count() / 2);
-        for (size_t i = 0; i < m_arguments.Count(); i += 2) {
-            m_current = PointAt(i, Origin());
-            *point++ = m_current;
+    void AppendLines(Arguments arguments) {
+        if (arguments.empty()) return;
+        Point* point = AppendLineTo(arguments.size() / 2);
+        for (size_t i = 0; i < arguments.size(); i += 2) {
+            Current() = PointAt(&arguments[i], Origin());
+            *point++ = Current();
         }
     }
 
-    void AppendHorizontalLines() {
-        Point* point = AppendLineTo(m_arguments.Count());
-        for (size_t i = 0; i < m_arguments.Count(); ++i) {
-            m_current.x = Origin().x + m_arguments[i];
-            *point++ = m_current;
+    void AppendHorizontalLines(Arguments arguments) {
+        Point* point = AppendLineTo(arguments.size());
+        for (const double x : arguments) {
+            Current().x = Origin().x + x;
+            *point++ = Current();
         }
     }
 
-    void AppendVerticalLines() {
-        Point* point = AppendLineTo(m_arguments.Count());
-        for (size_t i = 0; i < m_arguments.Count(); ++i) {
-            m_current.y = Origin().y + m_arguments[i];
-            *point++ = m_current;
+    void AppendVerticalLines(Arguments arguments) {
+        Point* point = AppendLineTo(arguments.size());
+        for (const double y : arguments) {
+            Current().y = Origin().y + y;
+            *point++ = Current();
         }
     }
 
-    void AppendCurves() {
-        BezierCurve* curve = AppendCurveTo(m_arguments.Count() / 6);
-        for (size_t i = 0; i < m_arguments.Count(); i += 6) {
-            const Point origin = Origin();
-            m_current = PointAt(i + 4, origin);
-            *curve++ = {m_current, PointAt(i, origin), PointAt(i + 2, origin)};
-        }
+    void AppendCurves(Arguments arguments) {
+        if (arguments.empty()) return;
+        BezierCurve* curve = AppendCurveTo(arguments.size() / 6);
+        for (size_t i = 0; i < arguments.size(); i += 6) *curve++ = CurveAt(&arguments[i], Origin());
     }
 
-    void AppendSmoothCurves() {
-        Point control1 = m_current;
+    void AppendSmoothCurves(Arguments arguments) {
+        if (arguments.empty()) return;
+        Point control1 = Current();
         if (!m_commands.empty() && m_commands.back().type == PathCommand::Type::CurveTo &&
             !m_commands.back().curves.empty()) {
             control1 = Reflect(m_commands.back().curves.back().control2);
         }
-        BezierCurve* curve = AppendCurveTo(m_arguments.Count() / 4);
-        for (size_t i = 0; i < m_arguments.Count(); i += 4) {
+        BezierCurve* curve = AppendCurveTo(arguments.size() / 4);
+        for (size_t i = 0; i < arguments.size(); i += 4) {
             const Point origin = Origin();
-            const Point control2 = PointAt(i, origin);
-            m_current = PointAt(i + 2, origin);
-            *curve++ = {m_current, control1, control2};
+            const Point control2 = PointAt(&arguments[i], origin);
+            Current() = PointAt(&arguments[i + 2], origin);
+            *curve++ = {Current(), control1, control2};
             control1 = Reflect(control2);
         }
     }
 
-    Point Reflect(Point point) const { return {2 * m_current.x - point.x, 2 * m_current.y - point.y}; }
+    Point Reflect(Point point) { return {2 * Current().x - point.x, 2 * Current().y - point.y}; }
 
     const char* m_at;
     const char* const m_end;
     std::vector<PathCommand>& m_commands;
-    ArgumentList m_arguments; ///< Of the command at hand.
-    Point m_current{0, 0};
+    ArgumentList m_arguments; ///< Of the command at hand, and of those behind it in its block.
+    /// What coordinates are relative to: nothing, and the current point. Adding -0 leaves every number as it
+    /// is, -0 included.
+    Point m_origins[2] = {{-0.0, -0.0}, {0, 0}};
     bool m_isRelative = false;
 };
+
+/// `isReadableBehind`: `kPathDataOverrun` characters more than `text` may be read.
+void ReadPathData(StringView text, std::vector<PathCommand>& commands, bool isReadableBehind) {
+    // An estimate, because letters may also be exponents or lie behind a fault: there it must not cost
+    // memory.
+    constexpr size_t kLargestReserve = 1 << 16;
+    if (commands.capacity() == 0) commands.reserve(std::min(CountLetters(text), kLargestReserve));
+    const bool inBlocks = isReadableBehind && text.length >= kLeastPathDataText && CanScanPathDataBlocks();
+    PathDataReader(text, commands).ReadCommands(inBlocks);
+}
 
 } // namespace
 
@@ -234,13 +296,7 @@ bool SVGParser::PathCommandIsRelative(char letter) const {
     return relativeCommands.find(letter) != std::string_view::npos;
 }
 
-void SVGParser::ParsePathData(StringView text, Path& path) {
-    // An estimate, because letters may also be exponents or lie behind a fault: there it must not cost
-    // memory.
-    constexpr size_t kLargestReserve = 1 << 16;
-    if (path.commands.capacity() == 0) path.commands.reserve(std::min(CountLetters(text), kLargestReserve));
-    PathDataReader(text, path.commands).ReadCommands();
-}
+void SVGParser::ParsePathData(StringView text, Path& path) { ReadPathData(text, path.commands, false); }
 
 std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {
     const auto skipSeparators = [](const char* at, const char* end) {
@@ -260,7 +316,8 @@ int64_t SVGParser::ProcessPathNode(const XMLNode& node) {
     StringView data;
     if (!node.FindAttribute("d", data)) return -1;
     const uint64_t index = AddElement(Element::Type::Path);
-    ParsePathData(data, document->elements[index].path);
+    // Behind an attribute's value stand at least `"/></>` and the text's NUL.
+    ReadPathData(data, document->elements[index].path.commands, true);
     ProcessCommonAttributes(index, node);
     return static_cast<int64_t>(index);
 }

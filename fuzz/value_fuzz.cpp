@@ -59,12 +59,24 @@ void ParseColors(SVGParser& parser, StringView text) {
     parser.ParseCSSColorNamedColor(text, color);
 }
 
+/// Path data reads the same in a document, where it is read in blocks.
+void ParsePathData(StringView text) {
+    Path path;
+    SVGParser().ParsePathData(text, path);
+    if (std::any_of(text.begin(), text.end(), [](char c) { return c == '"' || c == '\0'; })) return;
+    const std::string svg = "<svg><path d=\"" + std::string(text.data, text.length) + "\"/></>";
+    // A block of just this size, so that reading past the end is noticed.
+    const auto copy = std::make_unique<char[]>(svg.size() + 1);
+    std::copy(svg.begin(), svg.end(), copy.get());
+    const auto document = SVGParser().ParseSVGData(copy.get());
+    Require(document->elements.size() == 2 && document->elements[1].path == path);
+}
+
 void ParseText(uint8_t operation, StringView text) {
     SVGParser parser;
     Dimension dimension;
     Rectf box;
     Transform transform;
-    Path path;
     std::string id;
     switch (operation % 11) {
     case 0: CompareWithStrtod(text); break;
@@ -73,7 +85,7 @@ void ParseText(uint8_t operation, StringView text) {
     case 3: parser.ParseDimension(text, dimension, SVGParser::UnitAttributeFormat::CaseInsensitive); break;
     case 4: parser.ParseViewBox(text, box); break;
     case 5: parser.ParseTransform(text, transform); break;
-    case 6: parser.ParsePathData(text, path); break;
+    case 6: ParsePathData(text); break;
     case 7: Require(parser.ParsePathCommandArguments(text).size() <= text.length); break;
     case 8: ParseColors(parser, text); break;
     case 9: parser.ParseFunctionalLocalIRI(text, id); break;

@@ -13,12 +13,24 @@ struct Case {
     const char* path;
 };
 
+std::string PathText(const std::string& data) {
+    Path path;
+    SVGParser().ParsePathData(data, path);
+    return test::Text(path);
+}
+
+/// Documents end as early as they can, because their path data may be read beyond its end.
+std::string DocumentPathText(const std::string& data) {
+    const std::string text = "<svg><path d=\"" + data + "\"/></>";
+    const auto document = SVGParser().CreateDocumentWithSVGData(text.c_str());
+    return document->elements.size() == 2 ? test::Text(document->elements[1].path) : "no document";
+}
+
 template <size_t N>
 void Check(const Case (&cases)[N]) {
     for (const auto& [data, text] : cases) {
-        Path path;
-        SVGParser().ParsePathData(data, path);
-        EXPECT_EQ(test::Text(path), text) << data;
+        EXPECT_EQ(PathText(data), text) << data;
+        EXPECT_EQ(DocumentPathText(std::string(40, ' ') + data), text) << data;
     }
 }
 
@@ -104,6 +116,29 @@ TEST(ParsePathData, ReadsLongLists) {
     Path dropped;
     SVGParser().ParsePathData(data + " 7z", dropped);
     EXPECT_EQ(test::Text(dropped), "M1,1 Z");
+}
+
+TEST(ParsePathData, ReadsDocumentsAlike) {
+    // What stands behind the lists of numbers ends blocks in all kinds of places.
+    const std::string texts[] = {
+        "M1 2 1.5-.25.75,3c1 2 3 4 5 6-1.25.5.5.5-3-4z",
+        "m-0-0 H-0 v.0000001 1234567 12345.6 S99999.9 1234567. 123456.7-.123456",
+        "M12345678 1.234567 l123456789-1234567.8 0.1234567 3.40282346638528859811704183484516925440e+38-7 9",
+        "m1e2-1E-3l+.5+.5 1.e1 2Zzz L\t1\n2\v3\f4\r5 6 h1,2 v3 , 4",
+        "M000000000000000000000000000000000000000000000000000000000000000000000000012 34l0000000000 1",
+        "zzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzzz",
+        "l1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1",
+    };
+    for (const std::string& text : texts) {
+        for (size_t length = 0; length <= text.size(); ++length) {
+            for (const char* const behind : {"", "5", "-", ".", "e", ",", "+1", "x", "\x80", " h1"}) {
+                const std::string data = text.substr(0, length) + behind;
+                for (const size_t shift : {32u, 37u, 62u}) {
+                    ASSERT_EQ(DocumentPathText(std::string(shift, ' ') + data), PathText(data)) << data;
+                }
+            }
+        }
+    }
 }
 
 TEST(ParsePathCommandArguments, ReadsNumberLists) {
