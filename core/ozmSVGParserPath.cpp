@@ -81,14 +81,18 @@ public:
 
     /// Stops at the first character that cannot begin a command.
     void ReadCommands(bool inBlocks) {
+        // Much of a text that is irregular all over would be read twice.
+        int shortReadsLeft = 4;
         for (;;) {
             m_at = SkipWhitespace(m_at, m_end);
             if (m_at == m_end || !IsCommandLetter(*m_at)) return;
             m_arguments.Clear();
             if (inBlocks) {
+                const char* const first = m_at;
                 ReadBlocks();
                 if (m_at == m_end) return;
                 m_arguments.Clear();
+                if (static_cast<size_t>(m_at - first) < kPathDataBlockSize) inBlocks = --shortReadsLeft != 0;
             }
             AppendCommand(*m_at++, [this](auto groupSize) { return ReadArguments(groupSize); });
         }
