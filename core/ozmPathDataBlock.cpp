@@ -206,10 +206,8 @@ OZM_AVX2 inline void FindLetters(uint64_t letters, uint64_t starts, PathDataBloc
 
 /// How many characters of a block with more behind it are settled: those before a number that may go on.
 OZM_AVX2 inline size_t SettledSize(uint64_t numeric, uint64_t starts, uint64_t minuses) {
-    if ((numeric | minuses) >> 63 == 0) return 64;
-    if (numeric >> 63 == 0) return 63;
-    const auto start = 63 - static_cast<size_t>(std::countl_zero(starts));
-    return start - ((minuses << 1 >> start) & 1);
+    if (numeric >> 63 != 0) return 63 - static_cast<size_t>(std::countl_zero(starts));
+    return 64 - (minuses >> 63);
 }
 
 } // namespace
@@ -219,10 +217,10 @@ bool CanScanPathDataBlocks() {
            __builtin_cpu_supports("bmi2") && __builtin_cpu_supports("popcnt");
 }
 
-OZM_AVX2 void ScanPathDataBlock(const char* at, const char* end, PathDataBlock& block, double* numbers) {
-    const size_t left = static_cast<size_t>(end - at);
+OZM_AVX2 void ScanPathDataBlock(const char* at, const char* textEnd, PathDataBlock& block, double* numbers) {
+    const size_t left = static_cast<size_t>(textEnd - at);
     const size_t size = std::min(left, kPathDataBlockSize);
-    const CharacterMasks masks = size < 32 ? MaskLastCharacters(end, size) : MaskCharacters(at, size);
+    const CharacterMasks masks = size < 32 ? MaskLastCharacters(textEnd, size) : MaskCharacters(at, size);
 
     // A number begins where digits and points do, and again at each further point. Adding the first of the
     // digits that a run begins with carries a bit behind the last of them.
@@ -234,14 +232,18 @@ OZM_AVX2 void ScanPathDataBlock(const char* at, const char* end, PathDataBlock& 
     const uint64_t ends = (numeric << 1) & (~numeric | furtherPoints);
 
     block.size = left <= kPathDataBlockSize ? size : SettledSize(numeric, starts, masks.minuses);
-    const auto settled = static_cast<unsigned>(block.size);
     const uint64_t irregular = masks.others | (masks.commas & ~(numeric << 1)) |
                                (masks.minuses & ~(numeric >> 1)) | (masks.points & ~(masks.digits >> 1));
-    block.irregular = _tzcnt_u64(_bzhi_u64(irregular, settled));
-    const uint64_t settledStarts = _bzhi_u64(starts, settled);
-    block.numberCount = static_cast<size_t>(_mm_popcnt_u64(settledStarts));
-    FindLetters(_bzhi_u64(masks.letters, static_cast<unsigned>(block.irregular)), starts, block);
-    ConvertNumbers(at, {settledStarts, ends, masks.points}, numbers);
+    block.irregular = _tzcnt_u64(_bzhi_u64(irregular, static_cast<unsigned>(block.size)));
+
+    // Points without digits, of which there may be more than room for numbers, are irregular.
+    const auto end = static_cast<unsigned>(std::min(block.size, block.irregular));
+    const uint64_t goodStarts = _bzhi_u64(starts, end);
+    const auto nextStart = static_cast<unsigned>(_tzcnt_u64(starts ^ goodStarts));
+    const uint64_t goodEnds = _bzhi_u64(ends, nextStart + 1);
+    block.numberCount = static_cast<size_t>(_mm_popcnt_u64(goodStarts));
+    FindLetters(_bzhi_u64(masks.letters, end), starts, block);
+    ConvertNumbers(at, {goodStarts, goodEnds, masks.points}, numbers);
 }
 
 } // namespace ozm

@@ -19,13 +19,14 @@ constexpr size_t kPathDataBlockNumbers = kPathDataBlockSize / 2 + 1;
 
 /// What stands in a block: numbers, command letters and what separates them.
 struct PathDataBlock {
-    /// How many characters are settled: all, but for a number at the end that may go on behind the block.
+    /// How many characters are settled: all, but for a number at the end that may go on behind the block. Its
+    /// sign may be settled.
     size_t size;
-    size_t numberCount; ///< Numbers among them.
-    /// The first of them that takes a closer look: in exponents, "+" and faults. `kPathDataBlockSize` when
-    /// there is none.
+    /// The first of them that takes a closer look: in exponents, "+", faults, and what is unusual, such as
+    /// "1." and " ,". `kPathDataBlockSize` when there is none.
     size_t irregular;
     size_t letterCount;                        ///< Command letters before it.
+    size_t numberCount;                        ///< Numbers that begin before it.
     uint8_t letterAt[kPathDataBlockSize];      ///< Where each letter stands.
     uint8_t numbersBefore[kPathDataBlockSize]; ///< How many of the numbers stand before each letter.
 };
@@ -35,7 +36,7 @@ bool CanScanPathDataBlocks();
 
 /// Reads the block at `at`, behind a command's letter or where the block before is settled, of a text of
 /// `kLeastPathDataText` characters or more that ends at `end`. Writes its numbers, with the values that
-/// `ReadScientificNumber` gives.
+/// `ReadScientificNumber` gives; but one that begins before the irregular character and reaches it has none.
 void ScanPathDataBlock(const char* at, const char* end, PathDataBlock& block, double* numbers);
 
 } // namespace ozm

@@ -107,15 +107,21 @@ void ReserveForChildren(std::vector<Element>& elements, const XMLNode& node) {
 /// Points a parser at the document under construction for as long as a parse runs.
 class CurrentDocument {
 public:
-    CurrentDocument(SVGParser& parser, Document* document) : m_parser(parser) {
+    CurrentDocument(SVGParser& parser, Document* document, bool& isParsing)
+        : m_parser(parser), m_isParsing(isParsing) {
         m_parser.document = document;
+        m_isParsing = true;
     }
-    ~CurrentDocument() { m_parser.document = nullptr; }
+    ~CurrentDocument() {
+        m_parser.document = nullptr;
+        m_isParsing = false;
+    }
     CurrentDocument(const CurrentDocument&) = delete;
     CurrentDocument& operator=(const CurrentDocument&) = delete;
 
 private:
     SVGParser& m_parser;
+    bool& m_isParsing;
 };
 
 } // namespace
@@ -128,7 +134,7 @@ std::unique_ptr<Document> SVGParser::CreateDocumentWithSVGData(const char* data)
 std::unique_ptr<Document> SVGParser::ParseSVGData(char* text) {
     nodeCount = 0;
     auto result = std::make_unique<Document>();
-    const CurrentDocument current(*this, result.get());
+    const CurrentDocument current(*this, result.get(), m_isParsing);
     XMLDocument xml;
     if (text && ParseXML(xml, text)) {
         if (const XMLNode root = FindRoot(xml)) ProcessSVGNode(root);

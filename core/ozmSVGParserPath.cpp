@@ -284,13 +284,15 @@ private:
     bool m_isRelative = false;
 };
 
-/// `isReadableBehind`: `kPathDataOverrun` characters more than `text` may be read.
-void ReadPathData(StringView text, std::vector<PathCommand>& commands, bool isReadableBehind) {
+/// `hasMarkupBehind`: `text` is the value of an attribute below the root of a document's text.
+void ReadPathData(StringView text, std::vector<PathCommand>& commands, bool hasMarkupBehind) {
     // An estimate, because letters may also be exponents or lie behind a fault: there it must not cost
     // memory.
     constexpr size_t kLargestReserve = 1 << 16;
     if (commands.capacity() == 0) commands.reserve(std::min(CountLetters(text), kLargestReserve));
-    const bool inBlocks = isReadableBehind && text.length >= kLeastPathDataText && CanScanPathDataBlocks();
+    // The shortest end of a document behind an attribute of an element below its root.
+    static_assert(std::string_view("\"/></>").size() >= kPathDataOverrun);
+    const bool inBlocks = hasMarkupBehind && text.length >= kLeastPathDataText && CanScanPathDataBlocks();
     PathDataReader(text, commands).ReadCommands(inBlocks);
 }
 
@@ -320,8 +322,7 @@ int64_t SVGParser::ProcessPathNode(const XMLNode& node) {
     StringView data;
     if (!node.FindAttribute("d", data)) return -1;
     const uint64_t index = AddElement(Element::Type::Path);
-    // Behind an attribute's value stand at least `"/></>` and the text's NUL.
-    ReadPathData(data, document->elements[index].path.commands, true);
+    ReadPathData(data, document->elements[index].path.commands, m_isParsing);
     ProcessCommonAttributes(index, node);
     return static_cast<int64_t>(index);
 }

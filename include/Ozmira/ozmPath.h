@@ -97,7 +97,7 @@ inline void PathCommand::DestroyPayload() noexcept {
     // and one branch, which compilers see, tells whether there is one.
     constexpr uint32_t kLists =
         (1U << static_cast<uint32_t>(Type::LineTo)) | (1U << static_cast<uint32_t>(Type::CurveTo));
-    if ((kLists >> (static_cast<uint32_t>(type) % 32) & 1) == 0) return;
+    if (type > Type::CurveTo || (kLists >> static_cast<uint32_t>(type) & 1) == 0) return;
     if (type == Type::LineTo) {
         points.~vector();
     } else {

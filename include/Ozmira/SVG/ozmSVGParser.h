@@ -134,6 +134,8 @@ private:
     void ProcessTransformAttribute(Element& element, const ElementAttributes& attributes);
     void ProcessStyleAttributes(Element& element, const ElementAttributes& attributes);
     std::vector<uint64_t> ProcessChildren(const XMLNode& node);
+
+    bool m_isParsing = false; ///< All nodes come from a text, so that markup stands behind each value.
 };
 
 } // namespace ozm
