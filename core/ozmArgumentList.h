@@ -29,6 +29,7 @@ public:
     /// Makes the numbers before `end`, in the room reserved last, part of the list.
     void GrowTo(double* end) { m_end = end; }
 
+    /// The oldest number, or the end of an empty list.
     double* First() { return m_begin; }
     /// Removes the numbers before `first`.
     void DropTo(double* first) { m_begin = first; }

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
 #include <string>
 
 using namespace ozm;
@@ -151,4 +153,18 @@ TEST(Operations, AddToTheirDocument) {
     EXPECT_EQ(document.elements[1].id, "a");
     EXPECT_EQ(document.elements[0].id, "b");
     EXPECT_EQ(parser.ProcessLinkNode(node.FirstChild()), 2u);
+}
+
+// Where no markup of a document stands behind a value, nothing behind it may be read.
+TEST(Operations, ReadPathsOfOtherTrees) {
+    const std::string svg = "<path d='M1 2 3 4 5 6 7 8 9 1 2 3 4 5 6 7 8 9'/>";
+    const auto text = std::make_unique<char[]>(svg.size() + 1);
+    std::copy(svg.begin(), svg.end(), text.get());
+    rapidxml::xml_document<char> xml;
+    xml.parse<rapidxml::parse_non_destructive>(text.get());
+    Document document;
+    SVGParser parser;
+    parser.document = &document;
+    EXPECT_EQ(parser.ProcessPathNode(XMLNode(xml.first_node())), 0);
+    EXPECT_EQ(document.elements[0].path.commands.size(), 9u);
 }

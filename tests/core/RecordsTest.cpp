@@ -88,6 +88,14 @@ TEST(PathCommands, AreValues) {
     EXPECT_TRUE(curves.type == PathCommand::Type::CurveTo && curves.curves.empty());
 }
 
+TEST(PathCommands, EndWhateverTheirType) {
+    for (const uint32_t type : {6u, 34u, 37u}) { // The last two are those of lists, modulo 32.
+        PathCommand command{static_cast<PathCommand::Type>(type)};
+        command.point = {1, 2}; // No list.
+        EXPECT_EQ(PathCommand(command).point, command.point) << type;
+    }
+}
+
 TEST(Paths, CopyDeeply) {
     Path path;
     path.commands = {PathCommand(PathCommand::Type::MoveTo), Lines({{1, 2}, {3, 4}, {5, 6}}), Curves(2)};
