@@ -1,21 +1,21 @@
 #pragma once
 
+#include <Ozmira/ozmStringUtils.h>
+
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 // Path data 64 characters at a time, with vector instructions: where numbers begin and end is found for all
-// of them at once, so that none waits for the end of the one before, and they are converted in pairs.
+// of them at once, so that none waits for the end of the one before, and several are converted at a time.
 
 namespace ozm {
 
-/// The least length of a text that is read in blocks.
-constexpr size_t kLeastPathDataText = 32;
-/// How many characters behind the text have to be readable.
-constexpr size_t kPathDataOverrun = 6;
 /// The most characters of a block.
 constexpr size_t kPathDataBlockSize = 64;
-/// How many numbers a block writes at most, the one counted that may be written behind the last one.
-constexpr size_t kPathDataBlockNumbers = kPathDataBlockSize / 2 + 1;
+/// Room that a block's numbers take at most: half as many as there are characters, and what conversion in
+/// eights may write behind the last one.
+constexpr size_t kPathDataBlockNumbers = kPathDataBlockSize / 2 + 8;
 
 /// What stands in a block: numbers, command letters and what separates them.
 struct PathDataBlock {
@@ -31,12 +31,32 @@ struct PathDataBlock {
     uint8_t numbersBefore[kPathDataBlockSize]; ///< How many of the numbers stand before each letter.
 };
 
-/// True where this processor can run `ScanPathDataBlock`.
-bool CanScanPathDataBlocks();
+/// Reads path data with the instructions of some processors. All give the same.
+struct PathDataScanner {
+    /// Whether this processor has the instructions. Nothing else is called where it has not.
+    bool (*canRun)();
 
-/// Reads the block at `at`, behind a command's letter or where the block before is settled, of a text of
-/// `kLeastPathDataText` characters or more that ends at `end`. Writes its numbers, with the values that
-/// `ReadScientificNumber` gives; but one that begins before the irregular character and reaches it has none.
-void ScanPathDataBlock(const char* at, const char* end, PathDataBlock& block, double* numbers);
+    /// At least as many as the text has letters: counts the characters from 64 to 127 and from 192 on.
+    size_t (*countLetters)(StringView text);
+
+    /// Reads the block at `at`, behind a command's letter or where the block before is settled, of a text
+    /// that ends at `end`. Writes its numbers, with the values that `ReadScientificNumber` gives; but one
+    /// that begins before the irregular character and reaches it has none.
+    void (*scan)(const char* at, const char* end, PathDataBlock& block, double* numbers);
+
+    size_t leastText; ///< The least length of a text that `scan` takes.
+    size_t overrun;   ///< How many characters behind the text `scan` may read.
+};
+
+#if defined(__x86_64__)
+extern const PathDataScanner kAVX512PathDataScanner;
+extern const PathDataScanner kAVX2PathDataScanner;
+#endif
+
+/// Those that this processor can run, the fastest first; none where path data is read number by number.
+std::span<const PathDataScanner* const> PathDataScanners();
+
+/// `PathDataScanner::countLetters` on any processor.
+size_t CountPathDataLetters(StringView text);
 
 } // namespace ozm

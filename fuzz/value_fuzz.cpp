@@ -1,4 +1,5 @@
 // Every value syntax on its own: the first byte chooses the operation, the rest is its text.
+#include "ozmPathDataReader.h"
 #include "require.h"
 
 #include <Ozmira/SVG/ozmSVGParser.h>
@@ -77,20 +78,30 @@ bool SameBits(const PathCommand& a, const PathCommand& b) {
     }
 }
 
-/// Path data reads the same in a document, where it is read in blocks.
+/// Path data reads the same with every scanner, and in a document.
 void ParsePathData(StringView text) {
-    Path path;
-    SVGParser().ParsePathData(text, path);
+    std::vector<PathCommand> expected;
+    ReadPathData(text, expected, nullptr);
+    const auto requireExpected = [&](const std::vector<PathCommand>& commands) {
+        Require(std::equal(commands.begin(), commands.end(), expected.begin(), expected.end(),
+                           [](const PathCommand& a, const PathCommand& b) { return SameBits(a, b); }));
+    };
+    for (const PathDataScanner* const scanner : PathDataScanners()) {
+        if (text.length < scanner->leastText) continue;
+        // A block of just this size, so that reading past the end is noticed.
+        const auto copy = std::make_unique<char[]>(text.length + scanner->overrun);
+        std::copy(text.begin(), text.end(), copy.get());
+        std::vector<PathCommand> commands;
+        ReadPathData({copy.get(), text.length}, commands, scanner);
+        requireExpected(commands);
+    }
     if (std::any_of(text.begin(), text.end(), [](char c) { return c == '"' || c == '\0'; })) return;
     const std::string svg = "<svg><path d=\"" + std::string(text.data, text.length) + "\"/></>";
-    // A block of just this size, so that reading past the end is noticed.
     const auto copy = std::make_unique<char[]>(svg.size() + 1);
     std::copy(svg.begin(), svg.end(), copy.get());
     const auto document = SVGParser().ParseSVGData(copy.get());
     Require(document->elements.size() == 2);
-    const std::vector<PathCommand>& commands = document->elements[1].path.commands;
-    Require(std::equal(commands.begin(), commands.end(), path.commands.begin(), path.commands.end(),
-                       [](const PathCommand& a, const PathCommand& b) { return SameBits(a, b); }));
+    requireExpected(document->elements[1].path.commands);
 }
 
 void ParseText(uint8_t operation, StringView text) {

@@ -1,6 +1,7 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include "DocumentText.h"
+#include "ozmPathDataReader.h"
 
 #include <gtest/gtest.h>
 
@@ -16,6 +17,13 @@ struct Case {
 std::string PathText(const std::string& data) {
     Path path;
     SVGParser().ParsePathData(data, path);
+    return test::Text(path);
+}
+
+/// Without a scanner, number by number.
+std::string ScannedPathText(const std::string& data, const PathDataScanner* scanner) {
+    Path path;
+    ReadPathData(data, path.commands, scanner);
     return test::Text(path);
 }
 
@@ -118,8 +126,8 @@ TEST(ParsePathData, ReadsLongLists) {
     EXPECT_EQ(test::Text(dropped), "M1,1 Z");
 }
 
-// Documents' path data is read in blocks, where the processor allows it; elsewhere this shows nothing.
-TEST(ParsePathData, ReadsDocumentsAlike) {
+// Elsewhere than on x86 there are no scanners, and this shows nothing.
+TEST(ParsePathData, ReadsAlikeWithEveryScanner) {
     std::string fullBlocks = "l";
     for (int block = 0; block < 4; ++block)
         fullBlocks += "1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1              ";
@@ -127,6 +135,7 @@ TEST(ParsePathData, ReadsDocumentsAlike) {
         "M1 2 1.5-.25.75,3c1 2 3 4 5 6-1.25.5.5.5-3-4z",
         "m-0-0 H-0 v.0000001 1234567 12345.6 S99999.9 1234567. 123456.7-.123456",
         "M12345678 1.234567 l123456789-1234567.8 0.1234567 3.40282346638528859811704183484516925440e+38-7 9",
+        "M1234567.8 123456.78,.12345678 12345678.l1.2345678-.123456789 1-12345678,12345.678",
         "m1e2-1E-3l+.5+.5 1.e1 2Zzz L\t1\n2\v3\f4\r5 6 h1,2 v3 , 4",
         "M000000000000000000000000000000000000000000000000000000000000000000000000012 34l0000000000 1",
         std::string(70, 'z'),
@@ -135,11 +144,15 @@ TEST(ParsePathData, ReadsDocumentsAlike) {
     };
     for (const std::string& text : texts) {
         for (size_t length = 0; length <= text.size(); ++length) {
-            for (const char* const behind : {"", "5", "-", ".", "e", ",", "+1", "x", "\x80", " h1"}) {
+            for (const char* const behind : {"", "5", "-", ".", "e", ",", "+1", "x", "\xda", " h1"}) {
                 // Blanks behind the first letter move where blocks end.
                 std::string data = "H";
                 data.append(32 + 13 * length % 64, ' ').append("1 ").append(text, 0, length).append(behind);
-                ASSERT_EQ(DocumentPathText(data), PathText(data)) << data;
+                const std::string expected = ScannedPathText(data, nullptr);
+                for (const PathDataScanner* const scanner : PathDataScanners()) {
+                    ASSERT_EQ(ScannedPathText(data, scanner), expected) << data;
+                }
+                ASSERT_EQ(DocumentPathText(data), expected) << data;
             }
         }
     }
