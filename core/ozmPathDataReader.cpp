@@ -99,8 +99,8 @@ private:
                 double* const end = numbers + block.numbersBefore[i];
                 AppendRegularCommand(letter, {std::exchange(first, end), end});
                 letter = at[block.letterAt[i]];
-                m_at = at + block.letterAt[i];
             }
+            if (block.letterCount != 0) m_at = at + block.letterAt[block.letterCount - 1];
             if (block.irregular != kPathDataBlockSize || block.size == 0) return;
             m_arguments.DropTo(first);
             m_arguments.GrowTo(numbers + block.numberCount);

@@ -34,7 +34,8 @@ private:
 
 } // namespace
 
-constinit thread_local RecordMemory* RecordMemory::s_ofThread = nullptr;
+constinit RecordMemory RecordMemory::s_none(kMost);
+constinit thread_local RecordMemory* RecordMemory::s_ofThread = &s_none;
 
 void* RecordMemory::AllocateNew(size_t size) {
     const size_t index = IndexFor(size);
@@ -43,7 +44,7 @@ void* RecordMemory::AllocateNew(size_t size) {
 }
 
 void RecordMemory::FreeSlowly(void* block, size_t size) noexcept {
-    if (IndexFor(size) >= kSizes || !(s_ofThread || MakeForThread())) {
+    if (IndexFor(size) >= kSizes || (s_ofThread == &s_none && !MakeForThread())) {
         ::operator delete(block);
         return;
     }
@@ -55,17 +56,19 @@ void RecordMemory::FreeSlowly(void* block, size_t size) noexcept {
 /// False when memory runs out, too.
 bool RecordMemory::MakeForThread() noexcept {
     if (!kKeepsBlocks) return false;
-    static const EndOfThread endOfThread([](void* memory) {
-        s_ofThread = nullptr;
-        delete static_cast<RecordMemory*>(memory);
+    static const EndOfThread endOfThread([](void* pointer) {
+        s_ofThread = &s_none;
+        auto* const memory = static_cast<RecordMemory*>(pointer);
+        memory->FreeBlocks();
+        delete memory;
     });
-    auto* const memory = new (std::nothrow) RecordMemory;
+    auto* const memory = new (std::nothrow) RecordMemory(0);
     if (memory && endOfThread.Watch(memory)) {
         s_ofThread = memory;
     } else {
         delete memory;
     }
-    return s_ofThread != nullptr;
+    return s_ofThread != &s_none;
 }
 
 void RecordMemory::FreeBlocks() noexcept {

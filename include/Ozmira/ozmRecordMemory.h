@@ -26,7 +26,7 @@ public:
     static void* Allocate(size_t size) {
         RecordMemory* const memory = s_ofThread;
         const size_t index = IndexFor(size);
-        if (memory && index < kSizes) {
+        if (index < kSizes) {
             if (Block* const block = memory->m_blocks[index]) {
                 memory->m_blocks[index] = block->next;
                 memory->m_kept -= SizeAt(index);
@@ -40,7 +40,7 @@ public:
     static void Free(void* block, size_t size) noexcept {
         RecordMemory* const memory = s_ofThread;
         const size_t index = IndexFor(size);
-        if (memory && index < kSizes && memory->m_kept < kMost) {
+        if (index < kSizes && memory->m_kept < kMost) {
             memory->m_blocks[index] = new (block) Block{memory->m_blocks[index]};
             memory->m_kept += SizeAt(index);
         } else {
@@ -57,8 +57,7 @@ private:
     static constexpr size_t kUnit = 16;                ///< Sizes are rounded up to multiples.
     static constexpr size_t kSizes = 256;
 
-    RecordMemory() = default;
-    ~RecordMemory() { FreeBlocks(); }
+    constexpr explicit RecordMemory(size_t kept) : m_kept(kept) {}
 
     /// Out of range for a size that is not kept; 0 is one of them.
     static size_t IndexFor(size_t size) { return (size - 1) / kUnit; }
@@ -68,13 +67,17 @@ private:
     static bool MakeForThread() noexcept;
     void FreeBlocks() noexcept;
 
-    /// Null until the thread has freed something. Its address has to be found fast in shared libraries, too.
+    /// What threads have that keep nothing: empty, and never to be filled because it counts as full. It saves
+    /// a branch.
+    static constinit RecordMemory s_none;
+    /// `s_none` until the thread has freed something. Its address has to be found fast in shared libraries,
+    /// too.
 #if defined(__ELF__)
     [[gnu::tls_model("initial-exec")]]
 #endif
     static constinit thread_local RecordMemory* s_ofThread;
 
-    size_t m_kept = 0; ///< Bytes.
+    size_t m_kept; ///< Bytes.
     Block* m_blocks[kSizes] = {};
 };
 
