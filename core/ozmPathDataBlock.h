@@ -16,6 +16,8 @@ constexpr size_t kPathDataBlockSize = 64;
 /// Room that a block's numbers take at most: half as many as there are characters, and what conversion in
 /// eights may write behind the last one.
 constexpr size_t kPathDataBlockNumbers = kPathDataBlockSize / 2 + 8;
+/// The most characters behind a text that a scanner reads.
+constexpr size_t kMostPathDataOverrun = 6;
 
 /// What stands in a block: numbers, command letters and what separates them.
 struct PathDataBlock {
@@ -25,8 +27,9 @@ struct PathDataBlock {
     /// The first of them that takes a closer look: in exponents, "+", faults, and what is unusual, such as
     /// "1." and " ,". `kPathDataBlockSize` when there is none.
     size_t irregular;
-    size_t letterCount;                        ///< Command letters before it.
-    size_t numberCount;                        ///< Numbers that begin before it.
+    size_t letterCount; ///< Command letters before it.
+    size_t numberCount; ///< Numbers that begin before it.
+    // Of the letters; behind them is anything.
     uint8_t letterAt[kPathDataBlockSize];      ///< Where each letter stands.
     uint8_t numbersBefore[kPathDataBlockSize]; ///< How many of the numbers stand before each letter.
 };

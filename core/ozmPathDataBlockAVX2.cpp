@@ -201,7 +201,8 @@ OZM_AVX2 void Scan(const char* at, const char* textEnd, PathDataBlock& block, do
 
 } // namespace
 
-constinit const PathDataScanner kAVX2PathDataScanner = {CanRun, CountPathDataLetters, Scan, 32, 6};
+constinit const PathDataScanner kAVX2PathDataScanner = {CanRun, CountPathDataLetters, Scan, 32,
+                                                        kMostPathDataOverrun};
 
 } // namespace ozm
 

@@ -14,12 +14,13 @@
 
 namespace ozm {
 
-/// Characters by their classes; none of characters behind the text.
+/// Characters by their classes. Behind the text may be others, but nothing else.
 struct CharacterMasks {
     uint64_t digits, points, minuses, commas, letters, others;
 };
 
-/// Where the numbers of a block are, without their signs. A number that goes on behind the block has no end.
+/// Where the numbers of a block are, without their signs, in the words that one scanner or the other goes by.
+/// A number that goes on behind the block has no end.
 struct NumberMasks {
     uint64_t starts;
     uint64_t integerEnds;    ///< Of all numbers: their points, or their ends where they have none.

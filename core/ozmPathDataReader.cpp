@@ -280,8 +280,9 @@ private:
 
 } // namespace
 
-const PathDataScanner* FindPathDataScanner(size_t length, size_t readableBehind) {
-    for (const PathDataScanner* const scanner : PathDataScanners()) {
+const PathDataScanner* ChoosePathDataScanner(std::span<const PathDataScanner* const> scanners, size_t length,
+                                             size_t readableBehind) {
+    for (const PathDataScanner* const scanner : scanners) {
         if (length >= scanner->leastText && readableBehind >= scanner->overrun) return scanner;
     }
     return nullptr;

@@ -6,6 +6,7 @@
 #include "ozmPathDataBlock.h"
 
 #include <cstddef>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -14,9 +15,10 @@ namespace ozm {
 /// The letters of all commands that count from the current point.
 inline constexpr std::string_view kRelativePathCommands = "mzlhvcsqta";
 
-/// The fastest scanner for a text of `length` characters with `readableBehind` more behind it that may be
-/// read; null where there is none.
-const PathDataScanner* FindPathDataScanner(size_t length, size_t readableBehind);
+/// The first of the scanners that takes a text of `length` characters with `readableBehind` more behind it
+/// that may be read; null where there is none.
+const PathDataScanner* ChoosePathDataScanner(std::span<const PathDataScanner* const> scanners, size_t length,
+                                             size_t readableBehind);
 
 /// Appends what path data draws to `commands`, up to the first character that cannot begin a command. Reads
 /// number by number without a scanner; with one, whose `leastText` and `overrun` have to be met, the result

@@ -10,6 +10,7 @@ namespace {
 
 /// The shortest end of a document behind the value of an attribute of an element below its root.
 constexpr size_t kLeastMarkupBehind = std::string_view("\"/></>").size();
+static_assert(kLeastMarkupBehind >= kMostPathDataOverrun, "documents would be read without that scanner");
 
 } // namespace
 
@@ -18,7 +19,7 @@ bool SVGParser::PathCommandIsRelative(char letter) const {
 }
 
 void SVGParser::ParsePathData(StringView text, Path& path) {
-    ReadPathData(text, path.commands, FindPathDataScanner(text.length, 0));
+    ReadPathData(text, path.commands, ChoosePathDataScanner(PathDataScanners(), text.length, 0));
 }
 
 std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {
@@ -41,7 +42,7 @@ int64_t SVGParser::ProcessPathNode(const XMLNode& node) {
     const uint64_t index = AddElement(Element::Type::Path);
     const size_t readableBehind = m_isParsing ? kLeastMarkupBehind : 0;
     ReadPathData(data, document->elements[index].path.commands,
-                 FindPathDataScanner(data.length, readableBehind));
+                 ChoosePathDataScanner(PathDataScanners(), data.length, readableBehind));
     ProcessCommonAttributes(index, node);
     return static_cast<int64_t>(index);
 }

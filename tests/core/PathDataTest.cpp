@@ -21,9 +21,11 @@ std::string PathText(const std::string& data) {
 }
 
 /// Without a scanner, number by number.
-std::string ScannedPathText(const std::string& data, const PathDataScanner* scanner) {
+std::string ScannedPathText(std::string data, const PathDataScanner* scanner) {
+    const size_t length = data.size();
+    if (scanner) data.append(scanner->overrun, '7');
     Path path;
-    ReadPathData(data, path.commands, scanner);
+    ReadPathData({data.data(), length}, path.commands, scanner);
     return test::Text(path);
 }
 
@@ -156,6 +158,16 @@ TEST(ParsePathData, ReadsAlikeWithEveryScanner) {
             }
         }
     }
+}
+
+TEST(ParsePathData, ChoosesTheFirstScannerThatTakesTheText) {
+    constexpr PathDataScanner fast{nullptr, nullptr, nullptr, 32, 6}, slow{nullptr, nullptr, nullptr, 8, 0};
+    const PathDataScanner* const both[] = {&fast, &slow};
+    EXPECT_EQ(ChoosePathDataScanner(both, 32, 6), &fast);
+    EXPECT_EQ(ChoosePathDataScanner(both, 31, 6), &slow);
+    EXPECT_EQ(ChoosePathDataScanner(both, 32, 5), &slow);
+    EXPECT_EQ(ChoosePathDataScanner(both, 7, 6), nullptr);
+    EXPECT_EQ(ChoosePathDataScanner({}, 32, 6), nullptr);
 }
 
 TEST(ParsePathCommandArguments, ReadsNumberLists) {
