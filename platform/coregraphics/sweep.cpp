@@ -201,14 +201,10 @@ public:
 
     HWY_INLINE void block(int x, const hn::Vec<Ints> (&alphas)[kGroups]) {
         uint8_t* const pixels = m_row + 4 * static_cast<size_t>(x);
-        if (x + kBlock <= m_width) {
-            for (int i = 0; i < kGroups; ++i) mixGroup(pixels + 4 * kGroup * i, alphas[i]);
-        } else {
-            alignas(64) uint8_t rest[4 * kBlock] = {};
-            const size_t size = 4 * static_cast<size_t>(m_width - x);
-            std::memcpy(rest, pixels, size);
-            for (int i = 0; i < kGroups; ++i) mixGroup(rest + 4 * kGroup * i, alphas[i]);
-            std::memcpy(pixels, rest, size);
+        if (x + kBlock > m_width) return mixFirst(pixels, static_cast<size_t>(m_width - x), alphas);
+        for (int i = 0; i < kGroups; ++i) {
+            uint8_t* const group = pixels + 4 * kGroup * i;
+            hn::StoreU(mix(hn::LoadU(D8(), group), alphas[i]), D8(), group);
         }
     }
 
@@ -216,9 +212,31 @@ private:
     using D8 = hn::Repartition<uint8_t, Ints>;
     using D16 = hn::Repartition<uint16_t, Ints>;
 
-    HWY_INLINE void mixGroup(uint8_t* pixels, hn::Vec<Ints> alphas) const {
+    /// The first n pixels of a block that reaches beyond the row.
+    HWY_INLINE void mixFirst(uint8_t* pixels, size_t n, const hn::Vec<Ints> (&alphas)[kGroups]) const {
+        if constexpr (kGroup > kNarrow) {
+            constexpr size_t kStep = kGroup;
+            const hn::Rebind<uint32_t, Ints> d32;
+            for (size_t i = 0; i < kGroups && n > i * kStep; ++i) {
+                const auto some = hn::FirstN(d32, n - i * kStep);
+                auto* const group = reinterpret_cast<uint32_t*>(pixels) + i * kStep;
+                const auto under = hn::BitCast(D8(), hn::MaskedLoad(some, d32, group));
+                hn::BlendedStore(hn::BitCast(d32, mix(under, alphas[i])), some, d32, group);
+            }
+        } else { // vectors too small for masks of their own
+            alignas(16) uint8_t rest[4 * kBlock] = {};
+            std::memcpy(rest, pixels, 4 * n);
+            for (int i = 0; i < kGroups; ++i) {
+                uint8_t* const group = rest + 4 * kGroup * i;
+                hn::Store(mix(hn::Load(D8(), group), alphas[i]), D8(), group);
+            }
+            std::memcpy(pixels, rest, 4 * n);
+        }
+    }
+
+    HWY_INLINE hn::Vec<D8> mix(hn::Vec<D8> pixels, hn::Vec<Ints> alphas) const {
         const D16 d;
-        const auto under = hn::BitCast(d, hn::LoadU(D8(), pixels));
+        const auto under = hn::BitCast(d, pixels);
         const auto alpha = hn::BitCast(d, hn::Or(alphas, hn::ShiftLeft<16>(alphas)));
         const auto all = hn::Set(d, uint16_t{255});
         auto even = hn::Mul(m_even, alpha), odd = hn::Mul(m_odd, alpha), inverse = hn::Sub(all, alpha);
@@ -227,7 +245,7 @@ private:
             odd = hn::Mul(Div255(d, odd), all);
             inverse = hn::Sub(all, Div255(d, hn::Mul(m_alpha, alpha)));
         }
-        hn::StoreU(hn::BitCast(D8(), MixBytes(d, under, inverse, even, odd)), D8(), pixels);
+        return hn::BitCast(D8(), MixBytes(d, under, inverse, even, odd));
     }
 
     HWY_NOINLINE void mixSpan(uint8_t* pixels, size_t n, uint16_t alpha) const {

@@ -1,6 +1,8 @@
 // Clips, gradients, images, blending and bitmaps, by pixels.
 #include "canvas.h"
 
+#include "sweep.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -212,13 +214,24 @@ TEST(Bitmap, RefusesWhatItCannotHold) {
 }
 
 TEST(Bitmap, DrawsIntoTheCallersMemoryAndLeavesThePaddingAlone) {
-    std::vector<uint8_t> memory(40 * 8, 0x5A);
-    for (size_t y = 0; y < 8; ++y) std::memset(memory.data() + 40 * y, 0, 32);
     const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
-    const Owned<CGContextRef> c(CGBitmapContextCreate(memory.data(), 8, 8, 8, 40, space, 2));
-    CGContextFillRect(c, kAll);
-    for (size_t i = 0; i < memory.size(); ++i)
-        ASSERT_EQ(memory[i], i % 40 >= 32 ? 0x5A : i % 4 == 0 ? 255 : 0) << i;
+    for (const ozcg::VectorCode* const code : ozcg::vectorCodes()) {
+        ozcg::chooseVectorCode(code);
+        for (size_t width = 1; width <= 40; ++width) {
+            const size_t used = 4 * width, rowBytes = used + 8;
+            std::vector<uint8_t> memory(rowBytes * 8, 0x5A);
+            for (size_t y = 0; y < 8; ++y) std::memset(memory.data() + rowBytes * y, 0, used);
+            const Owned<CGContextRef> c(
+                CGBitmapContextCreate(memory.data(), width, 8, 8, rowBytes, space, 2));
+            CGContextFillRect(c, CGRectMake(-4, -4, 100, 100));
+            for (size_t i = 0; i < memory.size(); ++i)
+                ASSERT_EQ(memory[i], i % rowBytes >= used    ? 0x5A
+                                     : i % rowBytes % 4 == 0 ? 255
+                                                             : 0)
+                    << code->instructionSet << ", " << width << " pixels wide, byte " << i;
+        }
+    }
+    ozcg::chooseVectorCode(nullptr);
 }
 
 TEST(Bitmap, SnapshotsDoNotChange) {
