@@ -46,7 +46,7 @@ void CoverageAccumulator::begin(const IntRect& box) {
     m_wordsPerRow = static_cast<size_t>((blocks + 63) / 64);
     const auto rows = static_cast<size_t>(height + kPadRows);
     makeRoom(m_cells, m_cellCapacity, rows * m_stride);
-    makeRoom(m_words, m_wordCapacity, rows * m_wordsPerRow);
+    makeRoom(m_words, m_wordCapacity, rows * m_wordsPerRow + 1); // marks are read in pairs of bytes
     m_patience.renew();
     m_box = box;
     m_width = width;
@@ -80,6 +80,17 @@ struct Row {
         const int block = cell >> kBlockShift;
         touched[block >> 6] |= uint64_t{1} << (block & 63);
     }
+    /// Marks the block of a cell and that of the cell `distance` behind it, 1 to 15. Both bits lie in one of
+    /// the pairs of bytes that begin at every byte, as words are little-endian.
+    void markPair(int cell, int distance) const {
+        const int block = cell >> kBlockShift, last = (1 << kBlockShift) - 1;
+        const int next = ((cell & last) + distance) >> kBlockShift;
+        char* const place = reinterpret_cast<char*>(touched) + (block >> 3);
+        uint16_t bits;
+        std::memcpy(&bits, place, sizeof bits);
+        bits = static_cast<uint16_t>(bits | (1 + 2 * next) << (block & 7));
+        std::memcpy(place, &bits, sizeof bits);
+    }
     void markAll(int from, int to) const {
         for (int cell = from; cell < to; cell += 1 << kBlockShift) mark(cell);
         mark(to);
@@ -91,7 +102,7 @@ struct Row {
 
 // A piece within two columns. The third cell gets the triangle that reaches beyond the second column's start,
 // which lies over a part of the piece; `steepness` is the height per width of the whole edge.
-inline void addNarrowPiece(const Row& row, float left, float right, float height, float steepness) {
+inline void addNarrowPiece(Row row, float left, float right, float height, float steepness) {
     const int first = static_cast<int>(left);
     const float start = left - static_cast<float>(first), end = right - static_cast<float>(first);
     const float over = end > 1.0f ? end - 1.0f : 0.0f;
@@ -103,12 +114,11 @@ inline void addNarrowPiece(const Row& row, float left, float right, float height
     c[0] += height - moment + third;
     c[1] += moment - 2.0f * third;
     c[2] += third;
-    row.mark(first);
-    row.mark(first + 2);
+    row.markPair(first, 2);
 }
 
 // A piece of any width. The area grows as a parabola in the first and last column and linearly in between.
-void addWidePiece(const Row& row, float left, float right, float height, float steepness) {
+void addWidePiece(Row row, float left, float right, float height, float steepness) {
     const int first = static_cast<int>(left);
     const float start = left - static_cast<float>(first), end = right - static_cast<float>(first);
     int columns = static_cast<int>(end);
@@ -127,7 +137,7 @@ void addWidePiece(const Row& row, float left, float right, float height, float s
     row.markAll(first, first + columns);
 }
 
-inline void addPiece(const Row& row, float xa, float xb, float height, float steepness) {
+inline void addPiece(Row row, float xa, float xb, float height, float steepness) {
     const float left = xa < xb ? xa : xb, right = xa < xb ? xb : xa;
     if (right - left <= 1.0f)
         addNarrowPiece(row, left, right, height, steepness);
@@ -136,7 +146,7 @@ inline void addPiece(const Row& row, float xa, float xb, float height, float ste
 }
 
 // An edge that is shorter than a row.
-inline void addShortEdge(const Row& row, float x0, float x1, float height) {
+inline void addShortEdge(Row row, float x0, float x1, float height) {
     const float left = x0 < x1 ? x0 : x1, right = x0 < x1 ? x1 : x0;
     const int first = static_cast<int>(left);
     const float origin = static_cast<float>(first);
@@ -145,8 +155,7 @@ inline void addShortEdge(const Row& row, float x0, float x1, float height) {
         float* const c = row.cells + first;
         c[0] += height - moment;
         c[1] += moment;
-        row.mark(first);
-        row.mark(first + 1);
+        row.markPair(first, 1);
     } else {
         addPiece(row, left, right, height, std::abs(height) / (right - left));
     }
@@ -186,18 +195,18 @@ void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, fl
     addPiece(at, x0, enter, direction * inFirst, steepness);
     const int rows = last - first - 1; // that it crosses whole
     m_patience.spend(rows);
-    float x = enter;
+    float x = enter, crossed = 0; // rows, counted in floats, which are exact
     for (int i = 1; i <= rows; ++i) {
         at.cells += stride;
         at.touched += wordsPerRow;
-        const float next = enter + slope * static_cast<float>(i);
+        crossed += 1.0f;
+        const float next = enter + slope * crossed;
         const int column = static_cast<int>(x);
         if (column == static_cast<int>(next)) {
             const float moment = direction * (0.5f * (x + next) - static_cast<float>(column));
             at.cells[column] += direction - moment;
             at.cells[column + 1] += moment;
-            at.mark(column);
-            at.mark(column + 1);
+            at.markPair(column, 1);
         } else {
             addPiece(at, x, next, direction, steepness);
         }
