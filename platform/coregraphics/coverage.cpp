@@ -1,5 +1,7 @@
 #include "coverage.h"
 
+#include "float_min_max.h"
+
 #include <bit>
 #include <cmath>
 #include <cstdlib>
@@ -105,7 +107,7 @@ struct Row {
 inline void addNarrowPiece(Row row, float left, float right, float height, float steepness) {
     const int first = static_cast<int>(left);
     const float start = left - static_cast<float>(first), end = right - static_cast<float>(first);
-    const float over = end > 1.0f ? end - 1.0f : 0.0f;
+    const float over = maxOf(end - 1.0f, 0.0f);
     // The share is at most all; written so that infinity times 0 counts as all.
     const float share = over * steepness < 1.0f ? over * steepness : 1.0f;
     const float third = std::copysign(0.5f, height) * over * share;
@@ -138,7 +140,7 @@ void addWidePiece(Row row, float left, float right, float height, float steepnes
 }
 
 inline void addPiece(Row row, float xa, float xb, float height, float steepness) {
-    const float left = xa < xb ? xa : xb, right = xa < xb ? xb : xa;
+    const float left = minOf(xa, xb), right = maxOf(xa, xb);
     if (right - left <= 1.0f)
         addNarrowPiece(row, left, right, height, steepness);
     else
@@ -147,7 +149,7 @@ inline void addPiece(Row row, float xa, float xb, float height, float steepness)
 
 // An edge that is shorter than a row.
 inline void addShortEdge(Row row, float x0, float x1, float height) {
-    const float left = x0 < x1 ? x0 : x1, right = x0 < x1 ? x1 : x0;
+    const float left = minOf(x0, x1), right = maxOf(x0, x1);
     const int first = static_cast<int>(left);
     const float origin = static_cast<float>(first);
     if (right <= origin + 1.0f) {

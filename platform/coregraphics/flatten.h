@@ -29,8 +29,10 @@ struct Cubic {
 
 /// Number of equal parameter steps whose chords stay within `tolerance` of the curve: Wang's bound, from the
 /// second differences of the control points (G.-Z. Wang, 1984). At least 1.
+///
+/// Inlined, so that a constant tolerance costs no division.
 template <typename T>
-int chordCount(const Cubic<T>& c, T tolerance) {
+[[gnu::always_inline]] inline int chordCount(const Cubic<T>& c, T tolerance) {
     const T perBend = T(0.75) / tolerance;
     const T ux = perBend * (c.p0.x - 2 * c.p1.x + c.p2.x), uy = perBend * (c.p0.y - 2 * c.p1.y + c.p2.y);
     const T vx = perBend * (c.p1.x - 2 * c.p2.x + c.p3.x), vy = perBend * (c.p1.y - 2 * c.p2.y + c.p3.y);

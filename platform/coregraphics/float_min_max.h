@@ -1,0 +1,20 @@
+#pragma once
+
+#if defined(__SSE__)
+#include <immintrin.h>
+#endif
+
+namespace ozcg {
+
+// The smaller and the larger of two floats, neither a NaN, without a branch: compilers join the two
+// comparisons of a pair into one branch, which edges in all directions mispredict.
+
+#if defined(__SSE__)
+inline float minOf(float a, float b) { return _mm_cvtss_f32(_mm_min_ss(_mm_set_ss(a), _mm_set_ss(b))); }
+inline float maxOf(float a, float b) { return _mm_cvtss_f32(_mm_max_ss(_mm_set_ss(a), _mm_set_ss(b))); }
+#else
+inline float minOf(float a, float b) { return a < b ? a : b; }
+inline float maxOf(float a, float b) { return a > b ? a : b; }
+#endif
+
+} // namespace ozcg
