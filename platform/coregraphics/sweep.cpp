@@ -51,11 +51,17 @@ HWY_INLINE Lanes16<D16> EvenBytes(D16 d, Lanes16<D16> v) {
     return hn::And(v, hn::Set(d, uint16_t{0xFF}));
 }
 
+// v / 255 to the nearest in the upper byte, for v up to 255 * 255; something else in the lower one.
+template <class D16>
+HWY_INLINE Lanes16<D16> Times256Div255(D16 d, Lanes16<D16> v) {
+    v = hn::Add(v, hn::Set(d, uint16_t{128}));
+    return hn::Add(v, hn::ShiftRight<8>(v));
+}
+
 // v / 255 to the nearest, for v up to 255 * 255.
 template <class D16>
 HWY_INLINE Lanes16<D16> Div255(D16 d, Lanes16<D16> v) {
-    v = hn::Add(v, hn::Set(d, uint16_t{128}));
-    return hn::ShiftRight<8>(hn::Add(v, hn::ShiftRight<8>(v)));
+    return hn::ShiftRight<8>(Times256Div255(d, v));
 }
 
 // The bytes of `pixels` times `inverse` plus `even` and `odd` (all in 1/255), rounded once.
@@ -63,8 +69,8 @@ template <class D16>
 HWY_INLINE Lanes16<D16> MixBytes(D16 d, Lanes16<D16> pixels, Lanes16<D16> inverse, Lanes16<D16> even,
                                  Lanes16<D16> odd) {
     const auto lo = Div255(d, hn::Add(even, hn::Mul(EvenBytes(d, pixels), inverse)));
-    const auto hi = Div255(d, hn::Add(odd, hn::Mul(hn::ShiftRight<8>(pixels), inverse)));
-    return hn::Or(lo, hn::ShiftLeft<8>(hi));
+    const auto hi = Times256Div255(d, hn::Add(odd, hn::Mul(hn::ShiftRight<8>(pixels), inverse)));
+    return hn::OrAnd(lo, hi, hn::Set(d, uint16_t{0xFF00}));
 }
 
 // Calls kernel(d8, pointer to whole vectors of pixels) over n pixels, with a copy where the last are too few.
@@ -103,7 +109,10 @@ HWY_INLINE hn::Vec<Ints> Alpha(hn::Vec<Floats> area) {
         area = hn::NegMulAdd(turns, two, area);
         area = hn::Min(area, hn::Sub(two, area));
     }
-    return hn::NearestInt(hn::Mul(hn::Min(area, hn::Set(d, 1.0f)), hn::Set(d, 255.0f)));
+    // The floats from 2^23 to 2^24 are the integers, to the nearest of which a sum is rounded.
+    const auto scaled = hn::Mul(hn::Min(area, hn::Set(d, 1.0f)), hn::Set(d, 255.0f));
+    const auto alpha = hn::Add(scaled, hn::Set(d, 8388608.0f));
+    return hn::And(hn::BitCast(Ints(), alpha), hn::Set(Ints(), 255));
 }
 
 // Sums along a vector; `total` becomes the sum of all of it in every lane.
