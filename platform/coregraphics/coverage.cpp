@@ -102,64 +102,70 @@ struct Row {
 // Every piece of an edge inside one pixel row adds its signed height to the row's cells, so that their
 // running sum is the area to the right of the piece, and so that their first moment is the piece's mean x.
 
+/// The columns that a piece of an edge crosses.
+struct Columns {
+    int first;
+    float start, end; ///< From the left side of the first column.
+
+    Columns(float xa, float xb) {
+        const float left = minOf(xa, xb), right = maxOf(xa, xb);
+        first = static_cast<int>(left);
+        start = left - static_cast<float>(first);
+        end = right - static_cast<float>(first);
+    }
+};
+
 // A piece within two columns. The third cell gets the triangle that reaches beyond the second column's start,
 // which lies over a part of the piece; `steepness` is the height per width of the whole edge.
-inline void addNarrowPiece(Row row, float left, float right, float height, float steepness) {
-    const int first = static_cast<int>(left);
-    const float start = left - static_cast<float>(first), end = right - static_cast<float>(first);
-    const float over = maxOf(end - 1.0f, 0.0f);
+inline void addNarrowPiece(Row row, Columns x, float height, float steepness) {
+    const float over = maxOf(x.end - 1.0f, 0.0f);
     // The share is at most all; written so that infinity times 0 counts as all.
     const float share = over * steepness < 1.0f ? over * steepness : 1.0f;
     const float third = std::copysign(0.5f, height) * over * share;
-    const float moment = 0.5f * height * (start + end);
-    float* const c = row.cells + first;
+    const float moment = 0.5f * height * (x.start + x.end);
+    float* const c = row.cells + x.first;
     c[0] += height - moment + third;
     c[1] += moment - 2.0f * third;
     c[2] += third;
-    row.markPair(first, 2);
+    row.markPair(x.first, 2);
 }
 
-// A piece of any width. The area grows as a parabola in the first and last column and linearly in between.
-void addWidePiece(Row row, float left, float right, float height, float steepness) {
-    const int first = static_cast<int>(left);
-    const float start = left - static_cast<float>(first), end = right - static_cast<float>(first);
-    int columns = static_cast<int>(end);
-    if (static_cast<float>(columns) < end) ++columns;
-    if (columns <= 2) return addNarrowPiece(row, left, right, height, steepness);
+// A piece of more than two columns. The area grows as a parabola in the first and last column and linearly in
+// between.
+void addWidePiece(Row row, Columns x, float height, float steepness) {
+    int columns = static_cast<int>(x.end);
+    if (static_cast<float>(columns) < x.end) ++columns;
     const float step = std::copysign(steepness, height); // of the area per column
-    const float inFirst = 1.0f - start, inLast = end - static_cast<float>(columns - 1);
-    const float areaFirst = 0.5f * step * inFirst * inFirst, areaSecond = step * (1.5f - start);
+    const float inFirst = 1.0f - x.start, inLast = x.end - static_cast<float>(columns - 1);
+    const float areaFirst = 0.5f * step * inFirst * inFirst, areaSecond = step * (1.5f - x.start);
     const float areaLast = 0.5f * step * inLast * inLast;
-    float* const c = row.cells + first;
+    float* const c = row.cells + x.first;
     c[0] += areaFirst;
     c[1] += areaSecond - areaFirst;
     for (int i = 2; i < columns - 1; ++i) c[i] += step;
     c[columns - 1] += height - areaSecond - static_cast<float>(columns - 3) * step - areaLast;
     c[columns] += areaLast;
-    row.markAll(first, first + columns);
+    row.markAll(x.first, x.first + columns);
 }
 
-inline void addPiece(Row row, float xa, float xb, float height, float steepness) {
-    const float left = minOf(xa, xb), right = maxOf(xa, xb);
-    if (right - left <= 1.0f)
-        addNarrowPiece(row, left, right, height, steepness);
+inline void addPiece(Row row, Columns x, float height, float steepness) {
+    if (x.end <= 2.0f)
+        addNarrowPiece(row, x, height, steepness);
     else
-        addWidePiece(row, left, right, height, steepness);
+        addWidePiece(row, x, height, steepness);
 }
 
 // An edge that is shorter than a row.
 inline void addShortEdge(Row row, float x0, float x1, float height) {
-    const float left = minOf(x0, x1), right = maxOf(x0, x1);
-    const int first = static_cast<int>(left);
-    const float origin = static_cast<float>(first);
-    if (right <= origin + 1.0f) {
-        const float moment = 0.5f * height * (left + right - 2.0f * origin);
-        float* const c = row.cells + first;
+    const Columns x(x0, x1);
+    if (x.end <= 1.0f) {
+        const float moment = 0.5f * height * (x.start + x.end);
+        float* const c = row.cells + x.first;
         c[0] += height - moment;
         c[1] += moment;
-        row.markPair(first, 1);
+        row.markPair(x.first, 1);
     } else {
-        addPiece(row, left, right, height, std::abs(height) / (right - left));
+        addPiece(row, x, height, std::abs(height / (x1 - x0)));
     }
 }
 
@@ -194,7 +200,7 @@ void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, fl
     const float slope = (x1 - x0) / (y1 - y0), steepness = std::abs((y1 - y0) / (x1 - x0));
     const float inFirst = static_cast<float>(first + 1) - y0, inLast = y1 - static_cast<float>(last);
     const float enter = x0 + slope * inFirst;
-    addPiece(at, x0, enter, direction * inFirst, steepness);
+    addPiece(at, {x0, enter}, direction * inFirst, steepness);
     const int rows = last - first - 1; // that it crosses whole
     m_patience.spend(rows);
     float x = enter, crossed = 0; // rows, counted in floats, which are exact
@@ -210,13 +216,13 @@ void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, fl
             at.cells[column + 1] += moment;
             at.markPair(column, 1);
         } else {
-            addPiece(at, x, next, direction, steepness);
+            addPiece(at, {x, next}, direction, steepness);
         }
         x = next;
     }
     at.cells += stride;
     at.touched += wordsPerRow;
-    addPiece(at, x1 - slope * inLast, x1, direction * inLast, steepness);
+    addPiece(at, {x1 - slope * inLast, x1}, direction * inLast, steepness);
 }
 
 void CoverageAccumulator::addClipped(double x0, double y0, double x1, double y1) {
