@@ -158,15 +158,7 @@ inline void addPiece(Row row, Columns x, float height, float steepness) {
 // An edge that is shorter than a row.
 inline void addShortEdge(Row row, float x0, float x1, float height) {
     const Columns x(x0, x1);
-    if (x.end <= 1.0f) {
-        const float moment = 0.5f * height * (x.start + x.end);
-        float* const c = row.cells + x.first;
-        c[0] += height - moment;
-        c[1] += moment;
-        row.markPair(x.first, 1);
-    } else {
-        addPiece(row, x, height, std::abs(height / (x1 - x0)));
-    }
+    addPiece(row, x, height, std::abs(height / (x1 - x0)));
 }
 
 } // namespace
