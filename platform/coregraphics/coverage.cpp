@@ -132,27 +132,27 @@ inline void addNarrowPiece(Row row, Columns x, float height, float steepness) {
 
 // A piece of more than two columns. The area grows as a parabola in the first and last column and linearly in
 // between.
-void addWidePiece(Row row, Columns x, float height, float steepness) {
-    int columns = static_cast<int>(x.end);
-    if (static_cast<float>(columns) < x.end) ++columns;
+void addWidePiece(Row row, int first, float start, float end, float height, float steepness) {
+    int columns = static_cast<int>(end);
+    if (static_cast<float>(columns) < end) ++columns;
     const float step = std::copysign(steepness, height); // of the area per column
-    const float inFirst = 1.0f - x.start, inLast = x.end - static_cast<float>(columns - 1);
-    const float areaFirst = 0.5f * step * inFirst * inFirst, areaSecond = step * (1.5f - x.start);
+    const float inFirst = 1.0f - start, inLast = end - static_cast<float>(columns - 1);
+    const float areaFirst = 0.5f * step * inFirst * inFirst, areaSecond = step * (1.5f - start);
     const float areaLast = 0.5f * step * inLast * inLast;
-    float* const c = row.cells + x.first;
+    float* const c = row.cells + first;
     c[0] += areaFirst;
     c[1] += areaSecond - areaFirst;
     for (int i = 2; i < columns - 1; ++i) c[i] += step;
     c[columns - 1] += height - areaSecond - static_cast<float>(columns - 3) * step - areaLast;
     c[columns] += areaLast;
-    row.markAll(x.first, x.first + columns);
+    row.markAll(first, first + columns);
 }
 
 inline void addPiece(Row row, Columns x, float height, float steepness) {
     if (x.end <= 2.0f)
         addNarrowPiece(row, x, height, steepness);
     else
-        addWidePiece(row, x, height, steepness);
+        addWidePiece(row, x.first, x.start, x.end, height, steepness);
 }
 
 // An edge that is shorter than a row.

@@ -10,8 +10,8 @@ namespace ozcg {
 // comparisons of a pair into one branch, which edges in all directions mispredict.
 
 #if defined(__SSE__)
-inline float minOf(float a, float b) { return _mm_cvtss_f32(_mm_min_ss(_mm_set_ss(a), _mm_set_ss(b))); }
-inline float maxOf(float a, float b) { return _mm_cvtss_f32(_mm_max_ss(_mm_set_ss(a), _mm_set_ss(b))); }
+inline float minOf(float a, float b) { return _mm_cvtss_f32(_mm_min_ss(_mm_set1_ps(a), _mm_set1_ps(b))); }
+inline float maxOf(float a, float b) { return _mm_cvtss_f32(_mm_max_ss(_mm_set1_ps(a), _mm_set1_ps(b))); }
 #else
 inline float minOf(float a, float b) { return a < b ? a : b; }
 inline float maxOf(float a, float b) { return a > b ? a : b; }
