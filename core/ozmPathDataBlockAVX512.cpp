@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <immintrin.h>
+#include <string_view>
 
 #if defined(__GNUC__) && !defined(__clang__)
 // GCC 12 says so of its own header.
