@@ -73,6 +73,8 @@ void CoverageAccumulator::discardRows(int from) {
 
 namespace {
 
+static_assert(std::endian::native == std::endian::little, "marks are set by words and by bytes");
+
 /// One row of the accumulator.
 struct Row {
     float* cells;
@@ -83,7 +85,7 @@ struct Row {
         touched[block >> 6] |= uint64_t{1} << (block & 63);
     }
     /// Marks the block of a cell and that of the cell `distance` behind it, 1 to 15. Both bits lie in one of
-    /// the pairs of bytes that begin at every byte, as words are little-endian.
+    /// the pairs of bytes that begin at every byte.
     void markPair(int cell, int distance) const {
         const int block = cell >> kBlockShift, last = (1 << kBlockShift) - 1;
         const int next = ((cell & last) + distance) >> kBlockShift;

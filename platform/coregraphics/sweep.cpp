@@ -223,7 +223,7 @@ private:
 
     /// The first n pixels of a block that reaches beyond the row.
     HWY_INLINE void mixFirst(uint8_t* pixels, size_t n, const hn::Vec<Ints> (&alphas)[kGroups]) const {
-        if constexpr (kGroup > kNarrow) {
+        if constexpr (kGroup > kNarrow) { // AVX2 and AVX-512, which touch nothing that is masked out
             constexpr size_t kStep = kGroup;
             const hn::Rebind<uint32_t, Ints> d32;
             for (size_t i = 0; i < kGroups && n > i * kStep; ++i) {
@@ -232,7 +232,7 @@ private:
                 const auto under = hn::BitCast(D8(), hn::MaskedLoad(some, d32, group));
                 hn::BlendedStore(hn::BitCast(d32, mix(under, alphas[i])), some, d32, group);
             }
-        } else { // vectors too small for masks of their own
+        } else {
             alignas(16) uint8_t rest[4 * kBlock] = {};
             std::memcpy(rest, pixels, 4 * n);
             for (int i = 0; i < kGroups; ++i) {

@@ -223,6 +223,11 @@ TEST(Bitmap, DrawsIntoTheCallersMemoryAndLeavesThePaddingAlone) {
             for (size_t y = 0; y < 8; ++y) std::memset(memory.data() + rowBytes * y, 0, used);
             const Owned<CGContextRef> c(
                 CGBitmapContextCreate(memory.data(), width, 8, 8, rowBytes, space, 2));
+            // A slope whose right side goes on beyond every row's end, then all that is left.
+            CGContextMoveToPoint(c, 0, 8);
+            CGContextAddLineToPoint(c, 80, 0);
+            CGContextAddLineToPoint(c, 80, 8);
+            CGContextFillPath(c);
             CGContextFillRect(c, CGRectMake(-4, -4, 100, 100));
             for (size_t i = 0; i < memory.size(); ++i)
                 ASSERT_EQ(memory[i], i % rowBytes >= used    ? 0x5A
