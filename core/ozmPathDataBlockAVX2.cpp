@@ -3,6 +3,7 @@
 #if defined(__x86_64__)
 
 #include "ozmListNumberReader.h"
+#include "ozmPathCommandLetters.h"
 #include "ozmPathDataMasks.h"
 
 #include <algorithm>
@@ -53,6 +54,16 @@ constexpr auto kClassesByHighHalf = [] {
     classes[5] = classes[7] = kUpperRowLetter;
     return classes;
 }();
+
+constexpr bool ClassifiesLetters() {
+    for (size_t c = 0; c < 128; ++c) {
+        const auto ofClass = static_cast<uint8_t>(kClassesByLowHalf[c & 15] & kClassesByHighHalf[c >> 4]);
+        const bool isLetter = (ofClass & (kUpperRowLetter | kLowerRowLetter)) != 0;
+        if (isLetter != IsCommandLetter(static_cast<char>(c))) return false;
+    }
+    return true;
+}
+static_assert(ClassifiesLetters());
 
 OZM_AVX2 inline __m256i LoadTable(const std::array<uint8_t, 16>& table) {
     return _mm256_broadcastsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(table.data())));

@@ -3,12 +3,12 @@
 #if defined(__x86_64__)
 
 #include "ozmListNumberReader.h"
+#include "ozmPathCommandLetters.h"
 #include "ozmPathDataMasks.h"
 
 #include <algorithm>
 #include <array>
 #include <immintrin.h>
-#include <string_view>
 
 #if defined(__GNUC__) && !defined(__clang__)
 // GCC 12 says so of its own header.
@@ -51,12 +51,10 @@ enum CharacterClass : uint8_t {
 
 constexpr uint8_t ClassOf(size_t character) {
     const auto c = static_cast<char>(character);
-    if (c >= '0' && c <= '9') return kDigit;
-    if (c == '.') return kPoint;
-    if (c == '-') return kMinus;
-    if (c == ',') return kComma;
-    if (std::string_view("achlmqstvzACHLMQSTVZ").find(c) != std::string_view::npos) return kLetter;
-    return std::string_view(" \t\n\v\f\r").find(c) != std::string_view::npos ? kSpace : 0;
+    if (isNumericDigit(c)) return kDigit;
+    if (IsCommandLetter(c)) return kLetter;
+    if (IsWhitespace(c)) return kSpace;
+    return c == '.' ? kPoint : c == '-' ? kMinus : c == ',' ? kComma : 0;
 }
 
 alignas(64) constexpr auto kClassesTo63 = MakeBytes(ClassOf);

@@ -29,6 +29,7 @@ struct NumberMasks {
     unsigned next;           ///< Where the first number begins that is none of `starts`.
 };
 
+/// Notes the places of the letters, and how many of the numbers start before each.
 OZM_BIT_MANIPULATION inline void FindLetters(uint64_t letters, uint64_t starts, PathDataBlock& block) {
     block.letterCount = static_cast<size_t>(_mm_popcnt_u64(letters));
     // In fours, because then the branch that ends the loop is seldom mispredicted.

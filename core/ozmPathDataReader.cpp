@@ -2,6 +2,7 @@
 
 #include "ozmArgumentList.h"
 #include "ozmListNumberReader.h"
+#include "ozmPathCommandLetters.h"
 
 #include <algorithm>
 #include <array>
@@ -13,18 +14,6 @@ namespace ozm {
 namespace {
 
 using Point = TVec2<double>;
-
-constexpr bool IsLetter(char c) { return static_cast<unsigned char>((c | 0x20) - 'a') < 26; }
-
-/// True for the letters of `kRelativePathCommands` in either case.
-constexpr bool IsCommandLetter(char c) {
-    constexpr uint32_t kCommands = [] {
-        uint32_t bits = 0;
-        for (const char letter : kRelativePathCommands) bits |= uint32_t{1} << (letter - 'a');
-        return bits;
-    }();
-    return IsLetter(c) && ((kCommands >> ((c | 0x20) - 'a')) & 1) != 0;
-}
 
 /// How many arguments each segment of a command takes.
 template <size_t Size>
@@ -61,8 +50,7 @@ public:
     PathDataReader(StringView text, std::vector<PathCommand>& commands)
         : m_at(text.begin()), m_end(text.end()), m_commands(commands) {}
 
-    /// Stops at the first character that cannot begin a command.
-    /// Reads in blocks where there is a scanner.
+    /// Stops at the first character that cannot begin a command. Reads in blocks if there is a scanner.
     void ReadCommands(const PathDataScanner* scanner) {
         // Much of a text that is irregular all over would be read twice.
         int shortReadsLeft = 4;
@@ -126,13 +114,9 @@ private:
             m_commands.emplace_back(std::vector<Point>(1, Current()));
             return;
         }
-        case SegmentKind::Curve: {
-            const Point origin = m_origins[isRelative];
-            const BezierCurve curve = {PointAt(at + 4, origin), PointAt(at, origin), PointAt(at + 2, origin)};
-            Current() = curve.end;
-            m_commands.emplace_back(std::vector<BezierCurve>(1, curve));
+        case SegmentKind::Curve:
+            m_commands.emplace_back(std::vector<BezierCurve>(1, CurveAt(at, m_origins[isRelative])));
             return;
-        }
         case SegmentKind::Move:
             Current() = PointAt(at, m_origins[isRelative]);
             m_commands.emplace_back(PathCommand::Type::MoveTo).point = Current();
@@ -195,8 +179,10 @@ private:
     }
 
     BezierCurve CurveAt(const double* coordinates, Point origin) {
-        Current() = PointAt(coordinates + 4, origin);
-        return {Current(), PointAt(coordinates, origin), PointAt(coordinates + 2, origin)};
+        const BezierCurve curve = {PointAt(coordinates + 4, origin), PointAt(coordinates, origin),
+                                   PointAt(coordinates + 2, origin)};
+        Current() = curve.end;
+        return curve;
     }
 
     /// A new command of `count` points that are still to be set.

@@ -7,13 +7,9 @@
 
 #include <cstddef>
 #include <span>
-#include <string_view>
 #include <vector>
 
 namespace ozm {
-
-/// The letters of all commands that count from the current point.
-inline constexpr std::string_view kRelativePathCommands = "mzlhvcsqta";
 
 /// The first of the scanners that takes a text of `length` characters with `readableBehind` more behind it
 /// that may be read; null where there is none.

@@ -1,9 +1,11 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include "ozmListNumberReader.h"
+#include "ozmPathCommandLetters.h"
 #include "ozmPathDataReader.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace ozm {
 namespace {
