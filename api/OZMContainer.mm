@@ -1,6 +1,6 @@
 #import <Ozmira/OZMContainer.h>
 
-#include "OZMDispatch.h"
+#include "dispatch_helpers.h"
 
 #import <UIKit/UIKit.h>
 

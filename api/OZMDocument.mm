@@ -1,7 +1,7 @@
 #import <Ozmira/OZMDocument.h>
 
+#include "dispatch_helpers.h"
 #include "OZMConcreteDocument.h"
-#include "OZMDispatch.h"
 
 #import <Ozmira/OZMImageCache.h>
 #import <Ozmira/UIColor+OZMColor.h>

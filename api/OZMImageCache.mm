@@ -1,6 +1,6 @@
 #import <Ozmira/OZMImageCache.h>
 
-#include "OZMDispatch.h"
+#include "dispatch_helpers.h"
 
 @implementation OZMImageCacheKey
 

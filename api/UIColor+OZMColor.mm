@@ -1,6 +1,6 @@
 #import <Ozmira/UIColor+OZMColor.h>
 
-#include "OZMDispatch.h"
+#include "dispatch_helpers.h"
 
 #import <CoreImage/CoreImage.h>
 

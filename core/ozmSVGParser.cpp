@@ -1,8 +1,8 @@
 #include <Ozmira/ozmLimits.h>
 #include <Ozmira/SVG/ozmSVGParser.h>
 
-#include "ozmElementAttributes.h"
-#include "ozmNestingDepth.h"
+#include "svg/element_attributes.h"
+#include "svg/nesting_depth.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include <Ozmira/ozmStringUtils.h>
 
-#include "ozmNumberReader.h"
-#include "ozmStrtod.h"
+#include "numbers/number_reader.h"
+#include "numbers/strtod.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 // A random sequence of drawing-library calls with wild numbers, on a small bitmap.
 #include <CoreGraphics/CoreGraphics.h>
-#include <CoreGraphics/OZInterrupt.h>
+#include <CoreGraphics/OZMInterrupt.h>
 
 #include "require.h"
 
@@ -107,7 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const CGFloat colors[] = {1, 0, 0, 1, 0, 0.5, 1, 0.3}, locations[] = {in.number(), in.number()};
     const CGGradientRef gradient = CGGradientCreateWithColorComponents(space, colors, locations, 2);
     // Some give paths up that take long.
-    OZSetDrawingInterrupt(
+    OZMSetDrawingInterrupt(
         choice < 192 ? nullptr : [](void*) { return true; }, nullptr);
     for (int calls = 0; calls < 200 && !in.empty(); ++calls) draw(c, in, gradient);
     const size_t alpha = format == first ? 0 : 3;

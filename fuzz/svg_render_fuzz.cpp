@@ -1,8 +1,8 @@
 // From any text to pixels.
-#include "drawing_cost.h"
-#include "errors.h"
+#include "base/errors.h"
+#include "base/tool_limits.h"
+#include "report/drawing_cost.h"
 #include "require.h"
-#include "tool_limits.h"
 
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
 #include <Ozmira/SVG/ozmSVGParser.h>

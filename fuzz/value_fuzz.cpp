@@ -1,5 +1,5 @@
 // Every value syntax on its own: the first byte chooses the operation, the rest is its text.
-#include "ozmPathDataReader.h"
+#include "path_data/path_data_reader.h"
 #include "require.h"
 
 #include <Ozmira/SVG/ozmSVGParser.h>

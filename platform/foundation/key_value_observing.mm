@@ -2,10 +2,10 @@
 // meanwhile does not wait. When this file is loaded there is one thread.
 #import <Foundation/Foundation.h>
 
-@interface OZKeyValueObserving : NSObject
+@interface OZMKeyValueObserving : NSObject
 @end
 
-@implementation OZKeyValueObserving
+@implementation OZMKeyValueObserving
 + (void)load {
     NSObject* const object = [[NSObject alloc] init];
     [object willChangeValueForKey:@"description"];

@@ -48,7 +48,7 @@ extern "C" const char* __tsan_default_suppressions() { return "deadlock:libgnust
 // before it released it comes before the object's dealloc, and before nothing else. A category reaches the
 // classes used before this file is loaded; changing the method's implementation would not.
 #pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
-@implementation NSObject (OZSanitizerSupport)
+@implementation NSObject (OZMSanitizerSupport)
 - (oneway void)release {
     __tsan_release(self);
     if (!NSDecrementExtraRefCountWasZero(self)) return;

@@ -1,7 +1,7 @@
 // Paths that take too long, and the way out of them.
 #include "canvas.h"
 
-#include <CoreGraphics/OZInterrupt.h>
+#include <CoreGraphics/OZMInterrupt.h>
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ struct Patience {
 // A path that takes seconds, given up at the question after `patience`; then how often it was asked.
 int questions(int patience, CGPoint far, void (*use)(CGContextRef), const Canvas& canvas) {
     Patience state = {patience};
-    OZSetDrawingInterrupt(
+    OZMSetDrawingInterrupt(
         [](void* info) {
             auto& p = *static_cast<Patience*>(info);
             return ++p.asked > p.left;
@@ -25,7 +25,7 @@ int questions(int patience, CGPoint far, void (*use)(CGContextRef), const Canvas
     for (int i = 0; i < 20'000; ++i)
         CGContextAddCurveToPoint(canvas, i % 31, far.y, far.x, i % 29, i % 23, i % 2 ? 0 : 1000);
     use(canvas);
-    OZSetDrawingInterrupt(nullptr, nullptr);
+    OZMSetDrawingInterrupt(nullptr, nullptr);
     return state.asked;
 }
 

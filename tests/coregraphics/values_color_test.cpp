@@ -1,5 +1,5 @@
-#include "gradient.h"
 #include "owned.h"
+#include "paint/gradient.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "batch_report.h"
-#include "commands.h"
-#include "errors.h"
-#include "standard_output.h"
-#include "text.h"
+#include "base/errors.h"
+#include "base/text.h"
+#include "commands/commands.h"
+#include "files/standard_output.h"
+#include "report/batch_report.h"
 
 #include <CLI/CLI.hpp>
 

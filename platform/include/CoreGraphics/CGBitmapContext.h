@@ -43,7 +43,7 @@ CGBitmapInfo CGBitmapContextGetBitmapInfo(CGContextRef context);
 /// has been short: an image holds all that was drawn, so there is none after an operation on the context, or
 /// a path that it drew, had to leave something out, nor when the thread has failed to create a path, a
 /// gradient, a colour or a colour space since it last made a bitmap context. NULL, too, when drawing was
-/// interrupted (OZInterrupt.h). The caller owns the result.
+/// interrupted (OZMInterrupt.h). The caller owns the result.
 CGImageRef CGBitmapContextCreateImage(CGContextRef context);
 
 CF_EXTERN_C_END

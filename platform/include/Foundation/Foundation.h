@@ -8,4 +8,4 @@
 #undef NS_UNAVAILABLE
 #define NS_UNAVAILABLE __attribute__((unavailable))
 
-#import <Foundation/OZCache.h>
+#import <Foundation/OZMCache.h>

@@ -1,0 +1,113 @@
+#include "context/context.h"
+
+#include <cstring>
+#include <optional>
+
+using namespace ozcg;
+
+namespace {
+
+// The widest and highest bitmap: coordinates within it are exact to 1/256 as floats.
+constexpr size_t kMaxSide = 65535;
+// The largest bitmap: 2^30 pixels, 4 GB.
+constexpr size_t kMaxPixels = size_t{1} << 30;
+constexpr size_t kRowAlignment = 16; // of rows whose length the context chooses
+
+std::optional<PixelOrder> orderOf(CGBitmapInfo info) {
+    const bool little = (info & kCGBitmapByteOrderMask) == kCGBitmapByteOrder32Little;
+    switch (info & ~uint32_t{kCGBitmapByteOrderMask}) {
+    case kCGImageAlphaPremultipliedFirst: return little ? PixelOrder::bgra : PixelOrder::argb;
+    case kCGImageAlphaPremultipliedLast: return little ? std::optional<PixelOrder>() : PixelOrder::rgba;
+    default: return {};
+    }
+}
+
+bool isKnownByteOrder(CGBitmapInfo info) {
+    const uint32_t order = info & kCGBitmapByteOrderMask;
+    return order == kCGBitmapByteOrderDefault || order == kCGBitmapByteOrder32Little ||
+           order == kCGBitmapByteOrder32Big;
+}
+
+std::optional<BitmapFormat> formatOf(size_t width, size_t height, size_t bitsPerComponent, size_t bytesPerRow,
+                                     bool mayChooseRow, CGColorSpaceRef space, CGBitmapInfo info) {
+    if (width == 0 || height == 0 || width > kMaxSide || height > kMaxSide || width * height > kMaxPixels)
+        return {};
+    if (bitsPerComponent != 8 || !space || space->components() != 3 || !isKnownByteOrder(info)) return {};
+    const std::optional<PixelOrder> order = orderOf(info);
+    if (!order) return {};
+    if (bytesPerRow == 0 && mayChooseRow)
+        bytesPerRow = (4 * width + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
+    if (bytesPerRow < 4 * width || bytesPerRow > SIZE_MAX / height) return {};
+    return BitmapFormat{width, height, bytesPerRow, info, *order};
+}
+
+size_t sizeOf(const BitmapFormat& format) { return format.bytesPerRow * format.height; }
+
+} // namespace
+
+CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
+                                   size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo) {
+    return CGBitmapContextCreateWithData(data, width, height, bitsPerComponent, bytesPerRow, space,
+                                         bitmapInfo, nullptr, nullptr);
+}
+
+CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t height, size_t bitsPerComponent,
+                                           size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo,
+                                           CGBitmapContextReleaseDataCallback releaseCallback,
+                                           void* releaseInfo) {
+    const std::optional<BitmapFormat> format =
+        formatOf(width, height, bitsPerComponent, bytesPerRow, !data, space, bitmapInfo);
+    if (!format) return nullptr;
+    missesIngredient = false;
+    if (data) {
+        const BorrowedPixels pixels = {static_cast<uint8_t*>(data), releaseCallback, releaseInfo};
+        return create<CGContext>(*format, space, pixels);
+    }
+    Ref<PixelStorage> storage = PixelStorage::create(sizeOf(*format));
+    return storage ? create<CGContext>(*format, space, std::move(storage)) : nullptr;
+}
+
+void* CGBitmapContextGetData(CGContextRef c) {
+    if (!c) return nullptr;
+    // The caller may write to them.
+    return orWhenOutOfMemory(static_cast<void*>(nullptr),
+                             [&]() -> void* { return c->surfaceForDrawing().bytes; });
+}
+
+size_t CGBitmapContextGetWidth(CGContextRef c) { return c ? c->format.width : 0; }
+
+size_t CGBitmapContextGetHeight(CGContextRef c) { return c ? c->format.height : 0; }
+
+size_t CGBitmapContextGetBitsPerComponent(CGContextRef c) { return c ? 8 : 0; }
+
+size_t CGBitmapContextGetBitsPerPixel(CGContextRef c) { return c ? 32 : 0; }
+
+size_t CGBitmapContextGetBytesPerRow(CGContextRef c) { return c ? c->format.bytesPerRow : 0; }
+
+CGColorSpaceRef CGBitmapContextGetColorSpace(CGContextRef c) { return c ? c->space.get() : nullptr; }
+
+CGImageAlphaInfo CGBitmapContextGetAlphaInfo(CGContextRef c) {
+    return static_cast<CGImageAlphaInfo>(CGBitmapContextGetBitmapInfo(c) & kCGBitmapAlphaInfoMask);
+}
+
+CGBitmapInfo CGBitmapContextGetBitmapInfo(CGContextRef c) { return c ? c->format.info : 0; }
+
+CGImageRef CGBitmapContextCreateImage(CGContextRef c) {
+    if (!c) return nullptr;
+    if (missesIngredient) c->isIncomplete = true;
+    if (c->isIncomplete) return nullptr;
+    const BitmapFormat& bitmap = c->format;
+    CGImageFormat format;
+    format.width = bitmap.width;
+    format.height = bitmap.height;
+    format.bytesPerRow = bitmap.bytesPerRow;
+    format.space = c->space;
+    format.bitmapInfo = bitmap.info;
+    format.layout = *pixelLayout(8, 32, c->space.get(), bitmap.info);
+    if (c->storage) return createImage(format, c->storage);
+    const Ref<PixelStorage> copy = PixelStorage::create(sizeOf(bitmap));
+    if (!copy) return nullptr;
+    // The caller's memory need not go on behind the last pixel.
+    std::memcpy(copy->bytes(), c->pixels(), copy->size() - bitmap.bytesPerRow + 4 * bitmap.width);
+    return createImage(format, copy);
+}

@@ -1,0 +1,87 @@
+// The drawing context: a surface, a current path, and a stack of graphics states.
+#pragma once
+
+#include "context/graphics_state.h"
+#include "image/image.h"
+#include "paint/painter.h"
+#include "raster/interrupt.h"
+
+#include <CoreGraphics/CGBitmapContext.h>
+
+#include <vector>
+
+namespace ozcg {
+
+/// What a bitmap context was made with.
+struct BitmapFormat {
+    size_t width = 0;
+    size_t height = 0;
+    size_t bytesPerRow = 0;
+    CGBitmapInfo info = 0;
+    PixelOrder order = PixelOrder::argb;
+};
+
+/// Memory of the caller's that a context draws into, and how it is given back.
+struct BorrowedPixels {
+    uint8_t* bytes = nullptr;
+    CGBitmapContextReleaseDataCallback release = nullptr;
+    void* releaseInfo = nullptr;
+};
+
+} // namespace ozcg
+
+struct CGContext final : ozcg::Object {
+    /// A context with memory of its own, or with the caller's.
+    CGContext(const ozcg::BitmapFormat& bitmapFormat, CGColorSpace* colorSpace,
+              ozcg::Ref<ozcg::PixelStorage> pixels);
+    CGContext(const ozcg::BitmapFormat& bitmapFormat, CGColorSpace* colorSpace,
+              const ozcg::BorrowedPixels& pixels);
+    ~CGContext() override;
+
+    /// The surface, ready to be written: pixels that an image shares are copied first. Throws std::bad_alloc.
+    const ozcg::Surface& surfaceForDrawing();
+    /// The first byte of the pixels.
+    uint8_t* pixels() const { return surface.bytes; }
+    /// From user space to the space the context was made with, y up.
+    CGAffineTransform userToBase() const;
+    ozcg::Compositing compositing() const;
+    /// Runs what may run out of memory or be interrupted, and is then left undone in part. Whether it was
+    /// done; what the context draws is incomplete otherwise.
+    template <class Function>
+    bool complete(Function&& function) noexcept {
+        const bool done = ozcg::orWhenOutOfMemory(false, [&] {
+            try {
+                std::forward<Function>(function)();
+                return true;
+            } catch (const ozcg::Interrupted&) {
+                return false;
+            }
+        });
+        if (!done) isIncomplete = true;
+        return done;
+    }
+
+    const ozcg::BitmapFormat format;
+    const ozcg::Ref<CGColorSpace> space;
+    ozcg::GraphicsState state;
+    std::vector<ozcg::GraphicsState> saved;
+    size_t unsaved = 0;            // how many there was no memory for, all behind the saved ones
+    ozcg::GraphicsState lastSaved; // the first of them
+    ozcg::PathData path;           // in pixels
+    bool allowsAntialiasing = true;
+    bool isIncomplete = false;             // what has been drawn: memory was short, or it was interrupted
+    ozcg::Ref<ozcg::PixelStorage> storage; // empty with the caller's memory
+
+private:
+    CGContext(const ozcg::BitmapFormat& bitmapFormat, CGColorSpace* colorSpace, uint8_t* bytes);
+
+    ozcg::BorrowedPixels m_borrowed;
+    ozcg::Surface surface;
+};
+
+namespace ozcg {
+
+/// A finite number, or something to take its place.
+constexpr double finiteOr(double value, double otherwise) { return value - value == 0 ? value : otherwise; }
+
+} // namespace ozcg

@@ -1,0 +1,131 @@
+#include "paint/clip.h"
+
+#include "base/fixed255.h"
+#include "raster/scratch.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace ozcg {
+
+namespace {
+
+// A side this close to a pixel boundary lies on it.
+constexpr double kSnap = 1.0 / 512;
+
+double snapped(double side) {
+    const double whole = std::nearbyint(side);
+    return std::abs(side - whole) < kSnap ? whole : side;
+}
+
+// How much of pixel i an interval covers.
+double overlap(int i, double from, double to) {
+    return std::clamp(std::min(i + 1.0, to) - std::max(double(i), from), 0.0, 1.0);
+}
+
+// Masks that a thread keeps for later clips: as many as clips are usually nested, and none larger than this.
+constexpr size_t kKeptMasks = 4;
+constexpr size_t kLargestKeptMask = size_t{1} << 24;
+
+} // namespace
+
+Ref<ClipMask> ClipMask::make(const IntRect& box) {
+    const bool isKept = box.area() <= kLargestKeptMask;
+    std::vector<Ref<ClipMask>>& kept = Scratch::ofThread().clipMasks;
+    // A reference of its own is all that there is to one that no clip holds any more.
+    const auto unused = std::ranges::find_if(kept, [](const auto& mask) { return mask->isUnique(); });
+    if (isKept && unused != kept.end()) {
+        (*unused)->setBox(box);
+        return *unused;
+    }
+    const auto mask = Ref<ClipMask>::adopting(new ClipMask);
+    mask->setBox(box);
+    if (isKept && kept.size() < kKeptMasks) kept.push_back(mask);
+    return mask;
+}
+
+void ClipMask::setBox(const IntRect& box) {
+    const size_t size = box.area();
+    if (size > m_capacity) {
+        m_capacity = 0;
+        m_bytes.reset();
+        m_bytes.reset(new uint8_t[size]);
+        m_capacity = size;
+    }
+    m_box = box;
+}
+
+Clip::Clip(int width, int height) { setSides(0, 0, width, height); }
+
+void Clip::setSides(double x0, double y0, double x1, double y1) {
+    if (!(x0 < x1) || !(y0 < y1)) return makeEmpty();
+    m_x0 = x0;
+    m_y0 = y0;
+    m_x1 = x1;
+    m_y1 = y1;
+    // The sides lie within a bitmap, so these fit.
+    m_outer = {static_cast<int>(std::floor(x0)), static_cast<int>(std::floor(y0)),
+               static_cast<int>(std::ceil(x1)), static_cast<int>(std::ceil(y1))};
+    m_inner = {static_cast<int>(std::ceil(x0)), static_cast<int>(std::ceil(y0)),
+               static_cast<int>(std::floor(x1)), static_cast<int>(std::floor(y1))};
+    if (m_mask) {
+        m_outer = m_outer.intersect(m_mask->box());
+        if (m_outer.empty()) makeEmpty();
+    }
+}
+
+void Clip::intersect(const CGRect& rect) {
+    const double x0 = CGRectGetMinX(rect), y0 = CGRectGetMinY(rect);
+    const double x1 = CGRectGetMaxX(rect), y1 = CGRectGetMaxY(rect);
+    setSides(std::max(m_x0, snapped(x0)), std::max(m_y0, snapped(y0)), std::min(m_x1, snapped(x1)),
+             std::min(m_y1, snapped(y1)));
+}
+
+void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) {
+    const IntRect box = shape.box();
+    const auto width = static_cast<size_t>(box.width());
+    const Ref<ClipMask> mask = ClipMask::make(box);
+    uint8_t* const line = Scratch::ofThread().coverageRowOf(box.width());
+    for (int y = 0; y < shape.height(); ++y) {
+        uint8_t* const row = mask->row(box.y0 + y);
+        std::memset(row, 0, width);
+        if (y < shape.firstRow() || y >= shape.endRow()) continue;
+        const ColumnRange range = sweepRow(shape, y, rule, line);
+        if (range.empty()) continue;
+        const auto begin = static_cast<size_t>(range.begin), n = static_cast<size_t>(range.end - range.begin);
+        std::memcpy(row + begin, line + begin, n);
+        if (!antialias)
+            std::transform(row + begin, row + begin + n, row + begin,
+                           [](uint8_t c) { return c < 128 ? 0 : 255; });
+        if (!m_mask) continue;
+        const uint8_t* const before = m_mask->row(box.y0 + y) + (box.x0 - m_mask->box().x0);
+        for (size_t i = begin; i < begin + n; ++i) row[i] = multiply255(row[i], before[i]);
+    }
+    shape.discardPadding();
+    shape.end();
+    m_mask = Ref<const ClipMask>::retaining(mask.get());
+    setSides(m_x0, m_y0, m_x1, m_y1);
+}
+
+void Clip::apply(int y, int x0, size_t n, uint8_t* coverage) const {
+    if (m_mask) {
+        const uint8_t* const mask = m_mask->row(y) + (x0 - m_mask->box().x0);
+        for (size_t i = 0; i < n; ++i) coverage[i] = multiply255(coverage[i], mask[i]);
+    }
+    if (y < m_inner.y0 || y >= m_inner.y1) {
+        const unsigned weight = to255(overlap(y, m_y0, m_y1));
+        for (size_t i = 0; i < n; ++i) coverage[i] = multiply255(coverage[i], weight);
+    }
+    const int x1 = x0 + static_cast<int>(n);
+    const auto weighColumn = [&](int x) {
+        if (x < x0 || x >= x1 || (x >= m_inner.x0 && x < m_inner.x1)) return;
+        uint8_t& c = coverage[x - x0];
+        c = multiply255(c, to255(overlap(x, m_x0, m_x1)));
+    };
+    const int first = static_cast<int>(std::floor(m_x0)), last = static_cast<int>(std::ceil(m_x1)) - 1;
+    weighColumn(first);
+    if (last != first) weighColumn(last);
+}
+
+} // namespace ozcg

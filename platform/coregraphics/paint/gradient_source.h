@@ -1,0 +1,61 @@
+#pragma once
+
+#include "paint/gradient.h"
+#include "paint/paint_source.h"
+
+#include <CoreGraphics/CGAffineTransform.h>
+
+#include <optional>
+
+namespace ozcg {
+
+/// The colours of a linear gradient.
+class LinearGradientSource final : public PaintSource {
+public:
+    /// `toPixel` takes the points to pixels. None when the points coincide, for a singular matrix, and for
+    /// numbers that are not finite.
+    static std::optional<LinearGradientSource> make(const CGGradient& gradient, CGPoint start, CGPoint end,
+                                                    CGGradientDrawingOptions options,
+                                                    const CGAffineTransform& toPixel);
+    void fetch(int x, int y, size_t n, uint32_t* rgba) override;
+
+private:
+    LinearGradientSource(const CGGradient& gradient, CGGradientDrawingOptions options)
+        : m_gradient(gradient), m_options(options) {}
+
+    const CGGradient& m_gradient;
+    CGGradientDrawingOptions m_options;
+    double m_perX = 0, m_perY = 0, m_atOrigin = 0; // position along the gradient, 0...1
+};
+
+/// The colours of a gradient between two circles: a pixel takes the colour of the circle with the greatest
+/// position that passes through it and has no negative radius.
+class RadialGradientSource final : public PaintSource {
+public:
+    struct Circle {
+        CGPoint center;
+        double radius;
+    };
+
+    /// As for the linear gradient; none also for circles that coincide or have no or a negative radius.
+    static std::optional<RadialGradientSource> make(const CGGradient& gradient, const Circle& start,
+                                                    const Circle& end, CGGradientDrawingOptions options,
+                                                    const CGAffineTransform& toPixel);
+    void fetch(int x, int y, size_t n, uint32_t* rgba) override;
+
+private:
+    RadialGradientSource(const CGGradient& gradient, CGGradientDrawingOptions options)
+        : m_gradient(gradient), m_options(options) {}
+    uint32_t colorAt(CGPoint fromStart) const;
+    bool reaches(double position) const;
+
+    const CGGradient& m_gradient;
+    CGGradientDrawingOptions m_options;
+    CGAffineTransform m_toStart{}; // from pixels to gradient space, the start circle's centre at the origin
+    CGPoint m_way{};               // from centre to centre
+    double m_startRadius = 0, m_growth = 0; // the radius at a position is m_startRadius + position * m_growth
+    double m_a = 0;                         // of the quadratic equation for the position
+    double m_inverseA = 0;                  // 0: the equation is linear
+};
+
+} // namespace ozcg

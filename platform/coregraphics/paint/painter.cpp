@@ -1,0 +1,196 @@
+#include "paint/painter.h"
+
+#include "base/fixed255.h"
+#include "base/thread_owned.h"
+#include "paint/blend.h"
+#include "raster/scratch.h"
+
+#include <algorithm>
+#include <new>
+
+namespace ozcg {
+
+Scratch& Scratch::ofThread() {
+    Scratch* const scratch = ThreadOwned<Scratch>::get();
+    if (!scratch) throw std::bad_alloc();
+    return *scratch;
+}
+
+namespace {
+
+// Larger shapes are drawn in bands, so that the accumulator stays within 32 MB.
+constexpr int64_t kMaxCells = int64_t{8} << 20;
+
+// Not as a rectangle: at great distances origin and size do not add up to the far side. The path must not be
+// empty.
+Bounds boundsOf(const PathData& path) {
+    const CGPoint first = path.points().front();
+    Bounds b = {first.x, first.y, first.x, first.y};
+    for (const CGPoint& p : path.points()) {
+        b.x0 = p.x < b.x0 ? p.x : b.x0;
+        b.y0 = p.y < b.y0 ? p.y : b.y0;
+        b.x1 = p.x > b.x1 ? p.x : b.x1;
+        b.y1 = p.y > b.y1 ? p.y : b.y1;
+    }
+    return b;
+}
+
+Bounds grown(const Bounds& b, double by) { return {b.x0 - by, b.y0 - by, b.x1 + by, b.y1 + by}; }
+
+Bounds moved(const Bounds& b, int dx, int dy) { return {b.x0 + dx, b.y0 + dy, b.x1 + dx, b.y1 + dy}; }
+
+// The pixels of `area` that the bounds touch.
+IntRect pixelsIn(const Bounds& b, const IntRect& area) {
+    return {floorClamped(b.x0, area.x0, area.x1), floorClamped(b.y0, area.y0, area.y1),
+            ceilClamped(b.x1, area.x0, area.x1), ceilClamped(b.y1, area.y0, area.y1)};
+}
+
+CGAffineTransform fromBox(const IntRect& box) {
+    return CGAffineTransformMakeTranslation(-double(box.x0), -double(box.y0));
+}
+
+// Calls paint(band) for a box or, when it is large, for parts of it from top to bottom.
+template <typename Paint>
+void forEachBand(const IntRect& box, Paint&& paint) {
+    if (box.empty()) return;
+    const auto rows =
+        static_cast<int>(std::clamp(kMaxCells / box.width(), int64_t{1}, int64_t{box.height()}));
+    for (int y = box.y0; y < box.y1; y += rows) paint(IntRect{box.x0, y, box.x1, std::min(y + rows, box.y1)});
+}
+
+template <typename Use>
+void accumulateFill(const PathData& path, const IntRect& area, Use&& use) {
+    if (path.empty()) return;
+    const Bounds bounds = boundsOf(path);
+    CoverageAccumulator& coverage = Scratch::ofThread().coverage;
+    forEachBand(pixelsIn(bounds, area), [&](const IntRect& band) {
+        coverage.begin(band);
+        addFillEdges(coverage, path, fromBox(band), moved(bounds, -band.x0, -band.y0));
+        use(coverage);
+    });
+}
+
+void scale(uint32_t* pixels, size_t n, unsigned alpha) {
+    for (size_t i = 0; i < n; ++i) {
+        const uint32_t p = pixels[i];
+        uint32_t scaled = 0;
+        for (int shift = 0; shift < 32; shift += 8)
+            scaled |= uint32_t{multiply255((p >> shift) & 0xFF, alpha)} << shift;
+        pixels[i] = scaled;
+    }
+}
+
+// Paints n pixels of a row whose coverage, before the clip, is given.
+void paintRow(const Surface& surface, const Compositing& how, PaintSource& source, int x, int y, size_t n,
+              uint8_t* coverage) {
+    if (!how.antialias)
+        std::transform(coverage, coverage + n, coverage, [](uint8_t c) { return c < 128 ? 0 : 255; });
+    how.clip.apply(y, x, n, coverage);
+    std::vector<uint32_t>& row = Scratch::ofThread().sourceRow;
+    if (row.size() < n) row.resize(n);
+    source.fetch(x, y, n, row.data());
+    const uint8_t alpha = to255(how.alpha);
+    if (alpha != 255) scale(row.data(), n, alpha);
+    blendRow(surface.pixel(x, y), row.data(), coverage, n, how.mode, surface.order);
+}
+
+void paintCoverage(const Surface& surface, const Compositing& how, PaintSource& source,
+                   CoverageAccumulator& coverage, FillRule rule) {
+    const IntRect box = coverage.box();
+    uint8_t* const row = Scratch::ofThread().coverageRowOf(box.width());
+    const int end = std::min(coverage.endRow(), coverage.height());
+    for (int y = coverage.firstRow(); y < end; ++y) {
+        const ColumnRange range = sweepRow(coverage, y, rule, row);
+        if (range.empty()) continue;
+        paintRow(surface, how, source, box.x0 + range.begin, box.y0 + y,
+                 static_cast<size_t>(range.end - range.begin), row + range.begin);
+    }
+    coverage.discardPadding();
+    coverage.end();
+}
+
+// What has been accumulated, in one colour.
+class SolidPainter {
+public:
+    SolidPainter(const Surface& surface, const Compositing& how, const Rgba& color)
+        : m_surface(surface), m_how(how), m_rgba(premultipliedPixel(color, how.alpha)) {}
+
+    /// False when the colour changes nothing.
+    bool paintsAnything() const { return m_rgba >> 24 != 0 || m_how.mode != kCGBlendModeNormal; }
+
+    void operator()(CoverageAccumulator& coverage, FillRule rule) const {
+        const IntRect& box = coverage.box();
+        if (m_how.mode == kCGBlendModeNormal && m_how.antialias && m_how.clip.holds(box)) {
+            const SolidPixel pixel = {reordered(m_rgba, m_surface.order), static_cast<uint8_t>(m_rgba >> 24)};
+            sweepSolid(coverage, rule, pixel, m_surface.pixel(box.x0, box.y0), m_surface.bytesPerRow);
+        } else {
+            SolidSource source(m_rgba);
+            Compositing how = m_how;
+            how.alpha = 1; // is part of the colour
+            paintCoverage(m_surface, how, source, coverage, rule);
+        }
+    }
+
+private:
+    const Surface& m_surface;
+    const Compositing& m_how;
+    uint32_t m_rgba;
+};
+
+} // namespace
+
+void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+              const Rgba& color) {
+    const SolidPainter paint(surface, how, color);
+    if (!paint.paintsAnything()) return;
+    accumulateFill(path, how.clip.outer(), [&](CoverageAccumulator& coverage) { paint(coverage, rule); });
+}
+
+void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+              PaintSource& source) {
+    accumulateFill(path, how.clip.outer(), [&](CoverageAccumulator& coverage) {
+        paintCoverage(surface, how, source, coverage, rule);
+    });
+}
+
+void strokePath(const Surface& surface, const Compositing& how, const PathData& path, const LineStyle& style,
+                const CGAffineTransform& ctm, const Rgba& color) {
+    const SolidPainter paint(surface, how, color);
+    if (path.empty() || !paint.paintsAnything()) return;
+    const std::optional<StrokeSpace> whole = StrokeSpace::make(style, ctm, CGAffineTransformIdentity);
+    if (!whole) return;
+    const Bounds bounds = boundsOf(path);
+    Scratch& scratch = Scratch::ofThread();
+    forEachBand(pixelsIn(grown(bounds, whole->reach), how.clip.outer()), [&](const IntRect& band) {
+        scratch.coverage.begin(band);
+        addStrokeEdges(scratch.coverage, path, whole->moved(-band.x0, -band.y0), style,
+                       moved(bounds, -band.x0, -band.y0), scratch.edges);
+        paint(scratch.coverage, FillRule::nonZero);
+    });
+}
+
+void paintClip(const Surface& surface, const Compositing& how, PaintSource& source) {
+    const IntRect& box = how.clip.outer();
+    if (box.empty()) return;
+    const auto n = static_cast<size_t>(box.width());
+    uint8_t* const row = Scratch::ofThread().coverageRowOf(box.width());
+    for (int y = box.y0; y < box.y1; ++y) {
+        std::fill_n(row, n, uint8_t{255});
+        paintRow(surface, how, source, box.x0, y, n, row);
+    }
+}
+
+void clipToPath(Clip& clip, const PathData& path, FillRule rule, bool antialias) {
+    CGRect rect;
+    if (path.empty()) return clip.makeEmpty();
+    if (isRect(path, &rect)) return clip.intersect(rect);
+    const Bounds bounds = boundsOf(path);
+    const IntRect box = pixelsIn(bounds, clip.outer());
+    if (box.empty()) return clip.makeEmpty();
+    CoverageAccumulator& coverage = Scratch::ofThread().coverage;
+    coverage.begin(box);
+    addFillEdges(coverage, path, fromBox(box), moved(bounds, -box.x0, -box.y0));
+    clip.intersect(coverage, rule, antialias);
+}
+
+} // namespace ozcg

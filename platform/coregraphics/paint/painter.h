@@ -1,0 +1,50 @@
+// Shapes onto pixels: outline, coverage, clip, colour, blending.
+#pragma once
+
+#include "image/pixel_order.h"
+#include "paint/clip.h"
+#include "paint/paint_source.h"
+#include "path/path_data.h"
+#include "stroke/stroke_space.h"
+#include "values/color.h"
+
+#include <CoreGraphics/CGContext.h>
+
+namespace ozcg {
+
+/// 8-bit premultiplied pixels to draw on; row 0 is the top.
+struct Surface {
+    uint8_t* bytes = nullptr;
+    size_t bytesPerRow = 0;
+    int width = 0;
+    int height = 0;
+    PixelOrder order = PixelOrder::argb;
+
+    uint8_t* pixel(int x, int y) const {
+        return bytes + static_cast<size_t>(y) * bytesPerRow + 4 * static_cast<size_t>(x);
+    }
+};
+
+/// How everything is put on the surface.
+struct Compositing {
+    const Clip& clip;
+    double alpha = 1; // 0...1
+    CGBlendMode mode = kCGBlendModeNormal;
+    bool antialias = true;
+};
+
+// Paths are in pixels. All of these throw std::bad_alloc and then leave the surface partly painted.
+
+void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+              const Rgba& color);
+void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+              PaintSource& source);
+/// `ctm` is what has taken the path from the space where the pen is round to pixels.
+void strokePath(const Surface& surface, const Compositing& how, const PathData& path, const LineStyle& style,
+                const CGAffineTransform& ctm, const Rgba& color);
+/// Paints all that the clip lets through.
+void paintClip(const Surface& surface, const Compositing& how, PaintSource& source);
+/// Intersects a clip with a filled path.
+void clipToPath(Clip& clip, const PathData& path, FillRule rule, bool antialias);
+
+} // namespace ozcg

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "path/flatten.h"
+
+namespace ozcg {
+
+/// A box in double precision, in whatever space its user says.
+struct Bounds {
+    double x0, y0, x1, y1;
+};
+
+/// Coordinates within this distance of the box are precise enough as floats.
+constexpr double kNearReach = 16384;
+/// Boxes larger than that are met by pieces of no less than their size over this, so that a curve has a
+/// bounded number of them: a wide pen is seen from far away.
+constexpr double kMaxPiecesAcross = 64;
+
+/// Splits a cubic that may reach far beyond `box` and calls emit(piece, meets): pieces that may meet the box
+/// are small against it or enough for floats; the others lie wholly on one side of it, so that a straight
+/// line between their ends does as well. All points must be finite.
+template <typename Emit>
+void forEachNearPiece(const Cubic<double>& c, const Bounds& box, Emit&& emit, int depth = 1100) {
+    const double near = std::max(kNearReach, std::max(box.x1 - box.x0, box.y1 - box.y0) / kMaxPiecesAcross);
+    const auto [x0, x1] = std::minmax({c.p0.x, c.p1.x, c.p2.x, c.p3.x});
+    const auto [y0, y1] = std::minmax({c.p0.y, c.p1.y, c.p2.y, c.p3.y});
+    if (x1 < box.x0 || x0 > box.x1 || y1 < box.y0 || y0 > box.y1) {
+        emit(c, false);
+    } else if (0.5 * x1 - 0.5 * x0 <= near && 0.5 * y1 - 0.5 * y0 <= near) {
+        emit(c, true);
+    } else if (depth == 0) {
+        emit(c, false);
+    } else {
+        Cubic<double> first, second;
+        halve(c, first, second);
+        forEachNearPiece(first, box, emit, depth - 1);
+        forEachNearPiece(second, box, emit, depth - 1);
+    }
+}
+
+} // namespace ozcg

@@ -1,0 +1,18 @@
+// Path objects.
+#pragma once
+
+#include "base/object.h"
+#include "path/path_data.h"
+
+#include <CoreGraphics/CGPath.h>
+
+struct CGPath final : ozcg::Object {
+    CGPath() noexcept : Object(ozcg::TypeId::path) {}
+    explicit CGPath(ozcg::PathData content) noexcept : Object(ozcg::TypeId::path), data(std::move(content)) {}
+    ~CGPath() override = default;
+
+    ozcg::PathData data;
+
+private:
+    void dispose() noexcept override;
+};

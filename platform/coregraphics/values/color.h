@@ -1,0 +1,56 @@
+// Colours, and their way into pixels.
+#pragma once
+
+#include "values/color_space.h"
+
+#include <CoreGraphics/CGColor.h>
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <span>
+
+namespace ozcg {
+
+/// Device RGB with alpha, not premultiplied. May lie outside 0...1 until it is painted.
+struct Rgba {
+    double r = 0;
+    double g = 0;
+    double b = 0;
+    double a = 1;
+};
+
+/// `value` in 0...1; NaN gives 0.
+constexpr double unit(double value) noexcept { return value > 0 ? (value < 1 ? value : 1) : 0; }
+
+/// Device RGB of a space's components, with alpha behind them.
+Rgba rgbaFromComponents(const CGColorSpace& space, const CGFloat* components) noexcept;
+
+/// The pixel of a colour whose alpha is multiplied by `alpha`: clamped, premultiplied, rounded once; bytes R,
+/// G, B, A in memory.
+uint32_t premultipliedPixel(const Rgba& color, double alpha = 1) noexcept;
+
+static_assert(std::endian::native == std::endian::little, "pixels are taken for little-endian words");
+
+/// The pixel of four bytes, which lie in memory in this order.
+constexpr uint32_t pixelOf(uint32_t r, uint32_t g, uint32_t b, uint32_t a) noexcept {
+    return r | g << 8 | b << 16 | a << 24;
+}
+
+/// Most components that a colour has: three and alpha.
+inline constexpr size_t kMaxColorComponents = 4;
+
+} // namespace ozcg
+
+struct CGColor final : ozcg::Object {
+    /// Copies the components of `space` and alpha.
+    CGColor(CGColorSpace* colorSpace, const CGFloat* values) noexcept;
+    CGColor(const CGColor& other, CGFloat alpha) noexcept;
+
+    size_t count() const noexcept { return space->components() + 1; }
+    ozcg::Rgba rgba() const noexcept { return ozcg::rgbaFromComponents(*space, components.data()); }
+    bool operator==(const CGColor& other) const noexcept;
+
+    const ozcg::Ref<CGColorSpace> space;
+    std::array<CGFloat, ozcg::kMaxColorComponents> components{}; // set once, by the constructor
+};

@@ -1,0 +1,31 @@
+// The Core Foundation values: strings, data and arrays.
+#pragma once
+
+#include "base/object.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <string_view>
+#include <vector>
+
+struct CFString final : ozcg::Object {
+    /// Text that lives for ever: a literal.
+    constexpr explicit CFString(const char* literal) noexcept : Object(ozcg::TypeId::string), text(literal) {}
+
+    const std::string_view text; // ASCII, followed by a NUL
+};
+
+struct CFData final : ozcg::Object {
+    explicit CFData(std::vector<UInt8> value) : Object(ozcg::TypeId::data), bytes(std::move(value)) {}
+
+    const std::vector<UInt8> bytes;
+};
+
+struct CFArray final : ozcg::Object {
+    /// Retains the values when they are `objects`, otherwise borrows them.
+    CFArray(std::vector<const void*> list, bool objects);
+    ~CFArray() override;
+
+    const std::vector<const void*> values;
+    const bool holdsObjects;
+};

@@ -1,0 +1,30 @@
+#include "values/data_provider.h"
+
+#include "values/data.h"
+
+using ozcg::Object;
+using ozcg::Ref;
+
+CFTypeID CGDataProviderGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::dataProvider); }
+
+CGDataProviderRef CGDataProviderCreateWithData(void* info, const void* data, size_t size,
+                                               CGDataProviderReleaseDataCallback releaseData) {
+    if (!data && size != 0) return nullptr;
+    const std::span content(static_cast<const uint8_t*>(data), size);
+    return ozcg::create<CGDataProvider>(content, releaseData, info);
+}
+
+CGDataProviderRef CGDataProviderCreateWithCFData(CFDataRef data) {
+    if (!data) return nullptr;
+    return ozcg::create<CGDataProvider>(Ref<const Object>::retaining(data), std::span(data->bytes));
+}
+
+CGDataProviderRef CGDataProviderRetain(CGDataProviderRef provider) { return ozcg::retained(provider); }
+
+void CGDataProviderRelease(CGDataProviderRef provider) { ozcg::released(provider); }
+
+CFDataRef CGDataProviderCopyData(CGDataProviderRef provider) {
+    if (!provider) return nullptr;
+    return CFDataCreate(kCFAllocatorDefault, provider->bytes.data(),
+                        static_cast<CFIndex>(provider->bytes.size()));
+}

@@ -1,0 +1,191 @@
+// Every single allocation of a parse and of a drawing fails once, alone and with all that follow it. Nothing
+// may leak, a result is whole or missing, and what comes later is right again.
+#include "allocations.h"
+#include "samples.h"
+
+#include <Ozmira/ozmDebug.h>
+#include <Ozmira/SVG/ozmSVGParser.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <new>
+#include <thread>
+
+using namespace ozm;
+using namespace ozm::test;
+
+namespace {
+
+constexpr size_t kForEver = std::numeric_limits<size_t>::max();
+
+/// Runs a function whose n-th allocation fails, for every n until none does; `after` sees what became of it.
+/// Each run has a thread of its own, whose buffers begin empty and end with it.
+template <typename Function, typename After>
+void FailEachAllocation(Function function, After after) {
+    for (const bool recovers : {true, false}) {
+        bool hasFailed = true;
+        for (size_t n = 0; hasFailed && !testing::Test::HasFailure(); ++n) {
+            SCOPED_TRACE(std::to_string(n) + (recovers ? "" : " and all that follow"));
+            const int64_t before = LiveBlocks();
+            std::thread([&] {
+                decltype(function()) result{};
+                {
+                    const FailingAllocations failing(n, recovers ? n : kForEver);
+                    try {
+                        result = function();
+                    } catch (const std::bad_alloc&) {
+                    }
+                    hasFailed = failing.HaveFailed();
+                }
+                if (!hasFailed) {
+                    EXPECT_TRUE(result) << "though nothing failed";
+                    EXPECT_GT(n, 3u);
+                }
+                after(result);
+            }).join();
+            EXPECT_EQ(LiveBlocks(), before);
+        }
+    }
+}
+
+std::string TextOf(const Document& document) {
+    std::string text = std::to_string(document.viewBox.size.x) + '\n';
+    for (const Element& element : document.elements)
+        text += element.id + to_string(element) + std::to_string(element.styleIndex) + '\n';
+    for (const Style& style : document.styles) text += std::to_string(style.properties.size()) + ' ';
+    for (const Definition& definition : document.definitions) text += definition.id + '\n';
+    return text;
+}
+
+class AllocationFailure : public testing::TestWithParam<Sample> {};
+
+/// Builds one of everything and draws it.
+Image DrawThroughEveryObject() {
+    const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+    const Owned<CGContextRef> context(
+        CGBitmapContextCreate(nullptr, 40, 40, 8, 0, space.get(), kCGImageAlphaPremultipliedFirst));
+    CGContextRef c = context.get();
+    const CGFloat dashes[] = {3, 1, 2};
+    CGContextSetLineDash(c, 1, dashes, 3);
+    const Owned<CGColorRef> red(CGColorCreateGenericRGB(1, 0, 0, 1)),
+        half(CGColorCreateCopyWithAlpha(red.get(), 0.5));
+    const void* colors[] = {red.get(), half.get()};
+    Owned<CFArrayRef> list;
+    if (red && half) list = Owned<CFArrayRef>(CFArrayCreate(nullptr, colors, 2, &kCFTypeArrayCallBacks));
+    // An array that is missing is no array of colours, which is the caller's business.
+    if (!list) return Image();
+    const Owned<CGGradientRef> gradient(CGGradientCreateWithColors(space.get(), list.get(), nullptr));
+
+    const Owned<CGMutablePathRef> path(CGPathCreateMutable());
+    CGPathMoveToPoint(path.get(), nullptr, 5, 5);
+    CGPathAddQuadCurveToPoint(path.get(), nullptr, 30, 5, 30, 30);
+    CGPathAddArc(path.get(), nullptr, 20, 20, 9, 0, 3, true);
+    CGPathAddRoundedRect(path.get(), nullptr, CGRectMake(3, 20, 30, 15), 4, 4);
+    CGPathAddPath(path.get(), nullptr, path.get());
+    const Owned<CGMutablePathRef> spine(CGPathCreateMutable());
+    CGPathAddEllipseInRect(spine.get(), nullptr, CGRectMake(8, 8, 20, 9));
+    const CGAffineTransform turn = CGAffineTransformMakeRotation(0.1);
+    const Owned<CGPathRef> outlines[] = {
+        Owned<CGPathRef>(CGPathCreateCopyByDashingPath(spine.get(), nullptr, 1, dashes, 3)),
+        Owned<CGPathRef>(
+            CGPathCreateCopyByStrokingPath(spine.get(), nullptr, 2, kCGLineCapRound, kCGLineJoinRound, 4)),
+        Owned<CGPathRef>(CGPathCreateCopyByTransformingPath(path.get(), &turn)),
+        Owned<CGPathRef>(CGPathCreateMutableCopy(path.get())),
+        Owned<CGPathRef>(CGPathCreateWithEllipseInRect(CGRectMake(1, 1, 30, 20), &turn))};
+    for (const auto& outline : outlines) {
+        CGContextSaveGState(c);
+        CGContextSetFillColorWithColor(c, half.get());
+        CGContextAddPath(c, outline.get());
+        CGContextRotateCTM(c, 0.2);
+        CGContextDrawPath(c, kCGPathEOFillStroke);
+        CGContextRestoreGState(c);
+    }
+    CGContextSetBlendMode(c, kCGBlendModeMultiply);
+    CGContextAddEllipseInRect(c, CGRectMake(2, 2, 36, 30));
+    const CGRect box = CGContextGetPathBoundingBox(c);
+    const Owned<CGPathRef> copy(CGContextCopyPath(c));
+    CGContextEOClip(c);
+    CGContextDrawLinearGradient(c, gradient.get(), box.origin, {30, 30}, 3);
+    CGContextAddPath(c, copy.get());
+    CGContextStrokePath(c);
+    const Image image(CGBitmapContextCreateImage(c));
+    const Image part(CGImageCreateWithImageInRect(image.get(), CGRectMake(5, 5, 20, 20)));
+    if (!part) return Image(); // as with the list
+    CGContextDrawImage(c, CGRectMake(3, 3, 11, 7.5), part.get());
+    return Image(CGBitmapContextCreateImage(c));
+}
+
+/// A context with a saved state and another matrix, made on a thread that keeps no memory for further states.
+Owned<CGContextRef> MakeSavedContext() {
+    Owned<CGContextRef> context;
+    std::thread([&] {
+        const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+        context = Owned<CGContextRef>(
+            CGBitmapContextCreate(nullptr, 48, 48, 8, 0, space.get(), kCGImageAlphaPremultipliedLast));
+        CGContextSaveGState(context.get());
+        CGContextTranslateCTM(context.get(), 3, 4);
+    }).join();
+    return context;
+}
+
+/// True, so that it can be told from a throw.
+bool DrawInto(Document& document, CGContextRef context) {
+    CoreGraphicsRenderer renderer;
+    renderer.SetDocument(&document);
+    renderer.SetDebugRendering(true);
+    renderer.Render(CGRectMake(0, 0, 48, 48), 1, DashedState(), context);
+    return true;
+}
+
+} // namespace
+
+TEST_P(AllocationFailure, WhileParsingLeavesNothing) {
+    const std::string& text = GetParam().text;
+    const std::string expected = TextOf(*Parse(text));
+    const auto isWholeOrMissing = [&](const std::unique_ptr<Document>& document) {
+        EXPECT_EQ(document ? TextOf(*document) : expected, expected);
+    };
+    FailEachAllocation([&] { return Parse(text); }, isWholeOrMissing);
+    if (GetParam().file.empty()) return;
+    FailEachAllocation(
+        [&] { return SVGParser().CreateDocumentWithContentsOfSVGFile(GetParam().file.c_str()); },
+        isWholeOrMissing);
+}
+
+TEST_P(AllocationFailure, WhileDrawingGivesNoPictureOrAWholeOne) {
+    const auto document = Parse(GetParam().text);
+    const std::vector<uint8_t> expected = PixelsOf(Draw(*document));
+    ASSERT_FALSE(expected.empty());
+    FailEachAllocation([&] { return Draw(*document); },
+                       [&](const Image& image) {
+                           EXPECT_TRUE(!image || PixelsOf(image) == expected);
+                           EXPECT_TRUE(PixelsOf(Draw(*document)) == expected) << "drawn again";
+                       });
+}
+
+TEST_P(AllocationFailure, WhileDrawingKeepsTheCallersState) {
+    const auto document = Parse(GetParam().text);
+    DrawInto(*document, MakeSavedContext().get()); // What it leaves for later contexts is no leak.
+    Owned<CGContextRef> context = MakeSavedContext();
+    FailEachAllocation([&] { return DrawInto(*document, context.get()); },
+                       [&](bool) {
+                           EXPECT_EQ(CGContextGetCTM(context.get()).tx, 3);
+                           CGContextRestoreGState(context.get());
+                           EXPECT_EQ(CGContextGetCTM(context.get()).tx, 0);
+                           context = Owned<CGContextRef>();
+                           context = MakeSavedContext();
+                       });
+}
+
+TEST(AllocationFailureOfObjects, GivesNoPictureOrAWholeOne) {
+    const std::vector<uint8_t> expected = PixelsOf(DrawThroughEveryObject());
+    ASSERT_FALSE(expected.empty());
+    FailEachAllocation(DrawThroughEveryObject, [&](const Image& image) {
+        EXPECT_TRUE(!image || PixelsOf(image) == expected);
+        EXPECT_TRUE(PixelsOf(DrawThroughEveryObject()) == expected) << "drawn again";
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, AllocationFailure, testing::ValuesIn(Samples()),
+                         [](const auto& test) { return test.param.name; });

@@ -1,0 +1,86 @@
+#include "allocations.h"
+#include "samples.h"
+
+#include <Ozmira/SVG/ozmSVGParser.h>
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+using namespace ozm;
+using namespace ozm::test;
+
+// Once a thread has drawn a document, drawing it again allocates the bitmap, its context and its image: five
+// blocks. The renderer's stack keeps a record of each drawing, so it grows at times.
+TEST(WarmDrawing, AllocatesThePictureAlone) {
+    constexpr size_t kDrawings = 20, kBlocks = 5, kBytesBesidePixels = 2048;
+    for (const Sample& sample : Samples()) {
+        // Names and dashes are copied with every record: short names fit into it.
+        if (sample.name == "crowded") continue;
+        SCOPED_TRACE(sample.name);
+        const auto document = Parse(sample.text);
+        for (const double side : {300.0, 48.0, 200.0}) {
+            CoreGraphicsRenderer renderer;
+            renderer.SetDocument(document.get());
+            const auto draw = [&] {
+                return Image(
+                    renderer.createCGImageFitToSize({side, side}, 1, kRenderingStateDefault, nullptr));
+            };
+            size_t pixelBytes = 0;
+            for (size_t i = 0; i < kDrawings; ++i) pixelBytes = PixelsOf(draw()).size();
+            const AllocationCount count;
+            for (size_t i = 0; i < kDrawings; ++i) draw();
+            EXPECT_LE(count.Blocks(), kDrawings * kBlocks + 1);
+            EXPECT_LE(count.Bytes(), kDrawings * (pixelBytes + kBytesBesidePixels) + 20'000);
+        }
+    }
+}
+
+// A thread keeps memory of the lists that it destroys, until it ends: also those of documents that go while
+// it ends.
+TEST(WarmParsing, TakesTheListsOfDocumentsBefore) {
+    std::string text = "<svg><path d='M1 2h";
+    for (const char* command : {"l1 2", "c1 2 3 4 5 6", "l1 2 3 4 5 6 7 8", "h1 2 3 4 5", "v1"})
+        for (int i = 0; i < 40; ++i) text += command;
+    text += "'/></svg>";
+    const auto parse = [&] { return SVGParser().CreateDocumentWithSVGData(text.c_str()); };
+    const int64_t before = LiveBlocks();
+    std::thread([&] {
+        thread_local const std::unique_ptr<Document> last = parse();
+        size_t blocks[3] = {};
+        for (size_t& count : blocks) {
+            const AllocationCount allocations;
+            const auto document = parse();
+            EXPECT_EQ(document->elements.back().path, last->elements.back().path);
+            count = allocations.Blocks();
+        }
+        EXPECT_GT(blocks[0], 200u); // a list for each command
+#ifndef OZMIRA_SANITIZED            // Sanitizers see more when memory is not used again.
+        EXPECT_LT(blocks[2], blocks[0] / 2);
+#endif
+    }).join();
+    EXPECT_EQ(LiveBlocks(), before);
+}
+
+TEST(WarmParsing, KeepsLittleOfALargeDocument) {
+    std::string text = "<svg><path d='M1 2";
+    for (int i = 0; i < 50'000; ++i) text += "h1";
+    const int64_t before = LiveBlocks();
+    EXPECT_EQ(SVGParser().CreateDocumentWithSVGData((text + "'/></svg>").c_str())->elements.size(), 2u);
+    EXPECT_LT(LiveBlocks() - before, 20'000);
+}
+
+#ifndef OZMIRA_SANITIZED
+TEST(WarmParsing, AShortPathTakesNoMemory) {
+    const auto blocksOf = [](const char* text) {
+        size_t blocks = 0;
+        for (int i = 0; i < 3; ++i) {
+            const AllocationCount allocations;
+            SVGParser().CreateDocumentWithSVGData(text);
+            blocks = allocations.Blocks();
+        }
+        return blocks;
+    };
+    EXPECT_EQ(blocksOf("<svg><path d='M1 2h1l2 3c1 2 3 4 5 6z'/></svg>"), blocksOf("<svg><rect/></svg>"));
+}
+#endif

@@ -1,0 +1,167 @@
+#include "tool_test.h"
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+using namespace ozm::test;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::StartsWith;
+namespace fs = std::filesystem;
+
+namespace {
+
+class Output : public ToolTest {
+protected:
+    Output() {
+        for (const char* name :
+             {"a.svg", "b.svg", "in/c.svg", "in/D.SVG", "in/deep/a.svg", "in/.hidden.svg"}) {
+            Write(name, kTwoHalves);
+        }
+        Write("bad.svg", "<svg><g></svg");
+        Write("taken", "something else");
+    }
+};
+
+} // namespace
+
+TEST_F(Output, GoesWhereItIsExpected) {
+    const struct {
+        const char* command;
+        const char* summary;
+        const char* files;
+    } kCases[] = {
+        {"render a.svg", "1 picture written to the current folder", "a.png"},
+        {"render ./in/../b.svg", "1 picture written to the current folder", "b.png"},
+        {"render a.svg b.svg --scale 1,2,1.5", "6 pictures written to the current folder",
+         "a.png a@1.5x.png a@2x.png b.png b@1.5x.png b@2x.png"},
+        {"render a.svg -o new", "1 picture written to new", "new"},
+        {"render a.svg -o new/deep/x.png", "1 picture written to new/deep/x.png", "new/deep/x.png"},
+        {"render a.svg --scale 2 -o x.png", "1 picture written to x.png", "x.png"},
+        {"render a.svg --scale 1,2 -o new/x.png", "2 pictures written to new/x.png",
+         "new/x.png new/x@2x.png"},
+        {"render a.svg -o in", "1 picture written to in", "in/a.png"},
+        {"render a.svg -o out/", "1 picture written to out/", "out/a.png"},
+        {"render a.svg b.svg -o out", "2 pictures written to out", "out/a.png out/b.png"},
+        {"render in -o out", "3 pictures written to out", "out/D.png out/c.png out/deep/a.png"},
+        {"render in/ a.svg a.svg ./a.svg -o out", "4 pictures written to out",
+         "out/D.png out/a.png out/c.png out/deep/a.png"},
+        {"render - < a.svg > piped", "", "piped"},
+        {"render - -o out/ < a.svg", "1 picture written to out/", "out/stdin.png"},
+        {"render <(cat a.svg) -o piped", "1 picture written to piped", "piped"},
+        {"render a.svg -o - > piped", "", "piped"},
+        {"render a.svg -o /dev/stdout | cat > piped", "", "piped"},
+        {"render -q a.svg", "", "a.png"},
+        {"render -j4 -qo out -- a.svg", "", "out"},
+    };
+    Run("rm taken");
+    for (const auto& [command, summary, files] : kCases) {
+        SCOPED_TRACE(command);
+        const Outcome outcome = Run("ozmira " + std::string(command));
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(outcome.errors, "");
+        EXPECT_EQ(outcome.output, *summary ? summary + std::string("\n") : "");
+        EXPECT_EQ(Files(), files);
+        Run("rm -rf out new piped; find . -name '*.png' -delete");
+    }
+}
+
+TEST_F(Output, StandsBesideWhatCouldNotBeDrawn) {
+    const struct {
+        const char* command;
+        std::vector<const char*> errors; ///< Regular expressions, a line each.
+        const char* files;
+    } kCases[] = {
+        {"render bad.svg a.svg none.svg in -o out -j 4",
+         {"bad.svg: not well-formed XML: expected > at line 1, column 14; correct it there",
+          "none.svg: no such file; check the name"},
+         "out/D.png out/a.png out/c.png out/deep/a.png"},
+        {"render words.svg html.svg none.svg size.svg empty a.svg",
+         {"words.svg: not well-formed XML: .* line 1", "html.svg: has no svg element at the top but \"html\"",
+          "none.svg: no such file", "size.svg: has the size 0 x 0", "empty: a folder without .svg files"},
+         "a.png"},
+        {"render /proc/self/mem a.svg", {"/proc/self/mem: cannot be read: Input/output error"}, "a.png"},
+        {"render a.svg in/deep/a.svg -o out",
+         {"in/deep/a.svg: would overwrite out/a.png, made from a.svg; rename one"},
+         "out/a.png"},
+        {"render a.svg 'a@2x.svg' --scale 1,2",
+         {"a@2x.svg: would overwrite a@2x.png, made from a.svg"},
+         "a.png a@2x.png"},
+        {"render a.svg -o taken/a.png", {"a.svg: cannot write taken/a.png: Not a directory"}, ""},
+        {"render a.svg -o /proc/nothing/a.png", {"a.svg: cannot write /proc/nothing/a.png: "}, ""},
+        {"render a.svg -o /dev/full", {"a.svg: cannot write /dev/full: No space left on device"}, ""},
+        {"render a.svg -o - > /dev/full",
+         {"a.svg: cannot write standard output: No space left on device"},
+         ""},
+        {"render a.svg -o - >&-", {"a.svg: cannot write standard output: Bad file descriptor"}, ""},
+        {"render a.svg > /dev/full", {"cannot write standard output: No space left on device"}, "a.png"},
+        {"dump a.svg > /dev/full", {"cannot write standard output: No space left on device"}, ""},
+        {"dump --json a.svg > /dev/full", {"cannot write standard output: No space left on device"}, ""},
+        {"info a.svg b.svg > /dev/full", {"cannot write standard output: No space left on device"}, ""},
+        {"--help > /dev/full", {"cannot write standard output: No space left on device"}, ""},
+    };
+    Write("a@2x.svg", kTwoHalves);
+    Write("words.svg", "no XML at all");
+    Write("html.svg", "<html/>");
+    Write("size.svg", "<svg/>");
+    fs::create_directory(m_folder / "empty");
+    for (const auto& [command, errors, files] : kCases) {
+        SCOPED_TRACE(command);
+        const Outcome outcome = Run("ozmira " + std::string(command));
+        EXPECT_EQ(outcome.exitCode, 1);
+        const auto lines = Lines(outcome.errors);
+        EXPECT_EQ(lines.size(), errors.size()) << outcome.errors;
+        for (size_t i = 0; i < std::min(lines.size(), errors.size()); ++i) {
+            EXPECT_THAT(lines[i], ContainsRegex("^ozmira: " + std::string(errors[i])));
+        }
+        EXPECT_EQ(Files(), *files ? files + std::string(" taken") : "taken");
+        Run("rm -rf out; find . -name '*.png' -delete");
+    }
+}
+
+TEST_F(Output, ToAClosedPipeFails) {
+    const Outcome outcome = Run("{ sleep 0.3; ozmira render a.svg -o -; echo $? > code; } | true; sleep 0.6");
+    EXPECT_EQ(Read("code"), "1\n");
+    EXPECT_THAT(outcome.errors, HasSubstr("standard output: Broken pipe"));
+}
+
+TEST_F(Output, ReplacesFilesAndFollowsLinks) {
+    Write("a.png", "old");
+    fs::permissions(m_folder / "a.png", fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink("real.png", m_folder / "link.png");
+    Write("real.png", "old");
+    ASSERT_EQ(Run("ozmira render a.svg && ozmira render a.svg -o link.png").exitCode, 0);
+    EXPECT_THAT(Read("a.png"), StartsWith("\x89PNG"));
+    EXPECT_EQ(fs::status(m_folder / "a.png").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(Read("real.png"), Read("a.png"));
+    EXPECT_TRUE(fs::is_symlink(m_folder / "link.png"));
+    // A file that can't be drawn leaves the picture of an earlier run alone.
+    const std::string before = Read("a.png");
+    EXPECT_EQ(Run("ozmira render bad.svg -o a.png").exitCode, 1);
+    EXPECT_EQ(Read("a.png"), before);
+}
+
+TEST_F(Output, ReportsProblemsInTheOrderOfTheFiles) {
+    std::string command = "ozmira render -j 8 ", expected;
+    for (int i = 0; i < 60; ++i) {
+        const std::string name = "f" + std::to_string(i) + ".svg";
+        Write(name, i % 3 ? "<svg viewBox='0 0 400 400'><circle r='400'/></svg>" : "");
+        command += name + " ";
+        if (i % 3 == 0) expected += "ozmira: " + name + ": empty; is it the right file?\n";
+    }
+    const Outcome outcome = Run(command + "-o out/");
+    EXPECT_EQ(outcome.errors, expected);
+    EXPECT_EQ(outcome.output, "40 pictures written to out/, 20 files failed\n");
+}
+
+TEST_F(Output, DoesNotDependOnTheNumberOfThreads) {
+    for (int i = 0; i < 40; ++i) {
+        Write("many/" + std::to_string(i) + ".svg",
+              "<svg viewBox='0 0 40 40'><circle cx='20' cy='20' r='" + std::to_string(i) + "'/></svg>");
+    }
+    EXPECT_EQ(Run("ozmira render many -o one -j 1 -q; ozmira render many -o eight -j 8 -q; diff -r one eight")
+                  .output,
+              "");
+    EXPECT_EQ(Lines(Run("ls eight").output).size(), 40u);
+}

@@ -1,0 +1,99 @@
+#include "tool_test.h"
+
+#include <algorithm>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+
+using namespace ozm::test;
+
+namespace {
+
+class ShellFiles : public ToolTest {
+protected:
+    /// The options that the help of a sub-command lists.
+    std::set<std::string> Options(const std::string& command) const {
+        std::set<std::string> options;
+        const std::regex option("-(?:-[a-z-]+|[a-z])(?=[, ])");
+        for (const std::string& line : Lines(Run("ozmira " + command + " --help").output)) {
+            if (!line.starts_with("  -")) continue;
+            const std::string names = line.substr(2, 26);
+            for (std::sregex_iterator at(names.begin(), names.end(), option), end; at != end; ++at) {
+                options.insert(at->str());
+            }
+        }
+        return options;
+    }
+    bool Has(const std::string& program) const { return Run("command -v " + program).exitCode == 0; }
+};
+
+std::string Source(const std::string& name) {
+    std::ostringstream text;
+    text << std::ifstream(OZMIRA_TOOL_SOURCES "/" + name).rdbuf();
+    return text.str();
+}
+
+bool HasWord(const std::string& text, const std::string& word) {
+    return std::regex_search(text, std::regex("(^|[^a-z-])" + word + "($|[^a-z-])"));
+}
+
+} // namespace
+
+TEST_F(ShellFiles, KnowEveryCommandAndOption) {
+    std::string manual = Source("ozmira.1");
+    manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
+    for (const std::string command : {"", "render", "info", "dump"}) {
+        const std::set<std::string> options = Options(command);
+        EXPECT_TRUE(options.contains("--help")) << command;
+        for (const std::string& option : options) {
+            EXPECT_TRUE(HasWord(manual, option)) << option;
+            EXPECT_TRUE(HasWord(Source("completions/ozmira.bash"), option)) << option;
+            EXPECT_TRUE(HasWord(Source("completions/_ozmira"), option)) << option;
+            const std::string fishOption =
+                option.starts_with("--") ? "-l " + option.substr(2) : "-s " + option.substr(1);
+            EXPECT_NE(Source("completions/ozmira.fish").find(fishOption + " "), std::string::npos) << option;
+        }
+        for (const char* file :
+             {"ozmira.1", "completions/ozmira.bash", "completions/_ozmira", "completions/ozmira.fish"}) {
+            EXPECT_TRUE(HasWord(Source(file), command)) << file << command;
+        }
+    }
+    EXPECT_EQ(Options("render").size(), 14u);
+    EXPECT_TRUE(manual.find("\"Ozmira " OZMIRA_VERSION "\"") != std::string::npos);
+}
+
+TEST_F(ShellFiles, AreWellFormed) {
+    const struct {
+        const char* program;
+        const char* command;
+    } kChecks[] = {
+        {"bash", "bash -n completions/ozmira.bash"},
+        {"zsh", "zsh -n completions/_ozmira"},
+        {"fish", "fish -n completions/ozmira.fish"},
+        {"mandoc", "mandoc -T lint -W warning ozmira.1"},
+    };
+    for (const auto& [program, command] : kChecks) {
+        if (!Has(program)) continue;
+        const Outcome outcome = Run("cd '" OZMIRA_TOOL_SOURCES "' && " + std::string(command));
+        EXPECT_EQ(outcome.exitCode, 0) << command << outcome.output << outcome.errors;
+    }
+}
+
+TEST_F(ShellFiles, CompleteInBash) {
+    Write("icon.svg", "");
+    Write("icon.txt", "");
+    const std::pair<const char*, const char*> kCases[] = {
+        {"re", "render"},          {"render --sc", "--scale"},       {"render --scale 1,2,", "1,2,3"},
+        {"render ic", "icon.svg"}, {"render -o icon.t", "icon.txt"}, {"info --j", "--json"},
+        {"dump i", "icon.svg"},
+    };
+    for (const auto& [line, completion] : kCases) {
+        EXPECT_EQ(Run("source '" OZMIRA_TOOL_SOURCES "/completions/ozmira.bash'; COMP_WORDS=(ozmira " +
+                      std::string(line) +
+                      "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _ozmira; echo ${COMPREPLY[@]}")
+                      .output,
+                  completion + std::string("\n"))
+            << line;
+    }
+}

@@ -1,0 +1,82 @@
+#include "commands/arguments.h"
+
+#include "base/errors.h"
+#include "base/text.h"
+#include "base/tool_limits.h"
+
+#include <Ozmira/SVG/ozmSVGParser.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+namespace ozm::tool {
+namespace {
+
+/// Reads text that is a number from its first character to its last. NaN, which no range contains, for
+/// everything else.
+double ParseWholeNumber(std::string_view text) {
+    double number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [last, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc{} && last == end ? number : std::nan("");
+}
+
+[[noreturn]] void Refuse(std::string_view option, std::string_view text, const std::string& expected) {
+    throw UsageError(std::string(option) + ": \"" + OnOneLine(text) + "\" is not " + expected);
+}
+
+std::string Range(double first, double last) { return FormatNumber(first) + " to " + FormatNumber(last); }
+
+} // namespace
+
+double ParseLengthArgument(std::string_view option, std::string_view text) {
+    const double length = ParseWholeNumber(text);
+    if (length > 0 && length <= kMaximumSide) return length;
+    Refuse(option, text, "a length in points, a number above 0 and up to " + FormatNumber(kMaximumSide));
+}
+
+std::vector<double> ParseScales(std::string_view option, std::string_view text) {
+    std::vector<double> scales;
+    for (size_t start = 0; start <= text.size();) {
+        const size_t end = std::min(text.find(',', start), text.size());
+        const std::string_view item = text.substr(start, end - start);
+        const double scale = ParseWholeNumber(item);
+        if (!(scale >= kMinimumScale && scale <= kMaximumScale)) {
+            Refuse(option, item,
+                   "a number of pixels per point from " + Range(kMinimumScale, kMaximumScale) +
+                       "; separate several with commas, as in 1,2,3");
+        }
+        if (std::find(scales.begin(), scales.end(), scale) != scales.end()) {
+            throw UsageError(std::string(option) + ": " + FormatNumber(scale) +
+                             " is listed twice; each scale makes one picture");
+        }
+        scales.push_back(scale);
+        start = end + 1;
+    }
+    return scales;
+}
+
+Color ParseColorArgument(std::string_view option, std::string_view text) {
+    Color color;
+    const StringView trimmed = StringView(text).TrimLeadingWhitespace().TrimTrailingWhitespace();
+    if (SVGParser().ParseCSSColor(trimmed, color)) return color;
+    Refuse(option, text,
+           "a colour; write #rgb, #rrggbb, rgb(255,0,0), rgb(100%,0%,0%), none, or one of the 147 names of "
+           "CSS such as steelblue in lower case");
+}
+
+double ParseTimeout(std::string_view option, std::string_view text) {
+    const double seconds = ParseWholeNumber(text);
+    if (seconds >= 0 && seconds <= kMaximumTimeout) return seconds;
+    Refuse(option, text, "a number of seconds from " + Range(0, kMaximumTimeout) + "; 0 sets no limit");
+}
+
+unsigned ParseJobs(std::string_view option, std::string_view text) {
+    const double jobs = ParseWholeNumber(text);
+    if (jobs >= 1 && jobs <= kMaximumJobs && jobs == std::floor(jobs)) return static_cast<unsigned>(jobs);
+    Refuse(option, text, "a whole number of threads from " + Range(1, kMaximumJobs));
+}
+
+} // namespace ozm::tool

@@ -1,0 +1,205 @@
+#include "files/output_plan.h"
+
+#include "base/errors.h"
+#include "base/text.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <string_view>
+#include <unordered_map>
+
+namespace ozm::tool {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A file to draw and where its picture stands under the output folder, without extension.
+struct Source {
+    std::string path;
+    fs::path stem;
+    std::string problem;
+};
+
+bool HasSVGExtension(const fs::path& path) {
+    std::string extension = path.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension == ".svg";
+}
+
+bool IsHidden(const fs::path& path) { return path.filename().string().starts_with('.'); }
+
+/// Pipes and devices are no drawings; a link that leads nowhere is reported when it is read.
+bool IsFileOrBrokenLink(const fs::directory_entry& entry) {
+    std::error_code ignored;
+    return entry.is_regular_file(ignored) || !entry.exists(ignored);
+}
+
+/// Lists the drawings of a folder, sorted by name. Links to folders are not followed, so that the walk ends.
+class FolderWalk {
+public:
+    explicit FolderWalk(const fs::path& root) : m_root(root) {
+        Enter(root);
+        if (m_sources.empty())
+            m_sources.push_back({root.string(), {}, "a folder without .svg files; name one that has some"});
+    }
+
+    std::vector<Source> TakeSources() { return std::move(m_sources); }
+
+private:
+    void Enter(const fs::path& folder) {
+        std::vector<fs::directory_entry> entries;
+        std::error_code error;
+        for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
+            if (!IsHidden(at->path())) entries.push_back(*at);
+        }
+        if (error) m_sources.push_back({folder.string(), {}, "cannot be listed: " + error.message()});
+        std::sort(entries.begin(), entries.end());
+        for (const fs::directory_entry& entry : entries) {
+            std::error_code ignored;
+            if (entry.is_directory(ignored)) {
+                if (!entry.is_symlink(ignored)) Enter(entry.path());
+            } else if (HasSVGExtension(entry.path()) && IsFileOrBrokenLink(entry)) {
+                const fs::path relative = entry.path().lexically_relative(m_root);
+                m_sources.push_back({entry.path().string(), relative.parent_path() / relative.stem(), {}});
+            }
+        }
+    }
+
+    const fs::path m_root;
+    std::vector<Source> m_sources;
+};
+
+std::vector<Source> ListSources(const std::vector<std::string>& inputs) {
+    if (std::count(inputs.begin(), inputs.end(), "-") > 1) {
+        throw UsageError("standard input (-) can be read only once");
+    }
+    std::vector<Source> sources;
+    for (const std::string& input : inputs) {
+        std::error_code ignored;
+        if (input == "-") {
+            sources.push_back({input, "stdin", {}});
+        } else if (fs::is_directory(input, ignored)) {
+            for (Source& source : FolderWalk(input).TakeSources()) sources.push_back(std::move(source));
+        } else {
+            sources.push_back({input, fs::path(input).stem(), {}});
+        }
+    }
+    return sources;
+}
+
+/// The part of a picture's name that says its scale.
+std::string ScaleSuffix(double scale) { return scale == 1 ? "" : "@" + FormatNumber(scale) + "x"; }
+
+enum class Form { StandardOutput, File, Folder };
+
+bool IsFolderName(const std::string& output) {
+    std::error_code ignored;
+    return output.ends_with('/') || fs::is_directory(output, ignored);
+}
+
+Form ChooseForm(const std::vector<std::string>& inputs, const std::optional<std::string>& output) {
+    const bool standardInputAlone = inputs.size() == 1 && inputs[0] == "-";
+    if (!output) return standardInputAlone ? Form::StandardOutput : Form::Folder;
+    if (*output == "-") return Form::StandardOutput;
+    if (IsFolderName(*output)) return Form::Folder;
+    std::error_code ignored;
+    const bool single = inputs.size() == 1 && !fs::is_directory(inputs[0], ignored);
+    return single ? Form::File : Form::Folder;
+}
+
+/// Keeps a name that was meant for one picture from becoming a folder.
+void CheckFolder(const std::string& folder) {
+    std::error_code ignored;
+    if (IsFolderName(folder)) return;
+    if (fs::exists(folder, ignored)) {
+        throw UsageError("-o: \"" + OnOneLine(folder) +
+                         "\" is a file, and several pictures need a folder; name a folder");
+    }
+    if (fs::path(folder).extension() == ".png") {
+        throw UsageError("-o: \"" + OnOneLine(folder) +
+                         "\" can hold one picture only; for several, name a folder and end it with /");
+    }
+}
+
+void CheckIsNoInput(const std::vector<std::string>& inputs, const std::string& target) {
+    for (const std::string& input : inputs) {
+        std::error_code ignored;
+        if (input != "-" && fs::is_regular_file(target, ignored) && fs::equivalent(input, target, ignored)) {
+            throw UsageError("-o: \"" + OnOneLine(target) + "\" is the file to draw; choose another name");
+        }
+    }
+}
+
+fs::path FileTarget(const fs::path& output, double scale) {
+    const std::string suffix = ScaleSuffix(scale);
+    return output.parent_path() / (output.stem().string() + suffix + output.extension().string());
+}
+
+std::string FolderTarget(const fs::path& folder, const fs::path& stem, double scale) {
+    return (folder / stem).lexically_normal().string() + ScaleSuffix(scale) + ".png";
+}
+
+/// Gives the second of two sources with a common target a problem, and takes out sources named twice.
+void ResolveCollisions(std::vector<IconPlan>& icons) {
+    std::unordered_map<std::string_view, const IconPlan*> owners;
+    std::vector<bool> repeated(icons.size());
+    for (size_t i = 0; i < icons.size(); ++i) {
+        for (const std::string& target : icons[i].targets) {
+            const auto [owner, isNew] = owners.try_emplace(target, &icons[i]);
+            if (isNew || owner->second == &icons[i]) continue;
+            const std::string& other = owner->second->source;
+            if (fs::path(other).lexically_normal() == fs::path(icons[i].source).lexically_normal()) {
+                repeated[i] = true;
+            } else {
+                icons[i].problem = "would overwrite " + OnOneLine(target) + ", made from " +
+                                   InputName(other) +
+                                   "; rename one of them or draw them into different folders";
+            }
+            break;
+        }
+    }
+    size_t index = 0;
+    std::erase_if(icons, [&](const IconPlan&) { return repeated[index++]; });
+}
+
+} // namespace
+
+OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
+                      std::span<const double> scales) {
+    const Form form = ChooseForm(inputs, output);
+    const std::string folder = output.value_or("");
+    if (form == Form::Folder && output) CheckFolder(folder);
+
+    std::vector<Source> sources = ListSources(inputs);
+    OutputPlan plan;
+    plan.toStandardOutput = form == Form::StandardOutput;
+    plan.destination = output ? OnOneLine(folder) : "the current folder";
+    if (plan.toStandardOutput && (sources.size() > 1 || scales.size() > 1)) {
+        throw UsageError(
+            "standard output can hold one picture only; name one file and one scale, or a folder "
+            "to write to with -o DIR/");
+    }
+
+    for (Source& source : sources) {
+        IconPlan icon{std::move(source.path), {}, std::move(source.problem)};
+        if (icon.problem.empty()) {
+            for (const double scale : scales) {
+                switch (form) {
+                case Form::StandardOutput: icon.targets.push_back("-"); break;
+                case Form::File:
+                    icon.targets.push_back(scales.size() == 1 ? folder : FileTarget(folder, scale).string());
+                    CheckIsNoInput(inputs, icon.targets.back());
+                    break;
+                case Form::Folder: icon.targets.push_back(FolderTarget(folder, source.stem, scale)); break;
+                }
+            }
+        }
+        plan.icons.push_back(std::move(icon));
+    }
+    ResolveCollisions(plan.icons);
+    return plan;
+}
+
+} // namespace ozm::tool

@@ -1,0 +1,110 @@
+#include "picture/icon_renderer.h"
+
+#include "base/errors.h"
+#include "base/text.h"
+#include "base/tool_limits.h"
+
+#include <CoreGraphics/OZMInterrupt.h>
+
+#include <cmath>
+#include <new>
+#include <string>
+
+#include <time.h>
+
+namespace ozm::tool {
+namespace {
+
+std::string DescribeSize(CGSize size) { return FormatNumber(size.width) + " x " + FormatNumber(size.height); }
+
+/// Processor time that this thread has used, in seconds.
+double ThreadProcessorTime() {
+    timespec time{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+/// Interrupts this thread's drawing while it lasts.
+class DrawingInterrupt {
+public:
+    DrawingInterrupt(bool (*isDue)(void*), void* info) { OZMSetDrawingInterrupt(isDue, info); }
+    ~DrawingInterrupt() { OZMSetDrawingInterrupt(nullptr, nullptr); }
+    DrawingInterrupt(const DrawingInterrupt&) = delete;
+    DrawingInterrupt& operator=(const DrawingInterrupt&) = delete;
+};
+
+bool IsUsable(double length) { return length > 0 && std::isfinite(length); }
+
+} // namespace
+
+Bitmap::Bitmap(CGImageRef image) {
+    m_pixels = {nullptr, CGImageGetWidth(image), CGImageGetHeight(image), CGImageGetBytesPerRow(image)};
+    const CFDataRef data = CGDataProviderCopyData(CGImageGetDataProvider(image));
+    CGImageRelease(image);
+    if (!data) throw std::bad_alloc();
+    m_data.reset(data);
+    m_pixels.bytes = CFDataGetBytePtr(data);
+}
+
+IconRenderer::IconRenderer(Document& document, const RenderingState& state, bool debugFrames, double timeout)
+    : m_state(state), m_timeout(timeout) {
+    m_renderer.SetDocument(&document);
+    m_renderer.SetDebugRendering(debugFrames);
+    if (timeout > 0) {
+        m_renderer.SetStopRequest([this] { return IsLate(); });
+    }
+}
+
+CGSize IconRenderer::PixelSize(CGSize size, double scale) const {
+    const CGSize points = m_renderer.imageSizeFitToSize(size, scale);
+    return {points.width * scale, points.height * scale};
+}
+
+double IconRenderer::CheckSize(CGSize size, double scale) const {
+    const CGSize own = m_renderer.ViewPortSize();
+    if (!IsUsable(own.width) || !IsUsable(own.height)) {
+        throw FileError("has the size " + DescribeSize(own) +
+                        "; give its svg element a width and a height above 0, or a viewBox and neither");
+    }
+    const CGSize pixels = PixelSize(size, scale);
+    const double count = pixels.width * pixels.height;
+    // Written so that a size which is no number is refused too.
+    if (!(pixels.width <= kMaximumSide && pixels.height <= kMaximumSide && count <= kMaximumPixels)) {
+        throw FileError("would make a picture of " + DescribeSize(pixels) + " pixels; the limit is " +
+                        FormatNumber(kMaximumSide) + " on a side and " +
+                        FormatCount(static_cast<uint64_t>(kMaximumPixels)) +
+                        " in all; choose a smaller --width, --height or --scale");
+    }
+    return count;
+}
+
+bool IconRenderer::IsLate() {
+    // The clock on the wall is quick to read, but it also goes on while the thread waits.
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - m_started;
+    if (passed.count() > m_timeout && ThreadProcessorTime() - m_processorTimeBefore > m_timeout)
+        m_isLate = true;
+    return m_isLate;
+}
+
+Bitmap IconRenderer::Draw(CGSize size, double scale) {
+    m_started = std::chrono::steady_clock::now();
+    m_processorTimeBefore = ThreadProcessorTime();
+    m_isLate = false;
+    const CGImageRef image = CreateImage(size, scale);
+    if (!image && m_isLate) {
+        throw FileError("takes more than " + FormatNumber(m_timeout) +
+                        " s to draw; choose a longer --timeout, or a smaller --width, --height or --scale");
+    }
+    // The size was checked.
+    if (!image) throw std::bad_alloc();
+    return Bitmap(image);
+}
+
+CGImageRef IconRenderer::CreateImage(CGSize size, double scale) {
+    // The renderer asks before each element, the drawing library within one.
+    bool (*const isDue)(void*) = [](void* self) { return static_cast<IconRenderer*>(self)->IsLate(); };
+    const DrawingInterrupt interrupt(m_timeout > 0 ? isDue : nullptr, this);
+    return m_renderer.createCGImageFitToSize(size, scale, m_state, nullptr);
+}
+
+} // namespace ozm::tool

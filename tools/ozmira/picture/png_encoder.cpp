@@ -1,0 +1,231 @@
+#include "picture/png_encoder.h"
+
+#include "picture/palette.h"
+#include "picture/unpremultiply.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <new>
+#include <string_view>
+
+#include <libdeflate.h>
+
+namespace ozm::tool {
+namespace {
+
+/// On icons of 72 and 256 pixels, level 4 takes 8 % less time and makes files 6 % larger, level 6 takes 20 %
+/// more and makes them 1 % smaller.
+constexpr int kCompressionLevel = 5;
+constexpr std::array<uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+constexpr double kPointsPerMetre = 72 / 0.0254;
+/// Every chunk but the compressed pixels.
+constexpr size_t kOtherChunksBound = 2048;
+/// Up to so many pixels gray and alpha take less than a palette of grays: at 72 x 72 17 % less, at 192 x 192
+/// 4 %.
+constexpr size_t kMostGrayPixels = size_t{200} * 200;
+
+enum class ColorType : uint8_t { Indexed = 3, GrayAlpha = 4, RGBA = 6 };
+
+/// How pixels stand in the rows that are compressed.
+struct Layout {
+    ColorType colorType;
+    unsigned bitsPerPixel;
+
+    unsigned BitDepth() const { return colorType == ColorType::Indexed ? bitsPerPixel : 8; }
+    /// Bytes of a row with the number of its filter, 0 for none, in front.
+    size_t RowSize(size_t width) const { return 1 + (width * bitsPerPixel + 7) / 8; }
+};
+
+unsigned BitsForNumbersBelow(size_t count) { return count <= 2 ? 1 : count <= 4 ? 2 : count <= 16 ? 4 : 8; }
+
+/// Writes the number of every pixel, a byte each, and no filter for each row. False when there are too many
+/// different pixels; `scanlines` is then half written.
+bool NumberPixels(const PixelRows& pixels, Palette& palette, uint8_t* scanlines) {
+    for (size_t y = 0; y < pixels.height; ++y) {
+        *scanlines++ = 0;
+        if (!palette.NumberRow(pixels.Row(y), pixels.width, scanlines)) return false;
+        scanlines += pixels.width;
+    }
+    return true;
+}
+
+void UnpremultiplyRows(const PixelRows& pixels, uint8_t* scanlines) {
+    for (size_t y = 0; y < pixels.height; ++y) {
+        *scanlines++ = 0;
+        UnpremultiplyToRGBA(pixels.Row(y), scanlines, pixels.width);
+        scanlines += 4 * pixels.width;
+    }
+}
+
+/// Moves rows of one byte per number, each behind its filter byte, together to `bitDepth` bits per number.
+/// The leftmost number stands in the highest bits.
+void PackRows(uint8_t* scanlines, size_t width, size_t height, unsigned bitDepth) {
+    const size_t perByte = 8 / bitDepth;
+    uint8_t* out = scanlines;
+    for (size_t y = 0; y < height; ++y) {
+        const uint8_t* in = scanlines + y * (width + 1) + 1;
+        *out++ = 0;
+        for (size_t x = 0; x < width; x += perByte) {
+            unsigned packed = 0;
+            for (size_t i = 0; i < perByte; ++i) {
+                packed = packed << bitDepth | (x + i < width ? in[x + i] : 0u);
+            }
+            *out++ = static_cast<uint8_t>(packed);
+        }
+    }
+}
+
+using Colors = std::array<std::array<uint8_t, 4>, Palette::kCapacity>; // RGBA, not premultiplied
+
+Colors ColorsOf(const Palette& palette) {
+    Colors colors;
+    for (size_t i = 0; i < palette.Count(); ++i) {
+        const uint32_t pixel = palette.PixelAt(i);
+        std::array<uint8_t, 4> argb;
+        std::memcpy(argb.data(), &pixel, argb.size());
+        UnpremultiplyToRGBA(argb.data(), colors[i].data(), 1);
+    }
+    return colors;
+}
+
+bool AreGray(std::span<const std::array<uint8_t, 4>> colors) {
+    return std::ranges::all_of(colors, [](const auto& c) { return c[0] == c[1] && c[1] == c[2]; });
+}
+
+/// Turns numbers of colours, a byte each, into gray and alpha, from the end, because they take more room.
+void ExpandToGrayAlpha(uint8_t* scanlines, const PixelRows& pixels, const Colors& colors) {
+    const uint8_t* in = scanlines + pixels.height * (pixels.width + 1);
+    uint8_t* out = scanlines + pixels.height * (2 * pixels.width + 1);
+    for (size_t y = 0; y < pixels.height; ++y) {
+        for (size_t x = 0; x < pixels.width; ++x) {
+            const std::array<uint8_t, 4>& color = colors[*--in];
+            *--out = color[3];
+            *--out = color[0];
+        }
+        *--out = *--in;
+    }
+}
+
+std::array<uint8_t, 4> BigEndian(uint32_t value) {
+    return {static_cast<uint8_t>(value >> 24), static_cast<uint8_t>(value >> 16),
+            static_cast<uint8_t>(value >> 8), static_cast<uint8_t>(value)};
+}
+
+/// Appends chunks to memory that has room for them.
+class ChunkWriter {
+public:
+    explicit ChunkWriter(uint8_t* at) : m_begin(at), m_at(at) { Append(kSignature); }
+
+    void Chunk(std::string_view type, std::span<const uint8_t> content) {
+        std::copy(content.begin(), content.end(), Content());
+        Finish(type, content.size());
+    }
+    /// Where the content of the next chunk stands, to be written in place.
+    uint8_t* Content() const { return m_at + 8; }
+    /// Ends a chunk whose content was written in place.
+    void Finish(std::string_view type, size_t size) {
+        const uint8_t* const checked = m_at + 4;
+        Append(BigEndian(static_cast<uint32_t>(size)));
+        m_at = std::copy(type.begin(), type.end(), m_at) + size;
+        Append(BigEndian(libdeflate_crc32(0, checked, size + 4)));
+    }
+    size_t Size() const { return static_cast<size_t>(m_at - m_begin); }
+
+private:
+    void Append(std::span<const uint8_t> bytes) { m_at = std::copy(bytes.begin(), bytes.end(), m_at); }
+
+    uint8_t* m_begin;
+    uint8_t* m_at;
+};
+
+/// Image header and physical pixel dimensions.
+void WriteHeader(ChunkWriter& file, const PixelRows& pixels, const Layout& layout, double scale) {
+    std::array<uint8_t, 13> header{};
+    std::ranges::copy(BigEndian(static_cast<uint32_t>(pixels.width)), header.begin());
+    std::ranges::copy(BigEndian(static_cast<uint32_t>(pixels.height)), header.begin() + 4);
+    header[8] = static_cast<uint8_t>(layout.BitDepth());
+    header[9] = static_cast<uint8_t>(layout.colorType);
+    file.Chunk("IHDR", header);
+
+    std::array<uint8_t, 9> dimensions{};
+    const auto perMetre = BigEndian(static_cast<uint32_t>(std::lround(scale * kPointsPerMetre)));
+    std::ranges::copy(perMetre, dimensions.begin());
+    std::ranges::copy(perMetre, dimensions.begin() + 4);
+    dimensions[8] = 1; // the unit is the metre
+    file.Chunk("pHYs", dimensions);
+}
+
+/// Colours and, up to the last one that is not opaque, their alpha.
+void WritePalette(ChunkWriter& file, std::span<const std::array<uint8_t, 4>> palette) {
+    std::array<uint8_t, 3 * Palette::kCapacity> colors;
+    std::array<uint8_t, Palette::kCapacity> alphas;
+    size_t alphaCount = 0;
+    for (size_t i = 0; i < palette.size(); ++i) {
+        std::copy_n(palette[i].begin(), 3, colors.begin() + static_cast<ptrdiff_t>(3 * i));
+        alphas[i] = palette[i][3];
+        if (alphas[i] != 255) alphaCount = i + 1;
+    }
+    file.Chunk("PLTE", std::span(colors).first(3 * palette.size()));
+    if (alphaCount > 0) file.Chunk("tRNS", std::span(alphas).first(alphaCount));
+}
+
+} // namespace
+
+void PNGEncoder::Compressor::operator()(libdeflate_compressor* compressor) const {
+    libdeflate_free_compressor(compressor);
+}
+
+uint8_t* PNGEncoder::Buffer::Reserve(size_t size) {
+    if (size > m_capacity) {
+        m_bytes.reset();
+        m_bytes.reset(new uint8_t[size]);
+        m_capacity = size;
+    }
+    return m_bytes.get();
+}
+
+PNGEncoder::PNGEncoder() : m_compressor(libdeflate_alloc_compressor(kCompressionLevel)) {
+    if (!m_compressor) throw std::bad_alloc();
+}
+
+PNGEncoder::~PNGEncoder() = default;
+
+std::span<const uint8_t> PNGEncoder::Encode(const PixelRows& pixels, double scale) {
+    constexpr Layout kIndexed{ColorType::Indexed, 8}, kGrayAlpha{ColorType::GrayAlpha, 16};
+    const bool mayBeGray = pixels.width * pixels.height <= kMostGrayPixels;
+    const auto reserve = [&](const Layout& layout) {
+        return m_scanlines.Reserve(layout.RowSize(pixels.width) * pixels.height);
+    };
+    Palette palette;
+    Colors colors;
+    Layout layout = kIndexed;
+    uint8_t* scanlines = reserve(mayBeGray ? kGrayAlpha : kIndexed);
+    if (NumberPixels(pixels, palette, scanlines)) {
+        colors = ColorsOf(palette);
+        layout.bitsPerPixel = BitsForNumbersBelow(palette.Count());
+        if (layout.bitsPerPixel < 8) {
+            PackRows(scanlines, pixels.width, pixels.height, layout.bitsPerPixel);
+        } else if (mayBeGray && AreGray(std::span(colors).first(palette.Count()))) {
+            layout = kGrayAlpha;
+            ExpandToGrayAlpha(scanlines, pixels, colors);
+        }
+    } else {
+        layout = {ColorType::RGBA, 32};
+        scanlines = reserve(layout);
+        UnpremultiplyRows(pixels, scanlines);
+    }
+
+    const size_t scanlineSize = layout.RowSize(pixels.width) * pixels.height;
+    const size_t compressedBound = libdeflate_zlib_compress_bound(m_compressor.get(), scanlineSize);
+    ChunkWriter file(m_file.Reserve(compressedBound + kOtherChunksBound));
+    WriteHeader(file, pixels, layout, scale);
+    if (layout.colorType == ColorType::Indexed) WritePalette(file, std::span(colors).first(palette.Count()));
+    file.Finish("IDAT", libdeflate_zlib_compress(m_compressor.get(), scanlines, scanlineSize, file.Content(),
+                                                 compressedBound));
+    file.Chunk("IEND", {});
+    return {m_file.Data(), file.Size()};
+}
+
+} // namespace ozm::tool

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "files/drawing_file.h"
+#include "report/drawing_cost.h"
+
+#include <Ozmira/ozmDocument.h>
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <set>
+#include <string>
+
+namespace ozm::tool {
+
+/// What there is to say about a drawing without showing it.
+struct DocumentSummary {
+    /// Elements by kind, indexed by `Element::Type`.
+    std::array<uint64_t, 9> elementCounts{};
+    uint64_t hiddenCount = 0;
+    DrawingCost cost;
+    std::string problem;                     ///< When not empty: why the drawing can't be drawn.
+    std::set<std::string> missingIds;        ///< Ids that references name and nobody has.
+    std::map<std::string, uint64_t> ignored; ///< See `FindIgnoredFeatures`.
+};
+
+/// Looks through a drawing that has elements.
+DocumentSummary Summarise(const Drawing& drawing);
+
+} // namespace ozm::tool
