@@ -19,6 +19,12 @@ class ThreadOwned {
 public:
     /// The calling thread's, made if there is none. Null when memory runs out.
     static T* get() noexcept { return s_object ? s_object : make(); }
+    /// As above, but throws std::bad_alloc when memory runs out.
+    static T& getOrThrow() {
+        T* const object = get();
+        if (!object) throw std::bad_alloc();
+        return *object;
+    }
 
 private:
     class Key {

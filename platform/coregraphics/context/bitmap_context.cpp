@@ -1,3 +1,4 @@
+#include "base/out_of_memory.h"
 #include "context/context.h"
 
 #include <cstring>
@@ -58,7 +59,7 @@ CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t heig
     const std::optional<BitmapFormat> format =
         formatOf(width, height, bitsPerComponent, bytesPerRow, !data, space, bitmapInfo);
     if (!format) return nullptr;
-    missesIngredient = false;
+    anyCreationFailed = false;
     if (data) {
         const BorrowedPixels pixels = {static_cast<uint8_t*>(data), releaseCallback, releaseInfo};
         return create<CGContext>(*format, space, pixels);
@@ -94,7 +95,7 @@ CGBitmapInfo CGBitmapContextGetBitmapInfo(CGContextRef c) { return c ? c->format
 
 CGImageRef CGBitmapContextCreateImage(CGContextRef c) {
     if (!c) return nullptr;
-    if (missesIngredient) c->isIncomplete = true;
+    if (anyCreationFailed) c->isIncomplete = true;
     if (c->isIncomplete) return nullptr;
     const BitmapFormat& bitmap = c->format;
     CGImageFormat format;

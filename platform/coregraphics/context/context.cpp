@@ -1,6 +1,6 @@
 #include "context/context.h"
 
-#include "context/spares.h"
+#include "context/context_buffers.h"
 
 #include <algorithm>
 #include <cstring>

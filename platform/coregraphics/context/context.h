@@ -1,6 +1,8 @@
 // The drawing context: a surface, a current path, and a stack of graphics states.
 #pragma once
 
+#include "base/out_of_memory.h"
+#include "base/ref.h"
 #include "context/graphics_state.h"
 #include "image/image.h"
 #include "paint/painter.h"

@@ -1,4 +1,5 @@
 // The current path of a context. Its points are in pixels.
+#include "base/out_of_memory.h"
 #include "context/context.h"
 #include "path/path.h"
 
@@ -114,7 +115,7 @@ CGRect CGContextGetPathBoundingBox(CGContextRef c) {
 
 CGPathRef CGContextCopyPath(CGContextRef c) {
     if (!c || c->path.empty()) return nullptr;
-    return ingredient(orWhenOutOfMemory(CGPathRef{}, [&] { return new CGPath(userPath(c)); }));
+    return noteFailure(orWhenOutOfMemory(CGPathRef{}, [&] { return new CGPath(userPath(c)); }));
 }
 
 bool CGContextPathContainsPoint(CGContextRef c, CGPoint point, CGPathDrawingMode mode) {

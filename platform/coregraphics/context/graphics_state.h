@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/ref.h"
 #include "paint/clip.h"
 #include "stroke/stroke_space.h"
 #include "values/color.h"

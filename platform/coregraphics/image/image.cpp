@@ -1,5 +1,7 @@
 #include "image/image.h"
 
+#include "base/out_of_memory.h"
+
 #include <cstdlib>
 
 using ozcg::PixelLayout;

@@ -1,6 +1,7 @@
 // Images, and the memory that a bitmap context shares with the images made of it.
 #pragma once
 
+#include "base/ref.h"
 #include "values/color_space.h"
 #include "values/data_provider.h"
 

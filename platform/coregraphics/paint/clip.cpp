@@ -1,7 +1,8 @@
 #include "paint/clip.h"
 
 #include "base/fixed255.h"
-#include "raster/scratch.h"
+#include "base/thread_owned.h"
+#include "raster/raster_buffers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,11 +29,16 @@ double overlap(int i, double from, double to) {
 constexpr size_t kKeptMasks = 4;
 constexpr size_t kLargestKeptMask = size_t{1} << 24;
 
+/// Masks that the thread has made; those that no clip holds any more are used again.
+struct KeptMasks {
+    std::vector<Ref<ClipMask>> masks;
+};
+
 } // namespace
 
 Ref<ClipMask> ClipMask::make(const IntRect& box) {
     const bool isKept = box.area() <= kLargestKeptMask;
-    std::vector<Ref<ClipMask>>& kept = Scratch::ofThread().clipMasks;
+    std::vector<Ref<ClipMask>>& kept = ThreadOwned<KeptMasks>::getOrThrow().masks;
     // A reference of its own is all that there is to one that no clip holds any more.
     const auto unused = std::ranges::find_if(kept, [](const auto& mask) { return mask->isUnique(); });
     if (isKept && unused != kept.end()) {
@@ -86,7 +92,7 @@ void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) 
     const IntRect box = shape.box();
     const auto width = static_cast<size_t>(box.width());
     const Ref<ClipMask> mask = ClipMask::make(box);
-    uint8_t* const line = Scratch::ofThread().coverageRowOf(box.width());
+    uint8_t* const line = ThreadOwned<RasterBuffers>::getOrThrow().coverageRowOf(box.width());
     for (int y = 0; y < shape.height(); ++y) {
         uint8_t* const row = mask->row(box.y0 + y);
         std::memset(row, 0, width);

@@ -3,6 +3,7 @@
 
 #include "base/int_rect.h"
 #include "base/object.h"
+#include "base/ref.h"
 #include "raster/coverage.h"
 #include "raster/sweep.h"
 

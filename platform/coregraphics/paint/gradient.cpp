@@ -1,5 +1,8 @@
 #include "paint/gradient.h"
 
+#include "base/out_of_memory.h"
+#include "base/ref.h"
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -82,7 +85,7 @@ CFTypeID CGGradientGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::
 CGGradientRef CGGradientCreateWithColorComponents(CGColorSpaceRef space, const CGFloat* components,
                                                   const CGFloat* locations, size_t count) {
     if (!space || !components || count == 0) return nullptr;
-    return ozcg::ingredient(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
+    return ozcg::noteFailure(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
         std::vector<GradientStop> stops(count);
         for (size_t i = 0; i < count; ++i) {
             const CGFloat* const color = components + i * (space->components() + 1);
@@ -96,7 +99,7 @@ CGGradientRef CGGradientCreateWithColors(CGColorSpaceRef, CFArrayRef colors, con
     const auto count = static_cast<size_t>(CFArrayGetCount(colors));
     const auto isColor = [](const void* value) { return CFGetTypeID(value) == CGColorGetTypeID(); };
     if (count == 0 || !std::ranges::all_of(colors->values, isColor)) return nullptr;
-    return ozcg::ingredient(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
+    return ozcg::noteFailure(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
         std::vector<GradientStop> stops(count);
         for (size_t i = 0; i < count; ++i) {
             const void* const value = colors->values[i];

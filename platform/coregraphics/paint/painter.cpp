@@ -3,20 +3,21 @@
 #include "base/fixed255.h"
 #include "base/thread_owned.h"
 #include "paint/blend.h"
-#include "raster/scratch.h"
+#include "raster/raster_buffers.h"
 
 #include <algorithm>
 #include <new>
 
 namespace ozcg {
 
-Scratch& Scratch::ofThread() {
-    Scratch* const scratch = ThreadOwned<Scratch>::get();
-    if (!scratch) throw std::bad_alloc();
-    return *scratch;
-}
-
 namespace {
+
+RasterBuffers& rasterBuffers() { return ThreadOwned<RasterBuffers>::getOrThrow(); }
+
+/// Colours of the row that is being painted.
+struct SourceRow {
+    std::vector<uint32_t> pixels;
+};
 
 // Larger shapes are drawn in bands, so that the accumulator stays within 32 MB.
 constexpr int64_t kMaxCells = int64_t{8} << 20;
@@ -62,7 +63,7 @@ template <typename Use>
 void accumulateFill(const PathData& path, const IntRect& area, Use&& use) {
     if (path.empty()) return;
     const Bounds bounds = boundsOf(path);
-    CoverageAccumulator& coverage = Scratch::ofThread().coverage;
+    CoverageAccumulator& coverage = rasterBuffers().coverage;
     forEachBand(pixelsIn(bounds, area), [&](const IntRect& band) {
         coverage.begin(band);
         addFillEdges(coverage, path, fromBox(band), moved(bounds, -band.x0, -band.y0));
@@ -86,7 +87,7 @@ void paintRow(const Surface& surface, const Compositing& how, PaintSource& sourc
     if (!how.antialias)
         std::transform(coverage, coverage + n, coverage, [](uint8_t c) { return c < 128 ? 0 : 255; });
     how.clip.apply(y, x, n, coverage);
-    std::vector<uint32_t>& row = Scratch::ofThread().sourceRow;
+    std::vector<uint32_t>& row = ThreadOwned<SourceRow>::getOrThrow().pixels;
     if (row.size() < n) row.resize(n);
     source.fetch(x, y, n, row.data());
     const uint8_t alpha = to255(how.alpha);
@@ -97,7 +98,7 @@ void paintRow(const Surface& surface, const Compositing& how, PaintSource& sourc
 void paintCoverage(const Surface& surface, const Compositing& how, PaintSource& source,
                    CoverageAccumulator& coverage, FillRule rule) {
     const IntRect box = coverage.box();
-    uint8_t* const row = Scratch::ofThread().coverageRowOf(box.width());
+    uint8_t* const row = rasterBuffers().coverageRowOf(box.width());
     const int end = std::min(coverage.endRow(), coverage.height());
     for (int y = coverage.firstRow(); y < end; ++y) {
         const ColumnRange range = sweepRow(coverage, y, rule, row);
@@ -160,12 +161,12 @@ void strokePath(const Surface& surface, const Compositing& how, const PathData& 
     const std::optional<StrokeSpace> whole = StrokeSpace::make(style, ctm, CGAffineTransformIdentity);
     if (!whole) return;
     const Bounds bounds = boundsOf(path);
-    Scratch& scratch = Scratch::ofThread();
+    RasterBuffers& buffers = rasterBuffers();
     forEachBand(pixelsIn(grown(bounds, whole->reach), how.clip.outer()), [&](const IntRect& band) {
-        scratch.coverage.begin(band);
-        addStrokeEdges(scratch.coverage, path, whole->moved(-band.x0, -band.y0), style,
-                       moved(bounds, -band.x0, -band.y0), scratch.edges);
-        paint(scratch.coverage, FillRule::nonZero);
+        buffers.coverage.begin(band);
+        addStrokeEdges(buffers.coverage, path, whole->moved(-band.x0, -band.y0), style,
+                       moved(bounds, -band.x0, -band.y0), buffers.edges);
+        paint(buffers.coverage, FillRule::nonZero);
     });
 }
 
@@ -173,7 +174,7 @@ void paintClip(const Surface& surface, const Compositing& how, PaintSource& sour
     const IntRect& box = how.clip.outer();
     if (box.empty()) return;
     const auto n = static_cast<size_t>(box.width());
-    uint8_t* const row = Scratch::ofThread().coverageRowOf(box.width());
+    uint8_t* const row = rasterBuffers().coverageRowOf(box.width());
     for (int y = box.y0; y < box.y1; ++y) {
         std::fill_n(row, n, uint8_t{255});
         paintRow(surface, how, source, box.x0, y, n, row);
@@ -187,7 +188,7 @@ void clipToPath(Clip& clip, const PathData& path, FillRule rule, bool antialias)
     const Bounds bounds = boundsOf(path);
     const IntRect box = pixelsIn(bounds, clip.outer());
     if (box.empty()) return clip.makeEmpty();
-    CoverageAccumulator& coverage = Scratch::ofThread().coverage;
+    CoverageAccumulator& coverage = rasterBuffers().coverage;
     coverage.begin(box);
     addFillEdges(coverage, path, fromBox(box), moved(bounds, -box.x0, -box.y0));
     clip.intersect(coverage, rule, antialias);

@@ -1,8 +1,11 @@
 #include "path/path.h"
 
-#include "context/spares.h"
+#include "base/out_of_memory.h"
+#include "base/ref.h"
+#include "base/thread_owned.h"
 
 #include <array>
+#include <memory>
 
 using ozcg::PathData;
 using ozcg::Verb;
@@ -21,11 +24,37 @@ void change(CGMutablePathRef path, Function&& function) noexcept {
     if (path) path->data.change(function);
 }
 
+/// Larger paths are not kept: more points than drawings need, and little memory beside a bitmap.
+constexpr size_t kMostKeptPoints = 8192;
+
+/// The path that the thread destroyed last, kept for the next one that it makes: rectangles are made and
+/// destroyed by the thousand.
+struct KeptPath {
+    std::unique_ptr<CGPath> path;
+};
+
+/// An empty path with one reference. Throws std::bad_alloc.
+ozcg::Ref<CGPath> makePath() {
+    KeptPath* const kept = ozcg::ThreadOwned<KeptPath>::get();
+    if (!kept || !kept->path) return ozcg::Ref<CGPath>::adopting(new CGPath);
+    return ozcg::Ref<CGPath>::retaining(kept->path.release());
+}
+
+/// Keeps a path that has no references any more. False when the caller has to delete it.
+bool keepPath(CGPath* path) noexcept {
+    if (path->data.capacity() > kMostKeptPoints) return false;
+    KeptPath* const kept = ozcg::ThreadOwned<KeptPath>::get();
+    if (!kept || kept->path) return false;
+    path->data.clear();
+    kept->path.reset(path);
+    return true;
+}
+
 /// A new path that `function` has added to; NULL when memory is short.
 template <class Function>
 CGMutablePathRef createWith(Function&& function) noexcept {
-    return ozcg::ingredient(ozcg::orWhenOutOfMemory(CGMutablePathRef{}, [&] {
-        auto path = ozcg::takePath();
+    return ozcg::noteFailure(ozcg::orWhenOutOfMemory(CGMutablePathRef{}, [&] {
+        auto path = makePath();
         function(path->data);
         return path.leak();
     }));
@@ -45,7 +74,7 @@ CGPathElementType elementType(Verb verb) {
 } // namespace
 
 void CGPath::dispose() noexcept {
-    if (!ozcg::leavePath(this)) Object::dispose();
+    if (!keepPath(this)) Object::dispose();
 }
 
 CFTypeID CGPathGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::path); }
@@ -88,9 +117,7 @@ CGPathRef CGPathRetain(CGPathRef path) { return ozcg::retained(path); }
 
 void CGPathRelease(CGPathRef path) { ozcg::released(path); }
 
-bool CGPathEqualToPath(CGPathRef path1, CGPathRef path2) {
-    return path1 == path2 || (path1 && path2 && path1->data == path2->data);
-}
+bool CGPathEqualToPath(CGPathRef path1, CGPathRef path2) { return CFEqual(path1, path2); }
 
 void CGPathMoveToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFloat x, CGFloat y) {
     change(path, [&](PathData& data) { data.moveTo(mapped(m, x, y)); });

@@ -11,6 +11,10 @@ struct CGPath final : ozcg::Object {
     explicit CGPath(ozcg::PathData content) noexcept : Object(ozcg::TypeId::path), data(std::move(content)) {}
     ~CGPath() override = default;
 
+    bool isEqualTo(const Object& other) const noexcept override {
+        return data == static_cast<const CGPath&>(other).data;
+    }
+
     ozcg::PathData data;
 
 private:

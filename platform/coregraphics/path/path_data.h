@@ -3,6 +3,7 @@
 
 #include "base/growing_array.h"
 #include "base/object.h"
+#include "base/out_of_memory.h"
 
 #include <CoreGraphics/CGAffineTransform.h>
 

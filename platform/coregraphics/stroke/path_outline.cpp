@@ -3,6 +3,7 @@
 // The stroker and the dasher work in pixels: they flatten to a fraction of one. A path has no pixels, so it
 // is outlined as large as kWorkingSize of them, and as exactly. The factor is a power of two and changes no
 // digit.
+#include "base/out_of_memory.h"
 #include "path/path.h"
 #include "stroke/path_stroker.h"
 
@@ -131,7 +132,7 @@ void addDashes(PathData& dashed, const PathData& path, std::span<const double> l
 
 template <class Function>
 CGPathRef createFrom(CGPathRef path, Function&& function) noexcept {
-    return ozcg::ingredient(ozcg::orWhenOutOfMemory(CGPathRef{}, [&]() -> CGPathRef {
+    return ozcg::noteFailure(ozcg::orWhenOutOfMemory(CGPathRef{}, [&]() -> CGPathRef {
         PathData data;
         function(data);
         if (path->data.isIncomplete()) data.markIncomplete();

@@ -1,5 +1,7 @@
 #include "values/color.h"
 
+#include "base/out_of_memory.h"
+
 #include <algorithm>
 
 namespace ozcg {
@@ -32,8 +34,9 @@ CGColor::CGColor(const CGColor& other, CGFloat alpha) noexcept
     components[count() - 1] = alpha;
 }
 
-bool CGColor::operator==(const CGColor& other) const noexcept {
-    return space == other.space && components == other.components;
+bool CGColor::isEqualTo(const Object& other) const noexcept {
+    const auto& color = static_cast<const CGColor&>(other);
+    return space == color.space && components == color.components;
 }
 
 namespace {
@@ -49,7 +52,7 @@ CFTypeID CGColorGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::col
 
 CGColorRef CGColorCreate(CGColorSpaceRef space, const CGFloat* components) {
     if (!space || !components) return nullptr;
-    return ozcg::ingredient(ozcg::create<CGColor>(space, components));
+    return ozcg::noteFailure(ozcg::create<CGColor>(space, components));
 }
 
 CGColorRef CGColorCreateGenericGray(CGFloat gray, CGFloat alpha) {
@@ -70,7 +73,7 @@ CGColorRef CGColorCreateSRGB(CGFloat red, CGFloat green, CGFloat blue, CGFloat a
 CGColorRef CGColorCreateCopy(CGColorRef color) { return ozcg::retained(color); }
 
 CGColorRef CGColorCreateCopyWithAlpha(CGColorRef color, CGFloat alpha) {
-    return color ? ozcg::ingredient(ozcg::create<CGColor>(*color, alpha)) : nullptr;
+    return color ? ozcg::noteFailure(ozcg::create<CGColor>(*color, alpha)) : nullptr;
 }
 
 CGColorRef CGColorRetain(CGColorRef color) { return ozcg::retained(color); }

@@ -1,6 +1,7 @@
 // Colours, and their way into pixels.
 #pragma once
 
+#include "base/ref.h"
 #include "values/color_space.h"
 
 #include <CoreGraphics/CGColor.h>
@@ -49,7 +50,7 @@ struct CGColor final : ozcg::Object {
 
     size_t count() const noexcept { return space->components() + 1; }
     ozcg::Rgba rgba() const noexcept { return ozcg::rgbaFromComponents(*space, components.data()); }
-    bool operator==(const CGColor& other) const noexcept;
+    bool isEqualTo(const Object& other) const noexcept override;
 
     const ozcg::Ref<CGColorSpace> space;
     std::array<CGFloat, ozcg::kMaxColorComponents> components{}; // set once, by the constructor

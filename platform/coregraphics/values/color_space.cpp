@@ -1,5 +1,9 @@
 #include "values/color_space.h"
 
+#include "base/immortal.h"
+#include "base/out_of_memory.h"
+#include "base/ref.h"
+
 #include <array>
 
 namespace {
@@ -47,7 +51,7 @@ CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name) {
 
 CGColorSpaceRef CGColorSpaceCreateCalibratedRGB(const CGFloat whitePoint[3], const CGFloat*, const CGFloat*,
                                                 const CGFloat*) {
-    return whitePoint ? ozcg::ingredient(ozcg::create<CGColorSpace>()) : nullptr;
+    return whitePoint ? ozcg::noteFailure(ozcg::create<CGColorSpace>()) : nullptr;
 }
 
 CGColorSpaceRef CGColorSpaceRetain(CGColorSpaceRef space) { return ozcg::retained(space); }

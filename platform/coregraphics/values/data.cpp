@@ -1,5 +1,7 @@
 #include "values/data.h"
 
+#include "base/out_of_memory.h"
+
 #include <algorithm>
 
 CFArray::CFArray(std::vector<const void*> list, bool objects)

@@ -12,11 +12,19 @@ struct CFString final : ozcg::Object {
     /// Text that lives for ever: a literal.
     constexpr explicit CFString(const char* literal) noexcept : Object(ozcg::TypeId::string), text(literal) {}
 
+    bool isEqualTo(const Object& other) const noexcept override {
+        return text == static_cast<const CFString&>(other).text;
+    }
+
     const std::string_view text; // ASCII, followed by a NUL
 };
 
 struct CFData final : ozcg::Object {
     explicit CFData(std::vector<UInt8> value) : Object(ozcg::TypeId::data), bytes(std::move(value)) {}
+
+    bool isEqualTo(const Object& other) const noexcept override {
+        return bytes == static_cast<const CFData&>(other).bytes;
+    }
 
     const std::vector<UInt8> bytes;
 };

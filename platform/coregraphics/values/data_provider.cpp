@@ -1,5 +1,6 @@
 #include "values/data_provider.h"
 
+#include "base/out_of_memory.h"
 #include "values/data.h"
 
 using ozcg::Object;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/object.h"
+#include "base/ref.h"
 
 #include <CoreGraphics/CGDataProvider.h>
 

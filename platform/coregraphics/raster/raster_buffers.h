@@ -1,6 +1,5 @@
 #pragma once
 
-#include "paint/clip.h"
 #include "raster/coverage.h"
 #include "raster/path_edges.h"
 #include "raster/sweep.h"
@@ -10,13 +9,11 @@
 
 namespace ozcg {
 
-/// Buffers for drawing that a thread keeps, so that once warmed up it allocates none.
-struct Scratch {
+/// Buffers for finding coverage that a thread keeps, so that once warmed up it allocates none.
+struct RasterBuffers {
     CoverageAccumulator coverage;
     EdgeBuffers edges;
     std::vector<uint8_t> coverageRow;
-    std::vector<uint32_t> sourceRow;
-    std::vector<Ref<ClipMask>> clipMasks; // all that the thread made, but for those beyond a number
 
     /// Room for the coverage of a row that wide, and the padding that a sweep needs. Throws std::bad_alloc.
     uint8_t* coverageRowOf(int width) {
@@ -24,9 +21,6 @@ struct Scratch {
         if (coverageRow.size() < size) coverageRow.resize(size);
         return coverageRow.data();
     }
-
-    /// The calling thread's. Throws std::bad_alloc.
-    static Scratch& ofThread();
 };
 
 } // namespace ozcg

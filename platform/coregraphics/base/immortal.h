@@ -1,0 +1,17 @@
+#pragma once
+
+#include <utility>
+
+namespace ozcg {
+
+/// A static object that is never destroyed, so that it outlives every user of it.
+template <class T>
+union Immortal {
+    template <class... Args>
+    constexpr explicit Immortal(Args&&... args) : value(std::forward<Args>(args)...) {}
+    ~Immortal() {}
+
+    T value;
+};
+
+} // namespace ozcg
