@@ -2,15 +2,12 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include "svg/element_attributes.h"
-#include "svg/nesting_depth.h"
 
 #include <algorithm>
 #include <string_view>
 
 namespace ozm {
 namespace {
-
-constexpr uint64_t kNoElement = ~uint64_t{0};
 
 /// What the XML reader leaves out: data nodes, string terminators (the text stays unchanged), entity
 /// translation.
@@ -21,7 +18,7 @@ using XMLDocument = rapidxml::xml_document<char>;
 
 /// False for malformed text.
 bool ParseXML(XMLDocument& xml, char* text) {
-    if (NestsDeeperThan(text, kMaximumNestingDepth)) return false;
+    if (NestsDeeperThan(text)) return false;
     try {
         xml.parse<kXMLFlags>(text);
     } catch (const rapidxml::parse_error&) {

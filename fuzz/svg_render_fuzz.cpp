@@ -1,10 +1,9 @@
 // From any text to pixels.
-#include "base/errors.h"
-#include "base/tool_limits.h"
-#include "report/drawing_cost.h"
 #include "require.h"
 
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
+#include <Ozmira/ozmDrawingCost.h>
+#include <Ozmira/ozmLimits.h>
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include <cstddef>
@@ -13,15 +12,11 @@
 
 namespace {
 
-/// The renderer follows references without a guard; what would never end, or take too long, is not drawn.
+/// The renderer follows references without a guard, so a drawing that would never end, or take too long, is not drawn.
 bool IsCheap(const ozm::Document& document) {
-    try {
-        const ozm::tool::DrawingCost cost = ozm::tool::MeasureDrawing(document);
-        return cost.elements <= 1'000 && cost.segments <= 20'000 &&
-               cost.depth <= ozm::tool::kMaximumDrawingDepth;
-    } catch (const ozm::tool::FileError&) {
-        return false;
-    }
+    const ozm::DrawingCost cost = ozm::MeasureDrawing(document);
+    return cost.cycle == ozm::kNoElement && cost.elements <= 1'000 && cost.segments <= 20'000 &&
+           cost.depth <= ozm::kMaximumNestingDepth;
 }
 
 /// No component of a premultiplied pixel exceeds its alpha, which comes first.

@@ -73,7 +73,7 @@ void CoreGraphicsRenderer::SetDocument(Document* document) {
     m_cgPathCache.clear();
     m_cgElementPathCache.clear();
     m_cgGradientCache.clear();
-    m_definitionIndex.clear();
+    m_references = document ? References(*document) : References();
 }
 
 CGRect CoreGraphicsRenderer::ViewBox() const {

@@ -10,9 +10,6 @@
 namespace ozm {
 namespace {
 
-/// Up to this many definitions a search from the front is as quick as a hash.
-constexpr size_t kDefinitionsWithoutIndex = 32;
-
 /// Pushes a copy of the top record and saves the graphics state; undoes both at the end of the scope.
 class ElementScope {
 public:
@@ -126,7 +123,7 @@ void CoreGraphicsRenderer::renderElement(const Element& element, CGContextRef co
         break;
     case Element::Type::Use:
         CGContextTranslateCTM(context, element.position.x, element.position.y);
-        if (const Element* target = resolveReference(element.href)) renderElement(*target, context);
+        if (const Element* target = m_references.Find(element.href)) renderElement(*target, context);
         break;
     case Element::Type::Path:
     case Element::Type::Ellipse:
@@ -142,7 +139,7 @@ void CoreGraphicsRenderer::clipElement(const Element& element, CGContextRef cont
     case Element::Type::Ellipse: addEllipse(element, context); break;
     case Element::Type::Rect: addRect(element, context); break;
     case Element::Type::Use: {
-        const Element* target = resolveReference(element.href);
+        const Element* target = m_references.Find(element.href);
         if (target == nullptr) break;
         if (target->type == Element::Type::ClipPath) {
             for (const uint64_t child : target->children) clipElement(m_document->elements[child], context);
@@ -156,24 +153,6 @@ void CoreGraphicsRenderer::clipElement(const Element& element, CGContextRef cont
     default: break;
     }
     concatInverse(element.transform, context);
-}
-
-const Element* CoreGraphicsRenderer::resolveReference(const std::string& name) {
-    if (name.empty()) return nullptr;
-    const std::vector<Definition>& definitions = m_document->definitions;
-    if (definitions.size() <= kDefinitionsWithoutIndex) {
-        const auto found = std::find_if(definitions.begin(), definitions.end(),
-                                        [&](const Definition& definition) { return definition.id == name; });
-        return found == definitions.end() ? nullptr : &m_document->elements[found->elementIndex];
-    }
-    if (m_definitionIndex.empty()) {
-        decltype(m_definitionIndex) index(definitions.size());
-        for (const Definition& definition : definitions)
-            index.try_emplace(definition.id, definition.elementIndex);
-        m_definitionIndex = std::move(index);
-    }
-    const auto found = m_definitionIndex.find(name);
-    return found == m_definitionIndex.end() ? nullptr : &m_document->elements[found->second];
 }
 
 CGPathRef CoreGraphicsRenderer::cgPathForElement(const Element& element) {

@@ -143,7 +143,7 @@ void CoreGraphicsRenderer::setStyle(const Style& style, CGContextRef context) {
 }
 
 void CoreGraphicsRenderer::applyClipPath(const std::string& name, CGContextRef context) {
-    const Element* clipPath = resolveReference(name);
+    const Element* clipPath = m_references.Find(name);
     if (clipPath == nullptr || clipPath->type != Element::Type::ClipPath) return;
     for (const uint64_t child : clipPath->children) clipElement(m_document->elements[child], context);
     if (isEvenOdd(m_renderingState.Top().clipRule))
@@ -167,7 +167,7 @@ void CoreGraphicsRenderer::paintShape(const Element& element, CGContextRef conte
         return;
     }
 
-    const Element* source = resolveReference(state.fillReference);
+    const Element* source = m_references.Find(state.fillReference);
     if (source != nullptr && source->type == Element::Type::GradientElement)
         fillWithGradient(source->gradient, element, context);
     if (isStroked) {

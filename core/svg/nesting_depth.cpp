@@ -1,4 +1,4 @@
-#include "svg/nesting_depth.h"
+#include <Ozmira/ozmLimits.h>
 
 #include <algorithm>
 #include <cstddef>

@@ -5,8 +5,6 @@
 namespace ozm {
 namespace {
 
-constexpr uint64_t kNoElement = ~uint64_t{0};
-
 /// Stores the number of an attribute; false, leaving `number` alone, where there is no such attribute.
 bool ReadNumberAttribute(const XMLNode& node, std::string_view name, double& number) {
     StringView value;

@@ -24,11 +24,11 @@ uint64_t SVGParser::ProcessClipPathNode(const XMLNode& node) {
     return ProcessContainerNode(node, Element::Type::ClipPath);
 }
 
-uint64_t SVGParser::ProcessSymbolNode(const XMLNode&) { return ~uint64_t{0}; }
+uint64_t SVGParser::ProcessSymbolNode(const XMLNode&) { return kNoElement; }
 
-uint64_t SVGParser::ProcessMetadataNode(const XMLNode&) { return ~uint64_t{0}; }
+uint64_t SVGParser::ProcessMetadataNode(const XMLNode&) { return kNoElement; }
 
-uint64_t SVGParser::ProcessTextNode(const XMLNode&) { return ~uint64_t{0}; }
+uint64_t SVGParser::ProcessTextNode(const XMLNode&) { return kNoElement; }
 
 uint64_t SVGParser::ProcessUseNode(const XMLNode& node) {
     const uint64_t index = AddElement(Element::Type::Use);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmReferences.h>
 #include <Ozmira/ozmRenderingStack.h>
 #include <Ozmira/ozmRenderingState.h>
 
@@ -9,7 +10,6 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -82,7 +82,6 @@ private:
 
     void renderElement(const Element& element, CGContextRef context);
     void clipElement(const Element& element, CGContextRef context);
-    const Element* resolveReference(const std::string& name);
 
     CGPathRef cgPathForElement(const Element& element);
     void addCGPathForElement(const Element& element, CGContextRef context);
@@ -105,9 +104,7 @@ private:
     bool m_debugRendering = false;
     std::function<bool()> m_stopRequest;
     bool m_isStopped = false; ///< The drawing at hand, or the last one.
-    /// Element index of each id, the first one winning; filled by the first reference in a document of many
-    /// definitions.
-    std::unordered_map<std::string_view, uint64_t> m_definitionIndex;
+    References m_references;
 };
 
 /// A gradient of the stops as they stand: neither sorted nor clamped. Null where CoreGraphics makes none, as

@@ -10,6 +10,9 @@
 
 namespace ozm {
 
+/// In place of an index into `Document::elements`: no element.
+inline constexpr uint64_t kNoElement = ~uint64_t{0};
+
 /// What a container element carries.
 struct Group {
     std::vector<uint64_t> children; ///< Indices into `Document::elements`, in document order.

@@ -1,7 +1,6 @@
 #include <Ozmira/ozmLimits.h>
 #include <Ozmira/SVG/ozmSVGParser.h>
 
-#include "svg/nesting_depth.h"
 
 #include <gtest/gtest.h>
 

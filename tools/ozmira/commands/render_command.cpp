@@ -11,7 +11,7 @@
 #include "picture/icon_renderer.h"
 #include "picture/png_encoder.h"
 #include "report/batch_report.h"
-#include "report/drawing_cost.h"
+#include "report/drawing_check.h"
 
 #include <CLI/CLI.hpp>
 

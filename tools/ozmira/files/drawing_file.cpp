@@ -5,8 +5,6 @@
 #include "base/tool_limits.h"
 #include "files/input_file.h"
 
-#include "svg/nesting_depth.h"
-
 #include <Ozmira/SVG/ozmSVGParser.h>
 #include <rapidxml/rapidxml.hpp>
 
@@ -67,7 +65,7 @@ std::string WhyNothingToDraw(const std::string& text) {
     if (text.empty()) return "empty; is it the right file?";
     if (const std::string format = RecogniseForeignFormat(text); !format.empty()) return format;
     if (read.empty()) return "not XML: it begins with a NUL byte; is it the right file?";
-    if (NestsDeeperThan(text.c_str(), kMaximumNestingDepth)) {
+    if (NestsDeeperThan(text.c_str())) {
         return "nests elements deeper than " + FormatCount(kMaximumNestingDepth) +
                " levels; take out groups that hold one group only";
     }

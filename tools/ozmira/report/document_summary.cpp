@@ -1,17 +1,18 @@
 #include "report/document_summary.h"
 
 #include "base/errors.h"
-#include "report/definitions.h"
 #include "report/ignored_features.h"
+
+#include <Ozmira/ozmReferences.h>
 
 namespace ozm::tool {
 namespace {
 
 std::set<std::string> FindMissingIds(const Document& document) {
-    const Definitions definitions(document);
+    References references(document);
     std::set<std::string> missing;
     const auto check = [&](const std::string& id) {
-        if (!id.empty() && !definitions.Find(id)) missing.insert(id);
+        if (!id.empty() && !references.Find(id)) missing.insert(id);
     };
     for (const Element& element : document.elements) {
         if (element.type == Element::Type::Use) check(element.href);

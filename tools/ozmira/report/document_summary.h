@@ -1,7 +1,7 @@
 #pragma once
 
 #include "files/drawing_file.h"
-#include "report/drawing_cost.h"
+#include "report/drawing_check.h"
 
 #include <Ozmira/ozmDocument.h>
 

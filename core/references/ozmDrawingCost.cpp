@@ -1,23 +1,19 @@
-// Depth-first search with memorised results over the graph that drawing walks. It keeps its own stack,
-// because chains of references can be as long as the file.
-#include "report/drawing_cost.h"
-
-#include "base/errors.h"
-#include "base/text.h"
-#include "base/tool_limits.h"
-#include "report/definitions.h"
+// Depth-first search over the graph that drawing walks, with memorised results. It keeps a stack of its own, because
+// chains of references can be as long as the file.
+#include <Ozmira/ozmDrawingCost.h>
+#include <Ozmira/ozmReferences.h>
 
 #include <algorithm>
+#include <limits>
 #include <optional>
-#include <string>
 #include <vector>
 
-namespace ozm::tool {
+namespace ozm {
 namespace {
 
-/// The ways in which an element is reached, each of which leads on to different elements.
+/// The ways in which drawing reaches an element. Each leads on to different elements.
 enum class Role : uint8_t {
-    Drawn,         ///< Painted with all that is under it.
+    Drawn,         ///< Painted with everything under it.
     ClipContainer, ///< A clip path whose children are added to a clip.
     Clipped,       ///< Added to a clip.
 };
@@ -28,10 +24,17 @@ struct Node {
     Role role;
 };
 
+/// Of a node and everything that drawing reaches from it.
+struct Cost {
+    uint32_t elements = 0;
+    uint32_t segments = 0;
+    uint32_t depth = 0;
+};
+
 struct Record {
     enum class State : uint8_t { Unseen, Open, Done };
 
-    DrawingCost cost;
+    Cost cost;
     State state = State::Unseen;
 };
 
@@ -42,14 +45,13 @@ struct Frame {
     size_t nextChild = 0;
 };
 
-uint32_t AddUpTo(uint32_t a, uint64_t b, uint32_t limit) {
-    // One more than the limit says that it is exceeded.
-    return static_cast<uint32_t>(std::min<uint64_t>(a + b, uint64_t{limit} + 1));
+uint32_t Saturate(uint64_t count) {
+    return static_cast<uint32_t>(std::min<uint64_t>(count, std::numeric_limits<uint32_t>::max()));
 }
 
-void Add(DrawingCost& total, const DrawingCost& part) {
-    total.elements = AddUpTo(total.elements, part.elements, kMaximumDrawnElements);
-    total.segments = AddUpTo(total.segments, part.segments, kMaximumDrawnSegments);
+void Add(Cost& total, const Cost& part) {
+    total.elements = Saturate(uint64_t{total.elements} + part.elements);
+    total.segments = Saturate(uint64_t{total.segments} + part.segments);
     total.depth = std::max(total.depth, part.depth);
 }
 
@@ -71,20 +73,24 @@ uint64_t CountSegments(const Element& element) {
 class DrawingMeasure {
 public:
     explicit DrawingMeasure(const Document& document)
-        : m_document(document), m_definitions(document), m_records(document.elements.size() * kRoles) {}
+        : m_document(document), m_references(document), m_records(document.elements.size() * kRoles) {}
 
     DrawingCost Run() {
         if (m_document.elements.empty()) return {};
         const Node root{0, Role::Drawn};
         Open(root);
         while (!m_frames.empty()) {
-            if (const std::optional<Node> next = NextSuccessor(m_frames.back())) {
-                Visit(*next);
-            } else {
+            const std::optional<Node> next = NextSuccessor(m_frames.back());
+            if (!next) {
                 Close();
+            } else if (RecordOf(*next).state == Record::State::Open) {
+                return {.cycle = FindElementOfCycle(*next)};
+            } else {
+                Visit(*next);
             }
         }
-        return RecordOf(root).cost;
+        const Cost& cost = RecordOf(root).cost;
+        return {cost.elements, cost.segments, cost.depth};
     }
 
 private:
@@ -95,21 +101,21 @@ private:
         Record& record = RecordOf(node);
         record.state = Record::State::Open;
         if (node.role != Role::ClipContainer) {
-            // What is hidden, or no shape, still has to be looked at each time.
+            // Elements that are hidden or no shape still have to be looked at each time.
             record.cost.elements = 1;
             const bool skipped = node.role == Role::Drawn && ElementOf(node).hidden;
             const uint64_t segments = skipped ? 0 : CountSegments(ElementOf(node));
-            record.cost.segments = AddUpTo(0, segments, kMaximumDrawnSegments);
+            record.cost.segments = Saturate(segments);
         }
         m_frames.push_back({node});
     }
 
     void Visit(Node next) {
         const Record& record = RecordOf(next);
-        switch (record.state) {
-        case Record::State::Unseen: Open(next); break;
-        case Record::State::Open: ThrowCycle(next);
-        case Record::State::Done: Add(RecordOf(m_frames.back().node).cost, record.cost); break;
+        if (record.state == Record::State::Unseen) {
+            Open(next);
+        } else {
+            Add(RecordOf(m_frames.back().node).cost, record.cost);
         }
     }
 
@@ -123,20 +129,17 @@ private:
         if (!m_frames.empty()) Add(RecordOf(m_frames.back().node).cost, record.cost);
     }
 
-    [[noreturn]] void ThrowCycle(Node node) const {
-        // A cycle holds at least one reference; the first element on the way round that has an id says where.
-        std::string where;
-        for (auto frame = m_frames.rbegin(); where.empty(); ++frame) {
-            where = ElementOf(frame->node).id;
-            if (frame->node.element == node.element && frame->node.role == node.role) break;
+    /// The element nearest to the reference that closes the cycle at `first` which has an id, or else `first`'s own.
+    uint64_t FindElementOfCycle(Node first) const {
+        for (auto frame = m_frames.rbegin();; ++frame) {
+            const Node node = frame->node;
+            const bool isFirst = node.element == first.element && node.role == first.role;
+            if (isFirst || !ElementOf(node).id.empty()) return node.element;
         }
-        throw FileError("its references form a cycle" +
-                        (where.empty() ? std::string() : " through \"#" + OnOneLine(where) + "\"") +
-                        "; take out the use or clip-path that leads back");
     }
 
     /// The next node that drawing reaches from this one, in the order of drawing.
-    std::optional<Node> NextSuccessor(Frame& frame) const {
+    std::optional<Node> NextSuccessor(Frame& frame) {
         const Element& element = ElementOf(frame.node);
         switch (frame.node.role) {
         case Role::Drawn: {
@@ -152,21 +155,23 @@ private:
         return std::nullopt;
     }
 
+    bool IsClipPath(uint64_t index) const {
+        return index != kNoElement && m_document.elements[index].type == Element::Type::ClipPath;
+    }
+
     const std::vector<StyleProperty>& PropertiesOf(const Element& element) const {
         static const std::vector<StyleProperty> kNone;
         return element.styleIndex < 0 ? kNone
                                       : m_document.styles[static_cast<size_t>(element.styleIndex)].properties;
     }
 
-    std::optional<Node> NextClip(Frame& frame, const Element& element) const {
+    std::optional<Node> NextClip(Frame& frame, const Element& element) {
         const auto& properties = PropertiesOf(element);
         while (frame.nextProperty < properties.size()) {
             const StyleProperty& property = properties[frame.nextProperty++];
             if (property.type != StyleProperty::Type::ClipPathURL) continue;
-            const auto target = m_definitions.Find(property.url);
-            if (target && m_document.elements[*target].type == Element::Type::ClipPath) {
-                return Node{*target, Role::ClipContainer};
-            }
+            const uint64_t target = m_references.FindIndex(property.url);
+            if (IsClipPath(target)) return Node{target, Role::ClipContainer};
         }
         return std::nullopt;
     }
@@ -185,16 +190,15 @@ private:
         return Node{element.children[frame.nextChild++], role};
     }
 
-    std::optional<Node> NextReferenced(Frame& frame, const Element& element, Role role) const {
+    std::optional<Node> NextReferenced(Frame& frame, const Element& element, Role role) {
         if (element.type != Element::Type::Use || frame.nextChild++ > 0) return std::nullopt;
-        const auto target = m_definitions.Find(element.href);
-        if (!target) return std::nullopt;
-        const bool isClipPath = m_document.elements[*target].type == Element::Type::ClipPath;
-        return Node{*target, role == Role::Clipped && isClipPath ? Role::ClipContainer : role};
+        const uint64_t target = m_references.FindIndex(element.href);
+        if (target == kNoElement) return std::nullopt;
+        return Node{target, role == Role::Clipped && IsClipPath(target) ? Role::ClipContainer : role};
     }
 
     const Document& m_document;
-    Definitions m_definitions;
+    References m_references;
     std::vector<Record> m_records;
     std::vector<Frame> m_frames;
 };
@@ -203,21 +207,4 @@ private:
 
 DrawingCost MeasureDrawing(const Document& document) { return DrawingMeasure(document).Run(); }
 
-DrawingCost CheckDrawing(const Document& document) {
-    const DrawingCost cost = MeasureDrawing(document);
-    if (cost.elements > kMaximumDrawnElements) {
-        throw FileError("draws more than " + FormatCount(kMaximumDrawnElements) +
-                        " elements once its references are followed; use fewer levels of use elements");
-    }
-    if (cost.segments > kMaximumDrawnSegments) {
-        throw FileError("draws more than " + FormatCount(kMaximumDrawnSegments) +
-                        " path segments once its references are followed; use fewer levels of use elements");
-    }
-    if (cost.depth > kMaximumDrawingDepth) {
-        throw FileError("draws elements inside elements deeper than " + FormatCount(kMaximumDrawingDepth) +
-                        " levels once its references are followed; shorten the chain of use elements");
-    }
-    return cost;
-}
-
-} // namespace ozm::tool
+} // namespace ozm
