@@ -6,6 +6,8 @@
 #import <Ozmira/OZMImageCache.h>
 #import <Ozmira/UIColor+OZMColor.h>
 
+#include <Ozmira/OZMFitToSize.h>
+
 #include <cmath>
 
 namespace {
@@ -25,8 +27,7 @@ NSDictionary* textAttributes(ozm::Log::Level level) {
 }
 
 NSAttributedString* logLine(const ozm::Log::Entry& entry) {
-    NSString* text =
-        [NSString stringWithFormat:@"%s %s\n", ozm::Log::Label(entry.level), entry.message.c_str()];
+    NSString* const text = [NSString stringWithFormat:@"%s", ozm::to_string(entry).c_str()];
     return [[[NSMutableAttributedString alloc] initWithString:text
                                                    attributes:textAttributes(entry.level)] autorelease];
 }
@@ -34,14 +35,14 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 } // namespace
 
 @interface OZMDocument ()
-/// Nil after a purge. Atomic, so that a purge on one thread leaves a drawing thread what it draws.
-@property (atomic, retain) OZMConcreteDocument* loadedDocument;
+/// Nil after a purge. Atomic, so that a purge on one thread does not take from another what it draws.
+@property (atomic, retain) OZMConcreteDocument* heldConcreteDocument;
 @end
 
 @implementation OZMDocument
 
 @synthesize url = _url;
-@synthesize loadedDocument = _concreteDocument;
+@synthesize heldConcreteDocument = _concreteDocument;
 @synthesize documentSize = _documentSize;
 @synthesize debugRenderLogging = _debugRenderLogging;
 
@@ -88,22 +89,22 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 }
 
 - (void)purgeDocument {
-    self.loadedDocument = nil;
+    self.heldConcreteDocument = nil;
 }
 
 - (OZMConcreteDocument*)reloadDocument {
     OZMConcreteDocument* document = nil;
     ozm::dispatchSync(_queue, [&] {
-        document = [self.loadedDocument retain];
+        document = [self.heldConcreteDocument retain];
         if (document) return;
         document = [[OZMConcreteDocument alloc] initWithContentsOfURL:_url];
-        self.loadedDocument = document;
+        self.heldConcreteDocument = document;
     });
     return [document autorelease];
 }
 
 - (OZMConcreteDocument*)concreteDocument {
-    OZMConcreteDocument* const loaded = self.loadedDocument;
+    OZMConcreteDocument* const loaded = self.heldConcreteDocument;
     return loaded ? loaded : [self reloadDocument];
 }
 
@@ -127,13 +128,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 }
 
 - (CGSize)imageSizeFitToSize:(CGSize)size scale:(CGFloat)scale {
-    // The renderer's arithmetic without the file: its content may be purged.
-    ozm::Document frame;
-    frame.size.width.value = _documentSize.width;
-    frame.size.height.value = _documentSize.height;
-    ozm::CoreGraphicsRenderer renderer;
-    renderer.SetDocument(&frame);
-    return renderer.imageSizeFitToSize(size, scale);
+    return ozm::FitToPixels(_documentSize, size, scale);
 }
 
 - (void)drawInRect:(CGRect)rect inContext:(CGContextRef)context {

@@ -213,28 +213,23 @@ uint64_t SVGParser::AddElement(Element::Type type) {
 }
 
 void SVGParser::ProcessIDAttribute(Element& element, const XMLNode& node) {
-    ProcessIDAttribute(element, ElementAttributes(node));
-}
-
-void SVGParser::ProcessIDAttribute(Element& element, const ElementAttributes& attributes) {
-    if (const StringView* const id = attributes.ID()) element.id.assign(id->data, id->length);
+    StringView id;
+    if (node.FindAttribute("id", id)) element.id.assign(id.data, id.length);
 }
 
 void SVGParser::ProcessTransformAttribute(Element& element, const XMLNode& node) {
-    ProcessTransformAttribute(element, ElementAttributes(node));
-}
-
-void SVGParser::ProcessTransformAttribute(Element& element, const ElementAttributes& attributes) {
     element.transform = TransformIdentity;
-    if (const StringView* const value = attributes.Transform()) ParseTransform(*value, element.transform);
+    StringView transform;
+    if (node.FindAttribute("transform", transform)) ParseTransform(transform, element.transform);
 }
 
 void SVGParser::ProcessCommonAttributes(uint64_t index, const XMLNode& node) {
     Element& element = document->elements[index];
     const ElementAttributes attributes(node);
-    ProcessIDAttribute(element, attributes);
+    if (const StringView* const id = attributes.ID()) element.id.assign(id->data, id->length);
     ProcessStyleAttributes(element, attributes);
-    ProcessTransformAttribute(element, attributes);
+    if (const StringView* const transform = attributes.Transform())
+        ParseTransform(*transform, element.transform);
 }
 
 } // namespace ozm

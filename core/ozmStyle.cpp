@@ -5,28 +5,21 @@
 #include <utility>
 
 namespace ozm {
-namespace {
 
-/// Which member of the union is alive.
-enum class Payload { Color, Number, Keyword, DashArray, URL };
-
-Payload PayloadOf(StyleProperty::Type type) {
-    using Type = StyleProperty::Type;
+StyleProperty::Payload StyleProperty::PayloadOf(Type type) {
     switch (type) {
     case Type::StrokeColor:
     case Type::FillColor: return Payload::Color;
     case Type::StrokeLineCap:
     case Type::StrokeLineJoin:
-    case Type::FillRule:
-    case Type::ClipRule: return Payload::Keyword;
+    case Type::FillRule: return Payload::Keyword;
     case Type::StrokeDashArray: return Payload::DashArray;
     case Type::FillURL:
     case Type::ClipPathURL: return Payload::URL;
+    case Type::ClipRule: return Payload::None;
     default: return Payload::Number;
     }
 }
-
-} // namespace
 
 StyleProperty::StyleProperty(Type ofType) noexcept : type(ofType) { ConstructEmpty(); }
 
@@ -34,7 +27,8 @@ StyleProperty::StyleProperty(const StyleProperty& other) : type(other.type) {
     switch (PayloadOf(type)) {
     case Payload::Color: new (&color) Color(other.color); break;
     case Payload::Number: number = other.number; break;
-    case Payload::Keyword: keyword = type == Type::ClipRule ? 0 : other.keyword; break;
+    case Payload::Keyword: keyword = other.keyword; break;
+    case Payload::None: keyword = 0; break;
     case Payload::DashArray: new (&dashArray) std::vector<double>(other.dashArray); break;
     case Payload::URL: new (&url) std::string(other.url); break;
     }
@@ -59,7 +53,8 @@ void StyleProperty::ConstructEmpty() noexcept {
     switch (PayloadOf(type)) {
     case Payload::Color: new (&color) Color(); break;
     case Payload::Number: number = 0; break;
-    case Payload::Keyword: keyword = 0; break;
+    case Payload::Keyword:
+    case Payload::None: keyword = 0; break;
     case Payload::DashArray: new (&dashArray) std::vector<double>(); break;
     case Payload::URL: new (&url) std::string(); break;
     }
@@ -70,7 +65,8 @@ void StyleProperty::ConstructFrom(StyleProperty& other) noexcept {
     switch (PayloadOf(type)) {
     case Payload::Color: color = other.color; break;
     case Payload::Number: number = other.number; break;
-    case Payload::Keyword: keyword = type == Type::ClipRule ? 0 : other.keyword; break;
+    case Payload::Keyword: keyword = other.keyword; break;
+    case Payload::None: keyword = 0; break;
     case Payload::DashArray: dashArray.swap(other.dashArray); break;
     case Payload::URL: url.swap(other.url); break;
     }

@@ -12,7 +12,8 @@
 
 namespace {
 
-/// The renderer follows references without a guard, so a drawing that would never end, or take too long, is not drawn.
+/// The renderer follows references without a guard, so a drawing that would never end, or take too long, is
+/// not drawn.
 bool IsCheap(const ozm::Document& document) {
     const ozm::DrawingCost cost = ozm::MeasureDrawing(document);
     return cost.cycle == ozm::kNoElement && cost.elements <= 1'000 && cost.segments <= 20'000 &&

@@ -1,9 +1,11 @@
-// The renderer's lifetime, how a drawing is fitted into a size, and what surrounds the walk of the elements.
+// The renderer's lifetime, and what surrounds the walk of the element tree: fitting, bitmaps, debug frames.
 
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
+#include <Ozmira/OZMFitToSize.h>
+
+#include "state_guard.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -17,30 +19,6 @@ struct ContextRelease {
     void operator()(CGContextRef context) const { CGContextRelease(context); }
 };
 
-/// Saves a context's graphics state and restores it at the end of the scope.
-class GraphicsStateScope {
-public:
-    explicit GraphicsStateScope(CGContextRef context) : m_context(context) { CGContextSaveGState(m_context); }
-    ~GraphicsStateScope() { CGContextRestoreGState(m_context); }
-    GraphicsStateScope(const GraphicsStateScope&) = delete;
-    GraphicsStateScope& operator=(const GraphicsStateScope&) = delete;
-
-private:
-    CGContextRef m_context;
-};
-
-CGSize fitToSize(CGSize viewPort, CGSize size) {
-    if (!(size.width > 0) && !(size.height > 0)) return viewPort;
-    const double scaleX = size.width / viewPort.width;
-    if (size.height > 0) {
-        const double scaleY = size.height / viewPort.height;
-        if (!(scaleY > scaleX && size.width > 0)) return {scaleY * viewPort.width, size.height};
-    }
-    return {size.width, scaleX * viewPort.height};
-}
-
-double roundUpToPixels(double points, double scale) { return std::ceil(points * scale) / scale; }
-
 /// The whole part, or nothing where a row of that many pixels has no size in bytes.
 std::optional<size_t> toPixelCount(double pixels) {
     constexpr auto limit = static_cast<double>(SIZE_MAX / kBytesPerPixel);
@@ -51,7 +29,7 @@ std::optional<size_t> toPixelCount(double pixels) {
 /// A frame one pixel wide just inside a box at the origin.
 void strokeDebugFrame(CGContextRef context, CGSize box, double scale, const Color& color) {
     const double t = 1 / scale;
-    const GraphicsStateScope saved(context);
+    const StateGuard saved(context);
     CGContextSetRGBStrokeColor(context, color.r, color.g, color.b, color.a);
     CGContextSetLineWidth(context, t);
     CGContextStrokeRect(context, CGRectMake(0.5 * t, 0.5 * t, box.width - t, box.height - t));
@@ -89,12 +67,11 @@ CGSize CoreGraphicsRenderer::ViewPortSize() const {
 }
 
 CGSize CoreGraphicsRenderer::renderSizeFitToSize(CGSize size) const {
-    return fitToSize(ViewPortSize(), size);
+    return FitToSize(ViewPortSize(), size);
 }
 
 CGSize CoreGraphicsRenderer::imageSizeFitToSize(CGSize size, double scale) const {
-    const CGSize fit = renderSizeFitToSize(size);
-    return {roundUpToPixels(fit.width, scale), roundUpToPixels(fit.height, scale)};
+    return FitToPixels(ViewPortSize(), size, scale);
 }
 
 CGImageRef CoreGraphicsRenderer::createCGImage(CGSize size, double scale,
@@ -124,9 +101,9 @@ void CoreGraphicsRenderer::Render(CGRect rect, double scale, const RenderingStat
     if (!hasSize || CGRectIsEmpty(viewBox) || context == nullptr) return;
 
     {
-        const GraphicsStateScope saved(context);
+        const StateGuard saved(context);
         CGContextTranslateCTM(context, rect.origin.x, rect.origin.y);
-        const CGSize fit = fitToSize(viewPort, rect.size);
+        const CGSize fit = FitToSize(viewPort, rect.size);
         CGContextTranslateCTM(context, (rect.size.width - fit.width) * 0.5,
                               (rect.size.height - fit.height) * 0.5);
         if (m_debugRendering) strokeDebugFrame(context, fit, scale, {0, 1, 0, 1});

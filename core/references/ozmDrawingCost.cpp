@@ -1,5 +1,5 @@
-// Depth-first search over the graph that drawing walks, with memorised results. It keeps a stack of its own, because
-// chains of references can be as long as the file.
+// Depth-first search over the graph that drawing walks, with memorised results. It keeps a stack of its own,
+// because chains of references can be as long as the file.
 #include <Ozmira/ozmDrawingCost.h>
 #include <Ozmira/ozmReferences.h>
 
@@ -129,7 +129,8 @@ private:
         if (!m_frames.empty()) Add(RecordOf(m_frames.back().node).cost, record.cost);
     }
 
-    /// The element nearest to the reference that closes the cycle at `first` which has an id, or else `first`'s own.
+    /// The element nearest to the reference that closes the cycle at `first` which has an id, or else
+    /// `first`'s own.
     uint64_t FindElementOfCycle(Node first) const {
         for (auto frame = m_frames.rbegin();; ++frame) {
             const Node node = frame->node;

@@ -17,7 +17,7 @@ static_assert(kLeastMarkupBehind >= kMostPathDataOverrun, "documents would be re
 } // namespace
 
 bool SVGParser::PathCommandIsRelative(char letter) const {
-    return kRelativePathCommands.find(letter) != std::string_view::npos;
+    return relativeCommands.find(letter) != std::string_view::npos;
 }
 
 void SVGParser::ParsePathData(StringView text, Path& path) {

@@ -24,7 +24,8 @@ const char* Find(const char* first, const char* last, char c) {
     return static_cast<const char*>(std::memchr(first, c, static_cast<size_t>(last - first)));
 }
 
-/// Splits a declaration that ends where `text` ends.
+/// Splits a declaration at its colon. `text` ends where the declaration ends, without a semicolon. False for
+/// an empty value.
 bool SplitDeclaration(StringView text, const char* colon, Declaration& declaration) {
     if (colon + 1 == text.end()) return false;
     declaration = {Trim(ViewBetween(text.begin(), colon)), Trim(ViewBetween(colon + 1, text.end()))};
@@ -134,12 +135,11 @@ void SVGParser::ProcessStyleProperty(StringView name, StringView value, Element&
 
 bool SVGParser::ParseCSSStylePropertyDeclaration(StringView text, Declaration& declaration,
                                                  StringView& consumed) {
-    const StringView trimmed = text.TrimLeadingWhitespace();
-    const char* const colon = Find(trimmed.begin(), trimmed.end(), ':');
+    const char* const colon = Find(text.begin(), text.end(), ':');
     if (!colon) return false;
-    const char* const semicolon = Find(colon, trimmed.end(), ';');
-    const char* const end = semicolon ? semicolon : trimmed.end();
-    if (!SplitDeclaration(ViewBetween(trimmed.begin(), end), colon, declaration)) return false;
+    const char* const semicolon = Find(colon, text.end(), ';');
+    const char* const end = semicolon ? semicolon : text.end();
+    if (!SplitDeclaration(ViewBetween(text.begin(), end), colon, declaration)) return false;
     consumed = ViewBetween(text.begin(), semicolon ? semicolon + 1 : end);
     return true;
 }
@@ -149,15 +149,16 @@ bool SVGParser::ProcessCSSStylePropertyDeclarations(StringView text, Element& el
     StringView consumed;
     while (ParseCSSStylePropertyDeclaration(text, declaration, consumed)) {
         text = text.CutFront(consumed.length);
-        auto& [name, value] = declaration;
-        // A declaration within a declaration: as no value holds a ";", there is at most one, and the chain of
-        // them may be as long as the text.
+        // The value of a declaration named "style..." is a list of its own. It holds one declaration at most,
+        // because no value holds a semicolon. Lists may nest as deep as the text is long, so this neither
+        // recurses nor searches each value for a semicolon again.
         bool complete = true;
-        while (complete && name.HasPrefix("style")) {
+        while (complete && declaration.first.HasPrefix("style")) {
+            const StringView value = declaration.second;
             const char* const colon = Find(value.begin(), value.end(), ':');
             complete = colon && SplitDeclaration(value, colon, declaration);
         }
-        if (complete) ProcessStyleProperty(name, value, element, style);
+        if (complete) ProcessStyleProperty(declaration.first, declaration.second, element, style);
     }
     return true;
 }

@@ -10,8 +10,8 @@ namespace ozm {
 /// levels.
 inline constexpr uint32_t kMaximumNestingDepth = 1024;
 
-/// True when the elements of NUL-terminated XML text nest deeper than `limit` levels. False for text that the XML
-/// reader rejects before it gets that deep. Does not recurse.
+/// True when the elements of NUL-terminated XML text nest deeper than `limit` levels. False for text that the
+/// XML reader rejects before it gets that deep. Does not recurse.
 bool NestsDeeperThan(const char* text, uint32_t limit = kMaximumNestingDepth);
 
 } // namespace ozm

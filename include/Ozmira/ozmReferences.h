@@ -8,8 +8,8 @@
 
 namespace ozm {
 
-/// Resolves the references of a document: finds elements by id. Where several elements have one id, the first in
-/// document order is meant. Borrows the document, which must not change meanwhile.
+/// Resolves the references of a document: finds elements by id. Where several elements have one id, the first
+/// in document order is meant. Borrows the document, which must not change meanwhile.
 class References {
 public:
     References() = default;

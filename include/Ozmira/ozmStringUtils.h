@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <concepts>
 #include <cstdint>
 #include <string_view>
@@ -9,14 +10,23 @@ namespace ozm {
 /// True for the whitespace of every value syntax: the bytes 9 to 13 and 32, whatever the locale.
 constexpr bool IsWhitespace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-/// True for the characters "0123456789".
+/// The digits of decimal numbers.
+inline constexpr std::string_view numericDigitCharacters = "0123456789";
+/// The digits of hexadecimal numbers.
+inline constexpr std::string_view hexAlphaDigitCharacters = "aAbBcCdDeEfF0123456789";
+
+/// True for the characters of `numericDigitCharacters`.
 constexpr bool isNumericDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// True for the characters "aAbBcCdDeEfF0123456789".
-constexpr bool isHexDigit(char c) {
-    // Without branches: in colours, digits and letters alternate at random.
-    return (static_cast<unsigned char>(c - '0') < 10) | (static_cast<unsigned char>((c | 0x20) - 'a') < 6);
-}
+/// A flag for each byte: whether it is one of `hexAlphaDigitCharacters`.
+inline constexpr auto kIsHexDigit = [] {
+    std::array<bool, 256> isHexDigit{};
+    for (const char c : hexAlphaDigitCharacters) isHexDigit[static_cast<unsigned char>(c)] = true;
+    return isHexDigit;
+}();
+
+/// True for the characters of `hexAlphaDigitCharacters`.
+constexpr bool isHexDigit(char c) { return kIsHexDigit[static_cast<unsigned char>(c)]; }
 
 /// A view of characters that somebody else owns; not NUL-terminated, any bytes. Copied by value, frees
 /// nothing.

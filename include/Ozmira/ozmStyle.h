@@ -38,9 +38,14 @@ struct StyleProperty {
         FillOpacity = 10,     ///< `number`
         FillRule = 11,        ///< `keyword`, a `WindingRule`
         ClipPathURL = 12,     ///< `url`
-        ClipRule = 13,        ///< `keyword`, a `WindingRule`, which copies and moves reset to 0
-        Opacity = 14,         ///< `number`
+        ClipRule = 13, ///< `keyword`, a `WindingRule`, which copies and moves reset to 0; read by nobody
+        Opacity = 14,  ///< `number`
     };
+
+    /// The member of the union that a type selects.
+    enum class Payload { Color, Number, Keyword, DashArray, URL, None };
+    /// `None` for `ClipRule`, whose keyword is read by nobody.
+    static Payload PayloadOf(Type type);
 
     Type type;
     union {

@@ -1,7 +1,6 @@
 #include <Ozmira/ozmLimits.h>
 #include <Ozmira/SVG/ozmSVGParser.h>
 
-
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -130,8 +130,6 @@ private:
     uint64_t ProcessContainerNode(const XMLNode& node, Element::Type type);
     uint64_t ProcessGradientNode(const XMLNode& node, Gradient::Type type);
     void ProcessCommonAttributes(uint64_t index, const XMLNode& node);
-    void ProcessIDAttribute(Element& element, const ElementAttributes& attributes);
-    void ProcessTransformAttribute(Element& element, const ElementAttributes& attributes);
     void ProcessStyleAttributes(Element& element, const ElementAttributes& attributes);
     std::vector<uint64_t> ProcessChildren(const XMLNode& node);
 

@@ -146,12 +146,14 @@ private:
     void Write(const StyleProperty& property) {
         m_json.Object([&] {
             m_json.Member("type", NameOf(property.type));
-            switch (PayloadOf(property.type)) {
-            case PropertyPayload::Color: WriteMember("color", property.color); break;
-            case PropertyPayload::Number: m_json.Member("number", property.number); break;
-            case PropertyPayload::Keyword: m_json.Member("keyword", NameOfKeyword(property)); break;
-            case PropertyPayload::DashArray: m_json.Member("dashArray", std::span(property.dashArray)); break;
-            case PropertyPayload::URL: m_json.Member("url", property.url); break;
+            using Payload = StyleProperty::Payload;
+            switch (StyleProperty::PayloadOf(property.type)) {
+            case Payload::Color: WriteMember("color", property.color); break;
+            case Payload::Number: m_json.Member("number", property.number); break;
+            case Payload::Keyword: m_json.Member("keyword", NameOfKeyword(property)); break;
+            case Payload::DashArray: m_json.Member("dashArray", std::span(property.dashArray)); break;
+            case Payload::URL: m_json.Member("url", property.url); break;
+            case Payload::None: break;
             }
         });
     }

@@ -29,14 +29,16 @@ std::string FormatId(std::string_view id) { return "#" + OnOneLine(ValidUTF8(id)
 
 std::string FormatProperty(const StyleProperty& property) {
     std::string text(NameOf(property.type));
-    switch (PayloadOf(property.type)) {
-    case PropertyPayload::Color: return text + " " + FormatColor(property.color);
-    case PropertyPayload::Number: return text + " " + FormatNumber(property.number);
-    case PropertyPayload::Keyword: return text + " " + std::string(NameOfKeyword(property));
-    case PropertyPayload::URL: return text + " " + FormatId(property.url);
-    case PropertyPayload::DashArray:
+    using Payload = StyleProperty::Payload;
+    switch (StyleProperty::PayloadOf(property.type)) {
+    case Payload::Color: return text + " " + FormatColor(property.color);
+    case Payload::Number: return text + " " + FormatNumber(property.number);
+    case Payload::Keyword: return text + " " + std::string(NameOfKeyword(property));
+    case Payload::URL: return text + " " + FormatId(property.url);
+    case Payload::DashArray:
         for (const double length : property.dashArray) text += " " + FormatNumber(length);
         return text;
+    case Payload::None: return text;
     }
     return text;
 }

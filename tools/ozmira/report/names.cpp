@@ -48,19 +48,4 @@ std::string_view NameOfKeyword(const StyleProperty& property) {
     }
 }
 
-PropertyPayload PayloadOf(StyleProperty::Type type) {
-    switch (type) {
-    case StyleProperty::Type::StrokeColor:
-    case StyleProperty::Type::FillColor: return PropertyPayload::Color;
-    case StyleProperty::Type::StrokeLineCap:
-    case StyleProperty::Type::StrokeLineJoin:
-    case StyleProperty::Type::FillRule:
-    case StyleProperty::Type::ClipRule: return PropertyPayload::Keyword;
-    case StyleProperty::Type::StrokeDashArray: return PropertyPayload::DashArray;
-    case StyleProperty::Type::FillURL:
-    case StyleProperty::Type::ClipPathURL: return PropertyPayload::URL;
-    default: return PropertyPayload::Number;
-    }
-}
-
 } // namespace ozm::tool

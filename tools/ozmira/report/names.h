@@ -18,8 +18,4 @@ std::string_view NameOf(Gradient::SpreadMethod method);
 /// The name of the keyword that a property of a `keyword` type carries.
 std::string_view NameOfKeyword(const StyleProperty& property);
 
-/// Which member of a property is the one that its type selects.
-enum class PropertyPayload { Color, Number, Keyword, DashArray, URL };
-PropertyPayload PayloadOf(StyleProperty::Type type);
-
 } // namespace ozm::tool
