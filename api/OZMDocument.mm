@@ -90,6 +90,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 
 - (void)purgeDocument {
     self.heldConcreteDocument = nil;
+    ozm::TrimThreadMemory(); // which has just kept the document's memory
 }
 
 - (OZMConcreteDocument*)reloadDocument {

@@ -2,6 +2,8 @@
 
 #include "dispatch_helpers.h"
 
+#include <Ozmira/ozmRecordMemory.h>
+
 @implementation OZMImageCacheKey
 
 @synthesize url = _url;
@@ -75,6 +77,7 @@
 - (void)applicationDidReceiveMemoryWarning:(NSNotification*)note {
     (void)note;
     [self purgeCache];
+    ozm::TrimThreadMemory();
 }
 
 @end

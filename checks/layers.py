@@ -25,6 +25,8 @@ APPLE_OBJC = APPLE | {
     "platform/include/objc",
 }
 
+DRAWING = APPLE | {"support"}
+
 
 def below(root, *folders):
     return {f"{root}/{folder}" for folder in folders}
@@ -44,22 +46,24 @@ ALLOWED = {
     "platform/include/dispatch": set(),
     "platform/include/objc": {"platform/include"},
     "platform/include": set(),
+    # What everything may build on: it knows neither SVG nor drawing.
+    "support": set(),
     # The parser and the document model.
     "core/numbers": CORE_MODEL,
-    "core/memory": CORE_MODEL,
+    "core/memory": CORE_MODEL | {"support"},
     "core/references": CORE_MODEL,
     "core/path_data": CORE_MODEL | below("core", "numbers"),
     "core/svg": CORE_MODEL | below("core", "numbers", "path_data"),
     "core": CORE_MODEL | below("core", "numbers", "memory", "references", "path_data", "svg"),
     # The drawing library.
-    f"{CG}/base": APPLE,
-    f"{CG}/values": APPLE | below(CG, "base"),
-    f"{CG}/path": APPLE | below(CG, "base", "values"),
-    f"{CG}/stroke": APPLE | below(CG, "base", "values", "path"),
-    f"{CG}/raster": APPLE | below(CG, "base", "values", "path", "stroke"),
-    f"{CG}/image": APPLE | below(CG, "base", "values"),
-    f"{CG}/paint": APPLE | below(CG, "base", "values", "path", "stroke", "raster", "image"),
-    f"{CG}/context": APPLE | below(CG, "base", "values", "path", "stroke", "raster", "image", "paint"),
+    f"{CG}/base": DRAWING,
+    f"{CG}/values": DRAWING | below(CG, "base"),
+    f"{CG}/path": DRAWING | below(CG, "base", "values"),
+    f"{CG}/stroke": DRAWING | below(CG, "base", "values", "path"),
+    f"{CG}/raster": DRAWING | below(CG, "base", "values", "path", "stroke"),
+    f"{CG}/image": DRAWING | below(CG, "base", "values"),
+    f"{CG}/paint": DRAWING | below(CG, "base", "values", "path", "stroke", "raster", "image"),
+    f"{CG}/context": DRAWING | below(CG, "base", "values", "path", "stroke", "raster", "image", "paint"),
     # What stands in for the other frameworks.
     "platform/foundation": APPLE_OBJC,
     "platform/dispatch": APPLE_OBJC,
@@ -86,7 +90,7 @@ def resolve(root, file, quote, name):
     """The file of this repository that an include names, or None for the system's and libraries'."""
     folders = ["include", "platform/include"]
     if quote == '"':
-        folders = [str(file.parent)] + [r for r in ROOTS if str(file).startswith(r + "/")]
+        folders = [str(file.parent)] + [r for r in ROOTS if str(file).startswith(r + "/")] + ["."]
     for folder in folders:
         if (root / folder / name).is_file():
             return Path(folder) / name
@@ -94,7 +98,7 @@ def resolve(root, file, quote, name):
 
 
 def faults(root):
-    for pattern in ("core", "platform", "render", "api", "tools", "include"):
+    for pattern in ("support", "core", "platform", "render", "api", "tools", "include"):
         for path in sorted((root / pattern).rglob("*")):
             if path.suffix not in {".h", ".cpp", ".m", ".mm"}:
                 continue

@@ -12,7 +12,7 @@ LAYERS = Path(__file__).resolve().parent / "layers.py"
 def check(files):
     """The exit code and the output for a tree of {path: text}."""
     with tempfile.TemporaryDirectory() as root:
-        for name in ("core", "platform", "render", "api", "tools", "include"):
+        for name in ("support", "core", "platform", "render", "api", "tools", "include"):
             (Path(root) / name).mkdir()
         for path, text in files.items():
             file = Path(root) / path

@@ -1,74 +1,45 @@
 #include <Ozmira/ozmRecordMemory.h>
 
-#include <pthread.h>
+#include "support/kept_memory.h"
+#include "support/thread_owned.h"
 
 namespace ozm {
-namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-#define OZMIRA_ADDRESS_SANITIZER 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define OZMIRA_ADDRESS_SANITIZER 1
-#endif
-#endif
+using support::kKeepsMemory;
 
-#ifdef OZMIRA_ADDRESS_SANITIZER
-constexpr bool kKeepsBlocks = false; // It finds more errors when memory is neither rounded nor used again.
-#else
-constexpr bool kKeepsBlocks = true;
-#endif
+constinit RecordMemory RecordMemory::s_empty(kMaximumKeptBytes);
+constinit thread_local RecordMemory* RecordMemory::s_ofThread = &s_empty;
 
-/// Calls a function with a thread's value when the thread ends. A key of POSIX and no destructor of C++,
-/// because registering one of those ends the program when memory is short.
-class EndOfThread {
+/// What a thread keeps, for as long as it runs.
+class RecordMemory::OfThread {
 public:
-    explicit EndOfThread(void (*function)(void*)) noexcept
-        : m_works(pthread_key_create(&m_key, function) == 0) {}
-    bool Watch(void* value) const noexcept { return m_works && pthread_setspecific(m_key, value) == 0; }
+    OfThread() noexcept { s_ofThread = &m_memory; }
+    ~OfThread() {
+        s_ofThread = &s_empty;
+        m_memory.FreeBlocks();
+    }
+    OfThread(const OfThread&) = delete;
+    OfThread& operator=(const OfThread&) = delete;
 
 private:
-    pthread_key_t m_key{};
-    bool m_works;
+    RecordMemory m_memory{0};
 };
-
-} // namespace
-
-constinit RecordMemory RecordMemory::s_none(kMost);
-constinit thread_local RecordMemory* RecordMemory::s_ofThread = &s_none;
 
 void* RecordMemory::AllocateNew(size_t size) {
     const size_t index = IndexFor(size);
-    const bool canBeKept = kKeepsBlocks && index < kSizes;
+    const bool canBeKept = kKeepsMemory && index < kBlockSizes;
     return ::operator new(canBeKept ? SizeAt(index) : size);
 }
 
-void RecordMemory::FreeSlowly(void* block, size_t size) noexcept {
-    if (IndexFor(size) >= kSizes || (s_ofThread == &s_none && !MakeForThread())) {
-        ::operator delete(block);
-        return;
-    }
-    // What is kept may be of sizes that are no longer asked for.
-    if (s_ofThread->m_kept >= kMost) s_ofThread->FreeBlocks();
-    Free(block, size);
-}
-
-/// False when memory runs out, too.
-bool RecordMemory::MakeForThread() noexcept {
-    if (!kKeepsBlocks) return false;
-    static const EndOfThread endOfThread([](void* pointer) {
-        s_ofThread = &s_none;
-        auto* const memory = static_cast<RecordMemory*>(pointer);
-        memory->FreeBlocks();
-        delete memory;
-    });
-    auto* const memory = new (std::nothrow) RecordMemory(0);
-    if (memory && endOfThread.Watch(memory)) {
-        s_ofThread = memory;
+void RecordMemory::FreeUnkept(void* block, size_t size) noexcept {
+    if (!kKeepsMemory || IndexFor(size) >= kBlockSizes) return ::operator delete(block);
+    if (s_ofThread == &s_empty) {
+        if (!support::ThreadOwned<OfThread>::get()) return ::operator delete(block);
     } else {
-        delete memory;
+        // The thread keeps as much as it may, perhaps of sizes that nobody asks for any more.
+        s_ofThread->FreeBlocks();
     }
-    return s_ofThread != &s_none;
+    Free(block, size);
 }
 
 void RecordMemory::FreeBlocks() noexcept {
@@ -78,7 +49,11 @@ void RecordMemory::FreeBlocks() noexcept {
             ::operator delete(block);
         }
     }
-    m_kept = 0;
+    m_keptBytes = 0;
+}
+
+void TrimThreadMemory() noexcept {
+    if (RecordMemory::s_ofThread != &RecordMemory::s_empty) RecordMemory::s_ofThread->FreeBlocks();
 }
 
 } // namespace ozm

@@ -17,8 +17,11 @@ struct Definition {
     uint64_t elementIndex = 0; ///< Index into `Document::elements`.
 };
 
-template <>
-inline constexpr bool kIsRecord<Definition> = true;
+} // namespace ozm
+
+OZM_RECORD(ozm::Definition);
+
+namespace ozm {
 
 /// A parsed drawing. It owns everything; elements refer to each other by index or id. Filled by one parse,
 /// read-only afterwards. A document made from malformed text has no elements.

@@ -74,8 +74,11 @@ private:
     void CopyNumbers(const Element& other) noexcept;
 };
 
-template <>
-inline constexpr bool kIsRecord<Element> = true;
+} // namespace ozm
+
+OZM_RECORD(ozm::Element);
+
+namespace ozm {
 
 /// True for the kinds that hold `children`.
 constexpr bool IsContainer(Element::Type type) {

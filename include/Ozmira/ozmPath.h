@@ -18,8 +18,11 @@ struct BezierCurve {
     bool operator==(const BezierCurve&) const = default;
 };
 
-template <>
-inline constexpr bool kIsRecord<BezierCurve> = true;
+} // namespace ozm
+
+OZM_RECORD(ozm::BezierCurve);
+
+namespace ozm {
 
 /// One step of a path in absolute coordinates: `type` and the payload that it selects.
 struct PathCommand {
@@ -64,8 +67,11 @@ private:
     void DestroyPayload() noexcept;
 };
 
-template <>
-inline constexpr bool kIsRecord<PathCommand> = true;
+} // namespace ozm
+
+OZM_RECORD(ozm::PathCommand);
+
+namespace ozm {
 
 /// Path commands in drawing order.
 struct Path {

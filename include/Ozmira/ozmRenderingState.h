@@ -27,8 +27,11 @@ struct RenderingState {
     double opacity = 0;             ///< Product of the opacities on the way down.
 };
 
-template <>
-inline constexpr bool kIsRecord<RenderingState> = true;
+} // namespace ozm
+
+OZM_RECORD(ozm::RenderingState);
+
+namespace ozm {
 
 /// What every property falls back on: an opaque black fill, no stroke.
 extern const RenderingState kRenderingStateDefault;

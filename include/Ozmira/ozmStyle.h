@@ -74,8 +74,11 @@ private:
     }
 };
 
-template <>
-inline constexpr bool kIsRecord<StyleProperty> = true;
+} // namespace ozm
+
+OZM_RECORD(ozm::StyleProperty);
+
+namespace ozm {
 
 /// The properties that one element sets, in the order in which they apply; a later one overrides an earlier
 /// one.
@@ -84,7 +87,6 @@ struct Style {
     std::vector<StyleProperty> properties;
 };
 
-template <>
-inline constexpr bool kIsRecord<Style> = true;
-
 } // namespace ozm
+
+OZM_RECORD(ozm::Style);

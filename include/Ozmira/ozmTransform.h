@@ -13,8 +13,11 @@ struct TVec2 {
     bool operator==(const TVec2&) const = default;
 };
 
-template <typename T>
-inline constexpr bool kIsRecord<TVec2<T>> = true;
+} // namespace ozm
+
+OZM_RECORD(ozm::TVec2<double>);
+
+namespace ozm {
 
 /// A rectangle in user units; nothing keeps width and height from being negative.
 struct Rectf {

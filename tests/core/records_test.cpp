@@ -96,6 +96,14 @@ TEST(PathCommands, EndWhateverTheirType) {
     }
 }
 
+#if defined(__cpp_lib_constexpr_vector)
+constexpr size_t SizeOfListInConstantExpression() {
+    std::vector<TVec2<double>> points{{1, 2}};
+    points.push_back({3, 4});
+    return points.size();
+}
+static_assert(SizeOfListInConstantExpression() == 2);
+#endif
 TEST(Paths, CopyDeeply) {
     Path path;
     path.commands = {PathCommand(PathCommand::Type::MoveTo), Lines({{1, 2}, {3, 4}, {5, 6}}), Curves(2)};

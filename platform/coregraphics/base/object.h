@@ -38,10 +38,7 @@ public:
 
     void release() const noexcept {
         if (isImmortal()) return;
-        // A plain load answers for the only owner: nobody else can add a reference meanwhile.
-        if (!isUnique() && m_references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
-        m_references.store(0, std::memory_order_relaxed);
-        const_cast<Object*>(this)->dispose();
+        if (m_references.fetch_sub(1, std::memory_order_acq_rel) == 1) const_cast<Object*>(this)->dispose();
     }
 
     /// True when the caller's reference is the only one: nobody else can see a change.

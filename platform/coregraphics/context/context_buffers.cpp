@@ -1,6 +1,6 @@
 #include "context/context_buffers.h"
 
-#include "base/thread_owned.h"
+#include "support/thread_owned.h"
 
 #include <utility>
 
@@ -15,13 +15,13 @@ constexpr size_t kMostStates = 64;
 } // namespace
 
 ContextBuffers ContextBuffers::take() noexcept {
-    ContextBuffers* const kept = ThreadOwned<ContextBuffers>::get();
+    ContextBuffers* const kept = ozm::support::ThreadOwned<ContextBuffers>::get();
     return kept ? std::exchange(*kept, {}) : ContextBuffers();
 }
 
 void ContextBuffers::leave(ContextBuffers buffers) noexcept {
     if (buffers.path.capacity() > kMostPoints || buffers.saved.capacity() > kMostStates) return;
-    ContextBuffers* const kept = ThreadOwned<ContextBuffers>::get();
+    ContextBuffers* const kept = ozm::support::ThreadOwned<ContextBuffers>::get();
     if (!kept) return;
     buffers.path.clear();
     buffers.saved.clear();

@@ -1,8 +1,8 @@
 #include "paint/clip.h"
 
 #include "base/fixed255.h"
-#include "base/thread_owned.h"
 #include "raster/raster_buffers.h"
+#include "support/thread_owned.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,9 +38,10 @@ struct KeptMasks {
 
 Ref<ClipMask> ClipMask::make(const IntRect& box) {
     const bool isKept = box.area() <= kLargestKeptMask;
-    std::vector<Ref<ClipMask>>& kept = ThreadOwned<KeptMasks>::getOrThrow().masks;
+    std::vector<Ref<ClipMask>>& kept = ozm::support::ThreadOwned<KeptMasks>::getOrThrow().masks;
     // A reference of its own is all that there is to one that no clip holds any more.
-    const auto unused = std::ranges::find_if(kept, [](const auto& mask) { return mask->isUnique(); });
+    const auto unused =
+        std::find_if(kept.begin(), kept.end(), [](const auto& mask) { return mask->isUnique(); });
     if (isKept && unused != kept.end()) {
         (*unused)->setBox(box);
         return *unused;
@@ -92,7 +93,7 @@ void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) 
     const IntRect box = shape.box();
     const auto width = static_cast<size_t>(box.width());
     const Ref<ClipMask> mask = ClipMask::make(box);
-    uint8_t* const line = ThreadOwned<RasterBuffers>::getOrThrow().coverageRowOf(box.width());
+    uint8_t* const line = ozm::support::ThreadOwned<RasterBuffers>::getOrThrow().coverageRowOf(box.width());
     for (int y = 0; y < shape.height(); ++y) {
         uint8_t* const row = mask->row(box.y0 + y);
         std::memset(row, 0, width);

@@ -68,7 +68,8 @@ double locationOf(const CGFloat* locations, size_t index, size_t count) {
 } // namespace
 
 CGGradient::CGGradient(std::vector<GradientStop> stops) noexcept : Object(ozcg::TypeId::gradient) {
-    std::ranges::stable_sort(stops, {}, &GradientStop::location);
+    std::stable_sort(stops.begin(), stops.end(),
+                     [](const GradientStop& a, const GradientStop& b) { return a.location < b.location; });
     const uint32_t before = ozcg::premultipliedPixel(stops.front().color);
     const uint32_t after = ozcg::premultipliedPixel(stops.back().color);
     std::fill_n(table, entryAt(stops.front().location), before);
@@ -77,7 +78,6 @@ CGGradient::CGGradient(std::vector<GradientStop> stops) noexcept : Object(ozcg::
     std::fill(table + entryAt(stops.back().location), std::end(table), after);
     table[0] = before;
     table[kLast] = after;
-    opaque = std::ranges::all_of(stops, [](const GradientStop& stop) { return stop.color.a >= 1; });
 }
 
 CFTypeID CGGradientGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::gradient); }
@@ -98,7 +98,7 @@ CGGradientRef CGGradientCreateWithColorComponents(CGColorSpaceRef space, const C
 CGGradientRef CGGradientCreateWithColors(CGColorSpaceRef, CFArrayRef colors, const CGFloat* locations) {
     const auto count = static_cast<size_t>(CFArrayGetCount(colors));
     const auto isColor = [](const void* value) { return CFGetTypeID(value) == CGColorGetTypeID(); };
-    if (count == 0 || !std::ranges::all_of(colors->values, isColor)) return nullptr;
+    if (count == 0 || !std::all_of(colors->values.begin(), colors->values.end(), isColor)) return nullptr;
     return ozcg::noteFailure(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
         std::vector<GradientStop> stops(count);
         for (size_t i = 0; i < count; ++i) {

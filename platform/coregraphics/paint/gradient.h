@@ -26,6 +26,4 @@ struct CGGradient final : ozcg::Object {
     /// Colours at i / (kGradientTableSize - 1), premultiplied, bytes R, G, B, A in memory. The first and the
     /// last entry are exactly the first and the last stop, whatever their locations.
     alignas(64) uint32_t table[ozcg::kGradientTableSize];
-    /// True when every entry has full alpha.
-    bool opaque = true;
 };

@@ -1,9 +1,9 @@
 #include "paint/painter.h"
 
 #include "base/fixed255.h"
-#include "base/thread_owned.h"
 #include "paint/blend.h"
 #include "raster/raster_buffers.h"
+#include "support/thread_owned.h"
 
 #include <algorithm>
 #include <new>
@@ -12,7 +12,7 @@ namespace ozcg {
 
 namespace {
 
-RasterBuffers& rasterBuffers() { return ThreadOwned<RasterBuffers>::getOrThrow(); }
+RasterBuffers& rasterBuffers() { return ozm::support::ThreadOwned<RasterBuffers>::getOrThrow(); }
 
 /// Colours of the row that is being painted.
 struct SourceRow {
@@ -87,7 +87,7 @@ void paintRow(const Surface& surface, const Compositing& how, PaintSource& sourc
     if (!how.antialias)
         std::transform(coverage, coverage + n, coverage, [](uint8_t c) { return c < 128 ? 0 : 255; });
     how.clip.apply(y, x, n, coverage);
-    std::vector<uint32_t>& row = ThreadOwned<SourceRow>::getOrThrow().pixels;
+    std::vector<uint32_t>& row = ozm::support::ThreadOwned<SourceRow>::getOrThrow().pixels;
     if (row.size() < n) row.resize(n);
     source.fetch(x, y, n, row.data());
     const uint8_t alpha = to255(how.alpha);

@@ -2,7 +2,8 @@
 
 #include "base/out_of_memory.h"
 #include "base/ref.h"
-#include "base/thread_owned.h"
+#include "support/kept_memory.h"
+#include "support/thread_owned.h"
 
 #include <array>
 #include <memory>
@@ -35,15 +36,15 @@ struct KeptPath {
 
 /// An empty path with one reference. Throws std::bad_alloc.
 ozcg::Ref<CGPath> makePath() {
-    KeptPath* const kept = ozcg::ThreadOwned<KeptPath>::get();
+    KeptPath* const kept = ozm::support::ThreadOwned<KeptPath>::get();
     if (!kept || !kept->path) return ozcg::Ref<CGPath>::adopting(new CGPath);
     return ozcg::Ref<CGPath>::retaining(kept->path.release());
 }
 
 /// Keeps a path that has no references any more. False when the caller has to delete it.
 bool keepPath(CGPath* path) noexcept {
-    if (path->data.capacity() > kMostKeptPoints) return false;
-    KeptPath* const kept = ozcg::ThreadOwned<KeptPath>::get();
+    if (!ozm::support::kKeepsMemory || path->data.capacity() > kMostKeptPoints) return false;
+    KeptPath* const kept = ozm::support::ThreadOwned<KeptPath>::get();
     if (!kept || kept->path) return false;
     path->data.clear();
     kept->path.reset(path);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <numbers>
 
 namespace ozcg {
@@ -28,7 +29,7 @@ void PathData::addClosed(std::span<const Verb> verbs, std::span<const CGPoint> p
     m_verbs.reserveMore(verbs.size());
     const size_t first = m_points.size();
     if (!appendPoints(points, m)) return;
-    std::ranges::copy(verbs, m_verbs.extend(verbs.size()));
+    std::copy(verbs.begin(), verbs.end(), m_verbs.extend(verbs.size()));
     m_start = m_points.values()[first];
 }
 
@@ -143,7 +144,7 @@ void PathData::append(const PathData& other, const CGAffineTransform& m) {
     m_points.reserveMore(points);
     const CGPoint start = other.m_start;
     if (!appendPoints(other.points().first(points), m)) return appendOneByOne(other, m);
-    std::ranges::copy(other.verbs().first(verbs), m_verbs.extend(verbs));
+    std::copy_n(other.verbs().begin(), verbs, m_verbs.extend(verbs));
     m_start = CGPointApplyAffineTransform(start, m);
 }
 
@@ -165,8 +166,11 @@ void PathData::appendOneByOne(const PathData& other, const CGAffineTransform& m)
 }
 
 bool PathData::operator==(const PathData& other) const noexcept {
-    return std::ranges::equal(verbs(), other.verbs()) &&
-           std::ranges::equal(points(), other.points(), CGPointEqualToPoint);
+    const auto equal = [](auto a, auto b, auto same) {
+        return std::equal(a.begin(), a.end(), b.begin(), b.end(), same);
+    };
+    return equal(verbs(), other.verbs(), std::equal_to<>()) &&
+           equal(points(), other.points(), CGPointEqualToPoint);
 }
 
 double arcSweep(double startAngle, double endAngle, bool clockwise) noexcept {

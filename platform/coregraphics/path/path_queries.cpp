@@ -192,7 +192,8 @@ bool isRect(const PathData& path, CGRect* rect) noexcept {
     const bool backAtStart = p.size() == 5 && CGPointEqualToPoint(p[0], p[4]);
     const bool closed = verbs.size() < path.verbs().size() && p.size() == 4;
     if (verbs.size() != p.size() || !(closed || backAtStart)) return false;
-    if (std::ranges::any_of(verbs.subspan(1), [](Verb verb) { return verb != Verb::line; })) return false;
+    const auto isLine = [](Verb verb) { return verb == Verb::line; };
+    if (!std::all_of(verbs.begin() + 1, verbs.end(), isLine)) return false;
     const bool acrossFirst = p[0].y == p[1].y && p[1].x == p[2].x && p[2].y == p[3].y && p[3].x == p[0].x;
     const bool upFirst = p[0].x == p[1].x && p[1].y == p[2].y && p[2].x == p[3].x && p[3].y == p[0].y;
     if (!acrossFirst && !upFirst) return false;

@@ -1,7 +1,7 @@
 #include "raster/interrupt.h"
 
-#include "base/thread_owned.h"
 #include "raster/raster_buffers.h"
+#include "support/thread_owned.h"
 
 #include <CoreGraphics/OZMInterrupt.h>
 
@@ -9,6 +9,6 @@ using namespace ozcg;
 
 void OZMSetDrawingInterrupt(bool (*isDue)(void* info), void* info) {
     // A thread that has no memory for buffers doesn't draw either.
-    if (RasterBuffers* const buffers = ThreadOwned<RasterBuffers>::get())
+    if (RasterBuffers* const buffers = ozm::support::ThreadOwned<RasterBuffers>::get())
         buffers->coverage.setPatience(Patience(isDue, info));
 }

@@ -6,11 +6,11 @@
 
 CFArray::CFArray(std::vector<const void*> list, bool objects)
     : Object(ozcg::TypeId::array), values(std::move(list)), holdsObjects(objects) {
-    if (holdsObjects) std::ranges::for_each(values, CFRetain);
+    if (holdsObjects) std::for_each(values.begin(), values.end(), CFRetain);
 }
 
 CFArray::~CFArray() {
-    if (holdsObjects) std::ranges::for_each(values, CFRelease);
+    if (holdsObjects) std::for_each(values.begin(), values.end(), CFRelease);
 }
 
 namespace {

@@ -1,23 +1,26 @@
 // One object for each thread that asks for it, destroyed when the thread ends.
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <new>
 #include <type_traits>
 
 #include <pthread.h>
 
-namespace ozcg {
+namespace ozm::support {
 
-/// A thread's object of type `T`. Kept with a key of POSIX and not by a destructor of C++, because
-/// registering one of those ends the program when memory is short. What asks again while the thread ends gets
-/// a new one.
+/// The calling thread's object of type `T`. A thread that asks again while it ends gets a new object.
+///
+/// A POSIX key destroys the objects: registering a destructor of C++ for a thread ends the program when
+/// memory is short. The key is deleted when the library is unloaded or the program exits, so that a thread
+/// which ends later does not call code that is gone. What such a thread still holds is then not freed.
 template <typename T>
 class ThreadOwned {
     static_assert(std::is_nothrow_default_constructible_v<T>);
 
 public:
-    /// The calling thread's, made if there is none. Null when memory runs out.
+    /// Null when memory runs out.
     static T* get() noexcept { return s_object ? s_object : make(); }
     /// As above, but throws std::bad_alloc when memory runs out.
     static T& getOrThrow() {
@@ -29,12 +32,18 @@ public:
 private:
     class Key {
     public:
-        Key() noexcept : m_works(pthread_key_create(&m_key, destroy) == 0) {}
-        bool hold(T* object) const noexcept { return m_works && pthread_setspecific(m_key, object) == 0; }
+        Key() noexcept : m_exists(pthread_key_create(&m_key, destroy) == 0) {}
+        ~Key() {
+            if (m_exists.exchange(false)) pthread_key_delete(m_key);
+        }
+        Key(const Key&) = delete;
+        Key& operator=(const Key&) = delete;
+
+        bool hold(T* object) const noexcept { return m_exists && pthread_setspecific(m_key, object) == 0; }
 
     private:
         pthread_key_t m_key{};
-        bool m_works;
+        std::atomic<bool> m_exists; // threads may still run while the program exits
     };
 
     static T* make() noexcept {
@@ -52,4 +61,4 @@ private:
     static inline constinit thread_local T* s_object = nullptr;
 };
 
-} // namespace ozcg
+} // namespace ozm::support
