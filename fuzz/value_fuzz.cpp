@@ -87,7 +87,7 @@ void ParsePathData(StringView text) {
                            [](const PathCommand& a, const PathCommand& b) { return SameBits(a, b); }));
     };
     for (const PathDataScanner* const scanner : PathDataScanners()) {
-        if (text.length < scanner->leastText) continue;
+        if (text.length < scanner->shortestText) continue;
         // A block of just this size, so that reading past the end is noticed.
         const auto copy = std::make_unique<char[]>(text.length + scanner->overrun);
         std::copy(text.begin(), text.end(), copy.get());

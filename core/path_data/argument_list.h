@@ -9,11 +9,11 @@
 
 namespace ozm {
 
-/// Numbers on their way from path data to the commands that take them. Nearly always they fit in place.
+/// A queue of the numbers of path data that no command has taken yet. It allocates only when they are many.
 class ArgumentList {
 public:
-    /// The most that can be reserved at a time.
-    static constexpr size_t kLargestReserve = 40;
+    /// The most numbers that can be reserved at a time.
+    static constexpr size_t kMaxReserve = 40;
 
     ArgumentList() = default;
     ArgumentList(const ArgumentList&) = delete;
@@ -21,12 +21,13 @@ public:
 
     void Clear() { m_begin = m_end = m_room; }
 
-    /// Room for `count` numbers behind the last one.
+    /// Makes room for `count` numbers after the last one and returns where it begins. Moves the numbers of
+    /// the list.
     double* Reserve(size_t count) {
         if (static_cast<size_t>(m_limit - m_end) < count) MakeRoom();
         return m_end;
     }
-    /// Makes the numbers before `end`, in the room reserved last, part of the list.
+    /// Appends the numbers before `end`, which have been written to the room reserved last.
     void GrowTo(double* end) { m_end = end; }
 
     /// The oldest number, or the end of an empty list.
@@ -37,7 +38,7 @@ public:
     std::span<const double> TakeAll() { return {std::exchange(m_begin, m_end), m_end}; }
 
 private:
-    /// Leaves at least half of the room free.
+    /// Frees at least half of the room: moves the numbers to its beginning, or to twice as much room.
     void MakeRoom() {
         const auto capacity = static_cast<size_t>(m_limit - m_room);
         const std::span<const double> numbers = TakeAll();
@@ -52,7 +53,7 @@ private:
         if (!larger.empty()) m_heap = std::move(larger);
     }
 
-    double m_inPlace[4 * kLargestReserve];
+    double m_inPlace[4 * kMaxReserve];
     std::vector<double> m_heap;
     double* m_room = m_inPlace;
     double* m_limit = std::end(m_inPlace);

@@ -6,60 +6,67 @@
 #include <cstdint>
 #include <span>
 
-// Path data 64 characters at a time, with vector instructions: where numbers begin and end is found for all
-// of them at once, so that none waits for the end of the one before, and several are converted at a time.
+// Scanning path data in blocks of 64 characters with vector instructions. Where numbers begin and end is
+// found for a whole block at once, so that no number waits for the end of the one before it, and several
+// numbers are converted at a time.
 
 namespace ozm {
 
-/// The most characters of a block.
+/// The number of characters of a full block.
 constexpr size_t kPathDataBlockSize = 64;
-/// Room that a block's numbers take at most: half as many as there are characters, and what conversion in
-/// eights may write behind the last one.
+/// The room that a scanner needs for the numbers of a block: a block holds at most half as many numbers as
+/// characters, and conversion in groups of eight may write up to eight values after the last number.
 constexpr size_t kPathDataBlockNumbers = kPathDataBlockSize / 2 + 8;
-/// The most characters behind a text that a scanner reads.
-constexpr size_t kMostPathDataOverrun = 6;
+/// An upper bound for `PathDataScanner::overrun`.
+constexpr size_t kMaxPathDataOverrun = 6;
 
-/// What stands in a block: numbers, command letters and what separates them.
+/// What a scanner finds in a block, apart from the values of the numbers.
 struct PathDataBlock {
-    /// How many characters are settled: all, but for a number at the end that may go on behind the block. Its
-    /// sign may be settled.
-    size_t size;
-    /// The first of them that takes a closer look: in exponents, "+", faults, and what is unusual, such as
-    /// "1." and " ,". `kPathDataBlockSize` when there is none.
+    /// The number of characters consumed.
+    size_t consumed;
+    /// The offset of the first consumed character that needs a closer look; `kPathDataBlockSize` when there
+    /// is none. Exponents, "+" and errors need one, and so do unusual spellings such as "1." and " ,".
     size_t irregular;
-    size_t letterCount; ///< Command letters before it.
-    size_t numberCount; ///< Numbers that begin before it.
-    // Of the letters; behind them is anything.
-    uint8_t letterAt[kPathDataBlockSize];      ///< Where each letter stands.
-    uint8_t numbersBefore[kPathDataBlockSize]; ///< How many of the numbers stand before each letter.
+    size_t letterCount; ///< The number of command letters before `irregular`.
+    size_t numberCount; ///< The number of numbers that begin before `irregular`.
+    // One entry for each of these letters. The remaining entries are unspecified.
+    uint8_t letterOffsets[kPathDataBlockSize];
+    uint8_t numbersBefore[kPathDataBlockSize]; ///< How many of the block's numbers precede the letter.
 };
 
-/// Reads path data with the instructions of some processors. All give the same.
+/// Scans path data with the instructions of one family of processors. All scanners return the same results.
 struct PathDataScanner {
-    /// Whether this processor has the instructions. Nothing else is called where it has not.
-    bool (*canRun)();
+    const char* name; ///< The instruction set.
 
-    /// At least as many as the text has letters: counts the characters from 64 to 127 and from 192 on.
+    /// Returns an upper bound for the number of letters in a text of at least `shortestText` characters: the
+    /// number of its characters from 64 to 127 and from 192 on.
     size_t (*countLetters)(StringView text);
 
-    /// Reads the block at `at`, behind a command's letter or where the block before is settled, of a text
-    /// that ends at `end`. Writes its numbers, with the values that `ReadScientificNumber` gives; but one
-    /// that begins before the irregular character and reaches it has none.
+    /// Scans the block that starts at `at`, in a text that ends at `end`.
+    ///
+    /// `at` points after the letter of a text's first command, or after the characters that the call for the
+    /// preceding block consumed, and before `end`.
+    ///
+    /// Consumed are all characters up to the end of the text, but at most 64. When 64 or more are left, a
+    /// number that reaches the end of the block is not consumed, because it may continue: the next block
+    /// starts with it, or after its minus sign. The scanner therefore looks for that sign at `at[-1]`. A
+    /// number that fills a block leaves nothing to consume; the caller then reads on without a scanner.
+    ///
+    /// The caller owns `numbers`, an array with room for `kPathDataBlockNumbers` values. The scanner fills in
+    /// `block.numberCount` values, which are those of `ReadScientificNumber`, and may overwrite the rest of
+    /// the room. The value of a number that reaches up to the irregular character is unspecified.
+    ///
+    /// The scanner reads nothing before the text, but up to `overrun` characters past its end. The caller
+    /// guarantees that they can be read, whatever they are: no result depends on them. It also guarantees
+    /// that the whole text, from its first command's letter or earlier to `end`, has at least `shortestText`
+    /// characters, because the last block of a text may be loaded together with characters that precede it.
     void (*scan)(const char* at, const char* end, PathDataBlock& block, double* numbers);
 
-    size_t leastText; ///< The least length of a text that `scan` takes.
-    size_t overrun;   ///< How many characters behind the text `scan` may read.
+    size_t shortestText;
+    size_t overrun;
 };
 
-#if defined(__x86_64__)
-extern const PathDataScanner kAVX512PathDataScanner;
-extern const PathDataScanner kAVX2PathDataScanner;
-#endif
-
-/// Those that this processor can run, the fastest first; none where path data is read number by number.
+/// The scanners that this processor can run, the fastest first. There are none in a build without Highway.
 std::span<const PathDataScanner* const> PathDataScanners();
-
-/// `PathDataScanner::countLetters` on any processor.
-size_t CountPathDataLetters(StringView text);
 
 } // namespace ozm

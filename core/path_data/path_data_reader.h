@@ -11,14 +11,13 @@
 
 namespace ozm {
 
-/// The first of the scanners that takes a text of `length` characters with `readableBehind` more behind it
-/// that may be read; null where there is none.
+/// Returns the first of the scanners that accepts a text of `length` characters which is followed by at least
+/// `readableAfter` characters that may be read, or null.
 const PathDataScanner* ChoosePathDataScanner(std::span<const PathDataScanner* const> scanners, size_t length,
-                                             size_t readableBehind);
+                                             size_t readableAfter);
 
-/// Appends what path data draws to `commands`, up to the first character that cannot begin a command. Reads
-/// number by number without a scanner; with one, whose `leastText` and `overrun` have to be met, the result
-/// is the same.
+/// Appends what path data draws to `commands`, up to the first character that cannot begin a command. Without
+/// a scanner it reads number by number; with one that accepts the text, the result is the same.
 void ReadPathData(StringView text, std::vector<PathCommand>& commands, const PathDataScanner* scanner);
 
 } // namespace ozm

@@ -10,9 +10,10 @@
 namespace ozm {
 namespace {
 
-/// The shortest end of a document behind the value of an attribute of an element below its root.
-constexpr size_t kLeastMarkupBehind = std::string_view("\"/></>").size();
-static_assert(kLeastMarkupBehind >= kMostPathDataOverrun, "documents would be read without that scanner");
+/// The number of characters that follow the value of an attribute of an element below a document's root, at
+/// least.
+constexpr size_t kShortestMarkupAfterValue = std::string_view("\"/></>").size();
+static_assert(kShortestMarkupAfterValue >= kMaxPathDataOverrun, "some scanner would never be chosen");
 
 } // namespace
 
@@ -42,9 +43,9 @@ int64_t SVGParser::ProcessPathNode(const XMLNode& node) {
     StringView data;
     if (!node.FindAttribute("d", data)) return -1;
     const uint64_t index = AddElement(Element::Type::Path);
-    const size_t readableBehind = m_isParsing ? kLeastMarkupBehind : 0;
+    const size_t readableAfter = m_isParsing ? kShortestMarkupAfterValue : 0;
     ReadPathData(data, document->elements[index].path.commands,
-                 ChoosePathDataScanner(PathDataScanners(), data.length, readableBehind));
+                 ChoosePathDataScanner(PathDataScanners(), data.length, readableAfter));
     ProcessCommonAttributes(index, node);
     return static_cast<int64_t>(index);
 }

@@ -147,17 +147,25 @@ TEST(ParsePathData, ReadsAlikeWithEveryScanner) {
     for (const std::string& text : texts) {
         for (size_t length = 0; length <= text.size(); ++length) {
             for (const char* const behind : {"", "5", "-", ".", "e", ",", "+1", "x", "\xda", " h1"}) {
-                // Blanks behind the first letter move where blocks end.
+                // Blanks after the first letter move the ends of blocks; 64 of them make every scanner take
+                // the text.
                 std::string data = "H";
-                data.append(32 + 13 * length % 64, ' ').append("1 ").append(text, 0, length).append(behind);
+                data.append(64 + 13 * length % 64, ' ').append("1 ").append(text, 0, length).append(behind);
                 const std::string expected = ScannedPathText(data, nullptr);
                 for (const PathDataScanner* const scanner : PathDataScanners()) {
-                    ASSERT_EQ(ScannedPathText(data, scanner), expected) << data;
+                    ASSERT_EQ(ScannedPathText(data, scanner), expected) << scanner->name << ": " << data;
                 }
                 ASSERT_EQ(DocumentPathText(data), expected) << data;
             }
         }
     }
+}
+
+TEST(ParsePathData, KeepsNoMoreMemoryThanCommandsNeed) {
+    Path path;
+    SVGParser().ParsePathData("M1 2 ?" + std::string(400'000, 'z'), path);
+    ASSERT_EQ(path.commands.size(), 1u);
+    EXPECT_LE(path.commands.capacity(), 64u);
 }
 
 TEST(ParsePathData, ChoosesTheFirstScannerThatTakesTheText) {
