@@ -48,7 +48,7 @@ void CoverageAccumulator::begin(const IntRect& box) {
     m_wordsPerRow = static_cast<size_t>((blocks + 63) / 64);
     const auto rows = static_cast<size_t>(height + kPadRows);
     makeRoom(m_cells, m_cellCapacity, rows * m_stride);
-    makeRoom(m_words, m_wordCapacity, rows * m_wordsPerRow + 1); // marks are read in pairs of bytes
+    makeRoom(m_words, m_wordCapacity, rows * m_wordsPerRow);
     m_patience.renew();
     m_box = box;
     m_width = width;
@@ -73,8 +73,6 @@ void CoverageAccumulator::discardRows(int from) {
 
 namespace {
 
-static_assert(std::endian::native == std::endian::little, "marks are set by words and by bytes");
-
 /// One row of the accumulator.
 struct Row {
     float* cells;
@@ -84,16 +82,9 @@ struct Row {
         const int block = cell >> kBlockShift;
         touched[block >> 6] |= uint64_t{1} << (block & 63);
     }
-    /// Marks the block of a cell and that of the cell `distance` behind it, 1 to 15. Both bits lie in one of
-    /// the pairs of bytes that begin at every byte.
-    void markPair(int cell, int distance) const {
-        const int block = cell >> kBlockShift, last = (1 << kBlockShift) - 1;
-        const int next = ((cell & last) + distance) >> kBlockShift;
-        char* const place = reinterpret_cast<char*>(touched) + (block >> 3);
-        uint16_t bits;
-        std::memcpy(&bits, place, sizeof bits);
-        bits = static_cast<uint16_t>(bits | (1 + 2 * next) << (block & 7));
-        std::memcpy(place, &bits, sizeof bits);
+    void markBoth(int first, int second) const {
+        mark(first);
+        mark(second);
     }
     void markAll(int from, int to) const {
         for (int cell = from; cell < to; cell += 1 << kBlockShift) mark(cell);
@@ -129,7 +120,7 @@ inline void addNarrowPiece(Row row, Columns x, float height, float steepness) {
     c[0] += height - moment + third;
     c[1] += moment - 2.0f * third;
     c[2] += third;
-    row.markPair(x.first, 2);
+    row.markBoth(x.first, x.first + 2);
 }
 
 // A piece of more than two columns. The area grows as a parabola in the first and last column and linearly in
@@ -208,7 +199,7 @@ void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, fl
             const float moment = direction * (0.5f * (x + next) - static_cast<float>(column));
             at.cells[column] += direction - moment;
             at.cells[column + 1] += moment;
-            at.markPair(column, 1);
+            at.markBoth(column, column + 1);
         } else {
             addPiece(at, {x, next}, direction, steepness);
         }
