@@ -51,6 +51,9 @@ HWY_INLINE uint64_t BitsUpToFirst(uint64_t mask) { return mask ^ (mask - 1); }
 
 /// The characters of a block.
 struct Characters {
+    // An implicit constructor would not be compiled for the instruction set.
+    HWY_INLINE Characters() {}
+
     ByteVector vectors[kVectors];
     /// How many characters of `vectors` precede the block.
     size_t preceding = 0;
