@@ -4,7 +4,7 @@
 
 namespace ozm {
 
-/// A number with the unit that was written behind it. Nothing converts one unit into another.
+/// A number with the unit written after it. Nothing converts one unit into another.
 struct Dimension {
     enum class Unit : int32_t {
         None = 0,

@@ -81,8 +81,8 @@ struct StringView {
         return true;
     }
 
-    /// What `strtod` answers for a copy of the characters in the "C" locale, whatever locale the process has
-    /// set: leading whitespace and anything after the number are ignored, text without a number gives 0.0.
+    /// What `strtod` returns for a copy of the characters in the "C" locale, whatever locale the process has
+    /// set: leading whitespace and anything after the number are ignored, text without a number yields 0.0.
     /// Where `strtod` reports a range error (overflow as well as underflow) the result is 0.0.
     double toDouble() const;
 

@@ -92,7 +92,7 @@ public:
     /// declaration list), or changes `element.hidden`.
     void ProcessStyleProperty(StringView name, StringView value, Element& element, Style& style);
     /// Reads the first declaration of a list: its trimmed name and value, and the front of `text` that it
-    /// takes up. False when there is none; the outputs are then left alone.
+    /// takes up. False when there is none; the outputs are then unchanged.
     bool ParseCSSStylePropertyDeclaration(StringView text, std::pair<StringView, StringView>& declaration,
                                           StringView& consumed);
     /// Applies every declaration up to the first malformed one. Always true.
@@ -100,8 +100,8 @@ public:
 
     // Values
 
-    /// Reads a number without exponent and the unit behind it. False without a number, `out` being left
-    /// alone; an unknown unit reads as `PX`, and only `CaseSensitive` knows "%".
+    /// Reads a number without exponent and the unit after it. False without a number, which leaves `out`
+    /// unchanged; an unknown unit reads as `PX`, and only `CaseSensitive` knows "%".
     bool ParseDimension(StringView text, Dimension& out, UnitAttributeFormat format);
     /// Reads four numbers separated by whitespace; {0, 0, 128, 128} when one is missing or malformed.
     void ParseViewBox(StringView text, Rectf& out);
@@ -133,7 +133,7 @@ private:
     void ProcessStyleAttributes(Element& element, const ElementAttributes& attributes);
     std::vector<uint64_t> ProcessChildren(const XMLNode& node);
 
-    bool m_isParsing = false; ///< All nodes come from a text, so that markup stands behind each value.
+    bool m_isParsing = false; ///< All nodes come from a parsed text, so markup follows each value.
 };
 
 } // namespace ozm

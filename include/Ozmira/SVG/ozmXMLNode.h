@@ -18,8 +18,8 @@ class XMLNode {
 public:
     explicit XMLNode(const rapidxml::xml_node<char>* node) : m_node(node) {}
 
-    /// False for the node behind the last sibling and the child of a childless node; nothing else may then be
-    /// asked.
+    /// False past the last sibling and for the child of a childless node; nothing else may be asked of such
+    /// a node.
     explicit operator bool() const { return m_node != nullptr; }
 
     StringView Name() const { return {m_node->name(), m_node->name_size()}; }
