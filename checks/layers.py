@@ -52,7 +52,7 @@ ALLOWED = {
     "core/numbers": CORE_MODEL,
     "core/memory": CORE_MODEL | {"support"},
     "core/references": CORE_MODEL,
-    "core/path_data": CORE_MODEL | below("core", "numbers"),
+    "core/path_data": CORE_MODEL | {"support"} | below("core", "numbers"),
     "core/svg": CORE_MODEL | below("core", "numbers", "path_data"),
     "core": CORE_MODEL | below("core", "numbers", "memory", "references", "path_data", "svg"),
     # The drawing library.

@@ -2,24 +2,12 @@
 
 #include "numbers/list_number_reader.h"
 #include "path_data/block_scanner_tables.h"
+#include "support/vector_targets.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 
-// This file is compiled once per instruction set, and the best set is chosen at run time: here, because
-// Highway's own choice would need its library, which measures the machine's clock whenever a program starts.
-// The portable fallback also works with GCC before 12.3: what Highway guards against there is a high-half
-// multiplication, which nothing here uses.
-#define HWY_BROKEN_EMU128 0
-#if defined(__x86_64__)
-#define HWY_BASELINE_TARGETS HWY_EMU128
-#define HWY_DISABLED_TARGETS (~(HWY_AVX3 | HWY_AVX2 | HWY_SSE4 | HWY_EMU128))
-#else
-#define HWY_COMPILE_ONLY_STATIC
-// Vectors of a size known only at run time cannot be held in arrays.
-#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
-#endif
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "path_data/vector_block_scanner.cpp" // NOLINT
 #include <hwy/foreach_target.h>                                 // IWYU pragma: keep
@@ -418,14 +406,10 @@ std::span<const PathDataScanner* const> PathDataScanners() {
     static constexpr const PathDataScanner* kScanners[] = {
         &N_AVX3::kPathDataScanner, &N_AVX2::kPathDataScanner, &N_SSE4::kPathDataScanner,
         &N_EMU128::kPathDataScanner};
-    const auto from = [](size_t first) { return std::span(kScanners).subspan(first); };
-    if (!__builtin_cpu_supports("sse4.2")) return from(3);
-    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("bmi2") || !__builtin_cpu_supports("fma"))
-        return from(2);
-    const bool wide = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
-                      __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi") &&
-                      __builtin_cpu_supports("avx512vbmi2");
-    return from(wide ? 0 : 1);
+    auto fastest = support::FastestVectorTarget();
+    const bool hasVBMI2 = __builtin_cpu_supports("avx512vbmi") && __builtin_cpu_supports("avx512vbmi2");
+    if (fastest == support::VectorTarget::AVX3 && !hasVBMI2) fastest = support::VectorTarget::AVX2;
+    return std::span(kScanners).subspan(static_cast<size_t>(fastest));
 #else
     static constexpr const PathDataScanner* kScanners[] = {&HWY_NAMESPACE::kPathDataScanner};
     return kScanners;

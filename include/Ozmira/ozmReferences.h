@@ -12,6 +12,7 @@ namespace ozm {
 /// in document order is meant. Borrows the document, which must not change meanwhile.
 class References {
 public:
+    /// Of no document: nothing may be searched for.
     References() = default;
     explicit References(const Document& document) : m_document(&document) {}
 

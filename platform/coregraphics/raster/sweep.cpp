@@ -1,24 +1,13 @@
 #include "raster/sweep.h"
 
+#include "support/vector_targets.h"
+
 #include <atomic>
 #include <bit>
 #include <cstring>
 #include <span>
 #include <utility>
 
-// One copy of the vector code per instruction set, the best one chosen when the program runs: here, because
-// Highway's own choice would need its library, which measures the machine's clock whenever a program starts.
-// The plain fallback works with GCC before 12.3 too: what Highway fears there is a high-half multiplication,
-// which nothing here uses.
-#define HWY_BROKEN_EMU128 0
-#if defined(__x86_64__)
-#define HWY_BASELINE_TARGETS HWY_EMU128
-#define HWY_DISABLED_TARGETS (~(HWY_AVX3 | HWY_AVX2 | HWY_SSE4 | HWY_EMU128))
-#else
-#define HWY_COMPILE_ONLY_STATIC
-// Vectors whose size only the machine knows can't be held in arrays.
-#define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128)
-#endif
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "raster/sweep.cpp" // NOLINT
 #include <hwy/cache_control.h>
@@ -412,13 +401,7 @@ std::span<const VectorCode* const> vectorCodes() noexcept {
 #if HWY_TARGETS & HWY_AVX3
     static constexpr const VectorCode* kCodes[] = {&N_AVX3::kVectorCode, &N_AVX2::kVectorCode,
                                                    &N_SSE4::kVectorCode, &N_EMU128::kVectorCode};
-    const auto from = [](size_t first) { return std::span(kCodes).subspan(first); };
-    if (!__builtin_cpu_supports("sse4.2")) return from(3);
-    if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("bmi2") || !__builtin_cpu_supports("fma"))
-        return from(2);
-    const bool wide = __builtin_cpu_supports("avx512bw") && __builtin_cpu_supports("avx512dq") &&
-                      __builtin_cpu_supports("avx512vl");
-    return from(wide ? 0 : 1);
+    return std::span(kCodes).subspan(static_cast<size_t>(ozm::support::FastestVectorTarget()));
 #else
     static constexpr const VectorCode* kCodes[] = {&HWY_NAMESPACE::kVectorCode};
     return kCodes;
