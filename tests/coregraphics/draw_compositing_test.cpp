@@ -1,7 +1,7 @@
 // Clips, gradients, images, blending and bitmaps, by pixels.
 #include "canvas.h"
 
-#include "raster/sweep.h"
+#include "raster/vector_code.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Drawing against a second way to the same answer: slow and plain code, or the same shape drawn by other
 // calls.
 #include "canvas.h"
-#include "raster/sweep.h"
+#include "raster/vector_code.h"
 
 #include <gtest/gtest.h>
 

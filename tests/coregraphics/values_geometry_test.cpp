@@ -152,8 +152,12 @@ TEST(AffineTransform, InverseUndoesAndASingularMatrixStays) {
     EXPECT_TRUE(CGAffineTransformIsIdentity(CGAffineTransformInvert(CGAffineTransformIdentity)));
     for (const CGAffineTransform& singular :
          {CGAffineTransformMake(0, 0, 0, 0, 1, 2), CGAffineTransformMake(1, 2, 2, 4, 5, 6),
-          CGAffineTransformMake(kInf, 0, 0, 1, 0, 0), CGAffineTransformMake(1e300, 0, 0, 1e300, 0, 0)})
+          CGAffineTransformMake(kInf, 0, 0, 1, 0, 0), CGAffineTransformMake(1e-310, 0, 0, 1e-310, 0, 0)})
         EXPECT_EQ(CGAffineTransformInvert(singular), singular);
+    // The determinants overflow and underflow.
+    for (const double scale : {0x1p600, 0x1p-600})
+        EXPECT_EQ(CGAffineTransformInvert(CGAffineTransformMake(scale, 0, 0, -scale, scale, 3 * scale)),
+                  CGAffineTransformMake(1 / scale, 0, 0, -1 / scale, -1, 3));
 }
 
 TEST(AffineTransform, BoundsTheImageOfARect) {

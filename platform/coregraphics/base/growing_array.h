@@ -13,8 +13,8 @@
 
 namespace ozcg {
 
-/// Like std::vector, but several values are added behind one test of the capacity and are not initialised
-/// first. Throws std::bad_alloc.
+/// Like std::vector, but several values can be added with one test of the capacity and without
+/// initialisation. Throws std::bad_alloc.
 template <class T>
 class GrowingArray {
     static_assert(std::is_trivially_copyable_v<T>);
@@ -28,8 +28,7 @@ public:
         m_size = other.m_size;
     }
     GrowingArray(GrowingArray&& other) noexcept { swap(other); }
-    // Not noexcept: the assignment that the compiler makes for a class with arrays would be, though it
-    // copies.
+    // By value and not noexcept: it would make the implicit copy assignment of a class with arrays noexcept.
     GrowingArray& operator=(GrowingArray other) {
         swap(other);
         return *this;
@@ -54,7 +53,7 @@ public:
         m_size += count;
         return added;
     }
-    /// Forgets the values behind the first `size`; keeps the memory.
+    /// Drops all but the first `size` values and keeps the memory.
     void truncate(size_t size) noexcept { m_size = size; }
 
 private:
@@ -68,7 +67,7 @@ private:
     void grow(size_t count) {
         constexpr size_t most = std::numeric_limits<size_t>::max() / sizeof(T) / 4;
         if (count > most || m_size > most) throw std::bad_alloc();
-        // The first allocation is exact when much is asked for at once.
+        // A large first request is allocated exactly.
         const size_t capacity = std::max({m_size + count, 2 * m_capacity, m_capacity ? 0 : kLeastCapacity});
         void* const data = std::realloc(m_data, capacity * sizeof(T));
         if (!data) throw std::bad_alloc();

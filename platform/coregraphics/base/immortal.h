@@ -4,7 +4,7 @@
 
 namespace ozcg {
 
-/// A static object that is never destroyed, so that it outlives every user of it.
+/// Holds a static object that is never destroyed, so that it outlives all its users.
 template <class T>
 union Immortal {
     template <class... Args>

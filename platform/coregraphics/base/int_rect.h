@@ -12,7 +12,7 @@ struct IntRect {
     bool empty() const { return x1 <= x0 || y1 <= y0; }
     int width() const { return x1 - x0; }
     int height() const { return y1 - y0; }
-    /// In pixels; of a box that isn't empty.
+    /// In pixels; the box must not be empty.
     size_t area() const { return static_cast<size_t>(width()) * static_cast<size_t>(height()); }
     bool contains(const IntRect& r) const { return r.x0 >= x0 && r.y0 >= y0 && r.x1 <= x1 && r.y1 <= y1; }
     IntRect intersect(const IntRect& r) const {
@@ -21,7 +21,7 @@ struct IntRect {
     bool operator==(const IntRect&) const = default;
 };
 
-/// floor(v) and ceil(v) held inside [lo, hi]; NaN gives lo.
+/// floor(v) and ceil(v), clamped to [lo, hi]; `lo` for NaN.
 inline int floorClamped(double v, int lo, int hi) {
     if (!(v > lo)) return lo;
     if (v >= hi) return hi;

@@ -1,4 +1,4 @@
-// The base class of everything that CFRetain and CFRelease handle.
+// The base class of all objects that CFRetain and CFRelease accept.
 #pragma once
 
 #include <CoreFoundation/CFBase.h>
@@ -9,7 +9,7 @@
 
 namespace ozcg {
 
-/// What CFGetTypeID answers; 0 is no type.
+/// The values of CFGetTypeID; 0 is no type.
 enum class TypeId : CFTypeID {
     string = 1,
     data,
@@ -25,8 +25,8 @@ enum class TypeId : CFTypeID {
     clipMask,
 };
 
-/// Counted by reference, atomically. Starts with one reference, the creator's. Every class derives from it
-/// first and singly: CFTypeRef is the address of this base.
+/// A reference-counted object; the count is atomic and starts at one, the creator's reference. CFTypeRef is
+/// the address of this base, so it must be the first and only base class.
 class Object {
 public:
     Object(const Object&) = delete;
@@ -41,26 +41,25 @@ public:
         if (m_references.fetch_sub(1, std::memory_order_acq_rel) == 1) const_cast<Object*>(this)->dispose();
     }
 
-    /// True when the caller's reference is the only one: nobody else can see a change.
+    /// True when the caller holds the only reference, so that nobody else can see a change.
     bool isUnique() const noexcept { return m_references.load(std::memory_order_acquire) == 1; }
 
     std::size_t references() const noexcept { return m_references.load(std::memory_order_relaxed); }
 
     TypeId typeId() const noexcept { return m_typeId; }
 
-    /// What CFEqual answers for two objects; `other` has the same type. Identity unless a class says
-    /// otherwise.
+    /// The result of CFEqual for two objects of the same type. Identity unless overridden.
     virtual bool isEqualTo(const Object& other) const noexcept { return this == &other; }
 
 protected:
-    /// Immortal objects are not counted, so that threads that share one do not wait for each other.
+    /// Immortal objects are not counted, which spares threads that share one the contention.
     enum class Lifetime : std::size_t { counted = 1, immortal = std::numeric_limits<std::size_t>::max() };
 
     constexpr explicit Object(TypeId typeId, Lifetime lifetime = Lifetime::counted) noexcept
         : m_references(static_cast<std::size_t>(lifetime)), m_typeId(typeId) {}
     virtual ~Object() = default;
 
-    /// Called when the last reference is gone. May keep the object for later, when it is retained again.
+    /// Called when the last reference is released. May keep the object for reuse.
     virtual void dispose() noexcept { delete this; }
 
 private:

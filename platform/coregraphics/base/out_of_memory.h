@@ -1,4 +1,4 @@
-// What the C interface does when memory runs out: it answers NULL or draws less, and never throws.
+// The C interface's behaviour when memory runs out: it returns NULL or draws less, and never throws.
 #pragma once
 
 #include <new>
@@ -7,8 +7,8 @@
 
 namespace ozcg {
 
-/// Runs what may run out of memory; answers `failure` then. The interface is C's, so nothing may throw
-/// through it.
+/// Calls `function` and returns its result, or `failure` if memory ran out. No exception may pass through the
+/// C interface.
 template <class Result, class Function>
 Result orWhenOutOfMemory(Result failure, Function&& function) noexcept {
     try {
@@ -26,11 +26,11 @@ T* create(Args&&... args) noexcept {
     return orWhenOutOfMemory(static_cast<T*>(nullptr), [&] { return new T(std::forward<Args>(args)...); });
 }
 
-/// True once the calling thread has failed to make a path, a gradient, a colour or a colour space since it
-/// last made a bitmap context: whatever it draws meanwhile may lack something.
+/// True if the calling thread has failed to create a path, a gradient, a colour or a colour space since it
+/// last created a bitmap context: its drawings may lack something.
 inline constinit thread_local bool anyCreationFailed = false;
 
-/// Passes a new object on, and sets `anyCreationFailed` when it is NULL.
+/// Returns `created`, and sets `anyCreationFailed` if it is NULL.
 template <class T>
 T* noteFailure(T* created) noexcept {
     if (!created) anyCreationFailed = true;

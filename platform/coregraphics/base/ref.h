@@ -20,13 +20,13 @@ public:
         if (m_object) m_object->release();
     }
 
-    /// Takes over a reference that the caller owns.
+    /// Takes over the caller's reference.
     static Ref adopting(T* object) noexcept {
         Ref ref;
         ref.m_object = object;
         return ref;
     }
-    /// Adds a reference of its own. NULL gives an empty Ref.
+    /// Adds a reference. NULL makes an empty Ref.
     static Ref retaining(T* object) noexcept {
         if (object) object->retain();
         return adopting(object);

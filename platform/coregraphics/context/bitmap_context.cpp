@@ -8,11 +8,11 @@ using namespace ozcg;
 
 namespace {
 
-// The widest and highest bitmap: coordinates within it are exact to 1/256 as floats.
+// The greatest width and height: floats hold coordinates up to it to within 1/256.
 constexpr size_t kMaxSide = 65535;
 // The largest bitmap: 2^30 pixels, 4 GB.
 constexpr size_t kMaxPixels = size_t{1} << 30;
-constexpr size_t kRowAlignment = 16; // of rows whose length the context chooses
+constexpr size_t kRowAlignment = 16; // where the context chooses the length of rows
 
 std::optional<PixelOrder> orderOf(CGBitmapInfo info) {
     const bool little = (info & kCGBitmapByteOrderMask) == kCGBitmapByteOrder32Little;
@@ -70,7 +70,7 @@ CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t heig
 
 void* CGBitmapContextGetData(CGContextRef c) {
     if (!c) return nullptr;
-    // The caller may write to them.
+    // The caller may write to the pixels.
     return orWhenOutOfMemory(static_cast<void*>(nullptr),
                              [&]() -> void* { return c->surfaceForDrawing().bytes; });
 }
@@ -108,7 +108,7 @@ CGImageRef CGBitmapContextCreateImage(CGContextRef c) {
     if (c->storage) return createImage(format, c->storage);
     const Ref<PixelStorage> copy = PixelStorage::create(sizeOf(bitmap));
     if (!copy) return nullptr;
-    // The caller's memory need not go on behind the last pixel.
+    // The caller's memory may end after the last pixel.
     std::memcpy(copy->bytes(), c->pixels(), copy->size() - bitmap.bytesPerRow + 4 * bitmap.width);
     return createImage(format, copy);
 }

@@ -1,5 +1,6 @@
 #include "context/context.h"
 
+#include "base/unorm8.h"
 #include "context/context_buffers.h"
 
 #include <algorithm>
@@ -64,7 +65,7 @@ void CGContextRelease(CGContextRef c) { released(c); }
 
 void CGContextSaveGState(CGContextRef c) {
     if (!c) return;
-    // States are restored in turn: behind one that there was no room for, none is saved.
+    // States are restored in reverse order, so after one that memory did not suffice for none is saved.
     if (c->unsaved == 0 && c->complete([&] { c->saved.push_back(c->state); })) return;
     if (c->unsaved++ == 0) c->lastSaved = c->state;
 }
@@ -103,17 +104,11 @@ void CGContextSetLineWidth(CGContextRef c, CGFloat width) {
 }
 
 void CGContextSetLineCap(CGContextRef c, CGLineCap cap) {
-    if (!c) return;
-    c->state.line.cap = cap == kCGLineCapRound    ? Cap::round
-                        : cap == kCGLineCapSquare ? Cap::square
-                                                  : Cap::butt;
+    if (c) c->state.line.cap = capOf(cap);
 }
 
 void CGContextSetLineJoin(CGContextRef c, CGLineJoin join) {
-    if (!c) return;
-    c->state.line.join = join == kCGLineJoinRound   ? Join::round
-                         : join == kCGLineJoinBevel ? Join::bevel
-                                                    : Join::miter;
+    if (c) c->state.line.join = joinOf(join);
 }
 
 void CGContextSetMiterLimit(CGContextRef c, CGFloat limit) {
@@ -134,7 +129,7 @@ void CGContextSetLineDash(CGContextRef c, CGFloat phase, const CGFloat* lengths,
 void CGContextSetFlatness(CGContextRef, CGFloat) {}
 
 void CGContextSetAlpha(CGContextRef c, CGFloat alpha) {
-    if (c) c->state.alpha = unit(alpha);
+    if (c) c->state.alpha = clampedToUnit(alpha);
 }
 
 void CGContextSetBlendMode(CGContextRef c, CGBlendMode mode) {

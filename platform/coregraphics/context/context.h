@@ -14,7 +14,7 @@
 
 namespace ozcg {
 
-/// What a bitmap context was made with.
+/// The parameters that a bitmap context was created with.
 struct BitmapFormat {
     size_t width = 0;
     size_t height = 0;
@@ -23,7 +23,7 @@ struct BitmapFormat {
     PixelOrder order = PixelOrder::argb;
 };
 
-/// Memory of the caller's that a context draws into, and how it is given back.
+/// The caller's memory that a context draws into, and the callback that releases it.
 struct BorrowedPixels {
     uint8_t* bytes = nullptr;
     CGBitmapContextReleaseDataCallback release = nullptr;
@@ -47,8 +47,8 @@ struct CGContext final : ozcg::Object {
     /// From user space to the space the context was made with, y up.
     CGAffineTransform userToBase() const;
     ozcg::Compositing compositing() const;
-    /// Runs what may run out of memory or be interrupted, and is then left undone in part. Whether it was
-    /// done; what the context draws is incomplete otherwise.
+    /// Runs `function`, which may run out of memory or be interrupted. Returns false if it did, and marks the
+    /// drawing as incomplete.
     template <class Function>
     bool complete(Function&& function) noexcept {
         const bool done = ozcg::orWhenOutOfMemory(false, [&] {
@@ -67,11 +67,11 @@ struct CGContext final : ozcg::Object {
     const ozcg::Ref<CGColorSpace> space;
     ozcg::GraphicsState state;
     std::vector<ozcg::GraphicsState> saved;
-    size_t unsaved = 0;            // how many there was no memory for, all behind the saved ones
-    ozcg::GraphicsState lastSaved; // the first of them
+    size_t unsaved = 0;            // states above `saved` that there was no memory for
+    ozcg::GraphicsState lastSaved; // the lowest of them
     ozcg::PathData path;           // in pixels
     bool allowsAntialiasing = true;
-    bool isIncomplete = false;             // what has been drawn: memory was short, or it was interrupted
+    bool isIncomplete = false;             // part of the drawing is missing
     ozcg::Ref<ozcg::PixelStorage> storage; // empty with the caller's memory
 
 private:
@@ -83,7 +83,7 @@ private:
 
 namespace ozcg {
 
-/// A finite number, or something to take its place.
+/// `value` if it is finite, else `otherwise`.
 constexpr double finiteOr(double value, double otherwise) { return value - value == 0 ? value : otherwise; }
 
 } // namespace ozcg

@@ -8,7 +8,7 @@ namespace ozcg {
 
 namespace {
 
-// What a thread keeps at most: more than drawings need, and little beside a bitmap.
+// The most that a thread keeps: more than drawings need, yet little compared with a bitmap.
 constexpr size_t kMostPoints = 8192;
 constexpr size_t kMostStates = 64;
 

@@ -9,12 +9,12 @@
 
 namespace ozcg {
 
-/// What a context's path and its saved states need.
+/// The memory of a context's path and of its saved states.
 struct ContextBuffers {
     PathData path;
     std::vector<GraphicsState> saved;
 
-    /// What the thread's last context has left, or nothing. Path and states are empty.
+    /// Takes the memory that the thread's last context left, if any. Path and states are empty.
     static ContextBuffers take() noexcept;
     /// Keeps the memory for the thread's next context, unless it is large.
     static void leave(ContextBuffers buffers) noexcept;

@@ -14,16 +14,17 @@ void paint(CGContextRef c, bool fills, FillRule rule, bool strokes) {
     if (c->path.isIncomplete()) c->isIncomplete = true;
     c->complete([&] {
         const Surface& surface = c->surfaceForDrawing();
-        const Compositing how = c->compositing();
-        if (fills) fillPath(surface, how, c->path, rule, c->state.fillColor);
-        if (strokes) strokePath(surface, how, c->path, c->state.line, c->state.ctm, c->state.strokeColor);
+        const Compositing compositing = c->compositing();
+        if (fills) fillPath(surface, compositing, c->path, rule, c->state.fillColor);
+        if (strokes)
+            strokePath(surface, compositing, c->path, c->state.line, c->state.ctm, c->state.strokeColor);
     });
     c->path.clear();
 }
 
 void clip(CGContextRef c, FillRule rule) {
     if (!c) return;
-    // A clip that can't be worked out lets nothing through.
+    // A clip that cannot be computed excludes everything.
     if (c->path.isIncomplete()) c->isIncomplete = true;
     const bool done =
         c->complete([&] { clipToPath(c->state.clip, c->path, rule, c->compositing().antialias); });

@@ -2,6 +2,7 @@
 #include "base/out_of_memory.h"
 #include "context/context.h"
 #include "path/path.h"
+#include "path/path_queries.h"
 
 using namespace ozcg;
 
@@ -20,7 +21,7 @@ PathData userPath(CGContextRef c) {
     return path;
 }
 
-// Dashes are not looked at: the gaps count as painted.
+// Dashes are ignored: gaps count as painted.
 bool strokeContains(CGContextRef c, CGPoint point) {
     const auto path = Ref<const CGPath>::adopting(CGContextCopyPath(c));
     const LineStyle& line = c->state.line;
@@ -105,11 +106,11 @@ CGPoint CGContextGetPathCurrentPoint(CGContextRef c) {
 CGRect CGContextGetPathBoundingBox(CGContextRef c) {
     if (!c) return CGRectNull;
     const CGAffineTransform& t = c->state.ctm;
-    // The box of a path is the box of its box unless the matrix turns it.
+    // Unless the matrix rotates, the bounds can be transformed in place of the path.
     const bool upright = (t.b == 0 && t.c == 0) || (t.a == 0 && t.d == 0);
-    if (upright) return CGRectApplyAffineTransform(c->path.controlBounds(), toUser(c));
+    if (upright) return CGRectApplyAffineTransform(controlBounds(c->path), toUser(c));
     CGRect box = CGRectNull;
-    c->complete([&] { box = userPath(c).controlBounds(); });
+    c->complete([&] { box = controlBounds(userPath(c)); });
     return box;
 }
 

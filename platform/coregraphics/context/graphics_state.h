@@ -11,7 +11,7 @@
 
 namespace ozcg {
 
-/// What CGContextSaveGState saves.
+/// The state that CGContextSaveGState saves.
 struct GraphicsState {
     CGAffineTransform ctm; // from user space to pixels, y down
     Clip clip;
@@ -26,7 +26,7 @@ struct GraphicsState {
     bool antialias = true;
 };
 
-// So that a state can be kept when memory is short.
+// SaveGState relies on this when memory is short.
 static_assert(std::is_nothrow_copy_assignable_v<GraphicsState>);
 
 } // namespace ozcg

@@ -11,11 +11,11 @@
 
 namespace ozcg {
 
-/// A block of bytes that a bitmap context draws into. A snapshot of the context is an image that holds a
-/// reference; whoever wants to write while the block is not unique copies it first.
+/// A block of bytes that a bitmap context draws into. An image of the context holds a reference to it. A
+/// writer that does not hold the only reference copies the block first.
 class PixelStorage final : public Object {
 public:
-    /// Zeroed bytes, fresh from the system when there are many; NULL when memory is short.
+    /// A block of zeros; NULL when memory is short.
     static Ref<PixelStorage> create(size_t size) noexcept;
     ~PixelStorage() override;
 
@@ -31,7 +31,7 @@ private:
     size_t m_size;
 };
 
-/// Where the components of a pixel lie, as byte offsets; kNone: not there.
+/// The byte offsets of a pixel's components; kNone: absent.
 struct PixelLayout {
     static constexpr uint8_t kNone = 0xFF;
 
@@ -45,13 +45,13 @@ struct PixelLayout {
     bool operator==(const PixelLayout&) const = default;
 };
 
-/// The layout of a supported format (8 bits per component; `space` NULL for alpha only), or nothing.
+/// The layout of a supported format (8 bits per component; `space` is NULL for alpha only), else nothing.
 std::optional<PixelLayout> pixelLayout(size_t bitsPerComponent, size_t bitsPerPixel,
                                        const CGColorSpace* space, CGBitmapInfo bitmapInfo) noexcept;
 
 } // namespace ozcg
 
-/// What an image is, apart from its bytes.
+/// The description of an image without its bytes.
 struct CGImageFormat {
     size_t width = 0;
     size_t height = 0;
@@ -64,7 +64,7 @@ struct CGImageFormat {
 };
 
 struct CGImage final : ozcg::Object {
-    /// The provider must hold all rows, from its first byte on.
+    /// The provider must hold all rows, beginning at its first byte.
     CGImage(CGImageFormat imageFormat, ozcg::Ref<CGDataProvider> dataProvider) noexcept
         : Object(ozcg::TypeId::image), format(std::move(imageFormat)), provider(std::move(dataProvider)) {}
 
@@ -78,12 +78,12 @@ struct CGImage final : ozcg::Object {
 
 namespace ozcg {
 
-/// A snapshot of a context's pixels, which share the storage: `format.height` rows from its first byte on.
-/// NULL when memory is short. The caller owns the result.
+/// A snapshot of a context's pixels that shares their storage: `format.height` rows, beginning at its first
+/// byte. NULL when memory is short. The caller owns the result.
 CGImage* createImage(const CGImageFormat& format, const Ref<PixelStorage>& storage) noexcept;
 
-/// Pixels x0 ..< x0 + n of a row as premultiplied RGBA (bytes R, G, B, A in memory), which is what an image
-/// that says so already holds. The range must lie inside.
+/// Reads pixels x0 ..< x0 + n of a row as premultiplied RGBA (bytes R, G, B, A in memory). The range must lie
+/// inside the image.
 void readRow(const CGImage& image, size_t y, size_t x0, size_t n, uint32_t* rgba) noexcept;
 
 } // namespace ozcg

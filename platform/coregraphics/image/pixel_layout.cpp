@@ -1,4 +1,5 @@
 // The pixel formats of images, and how their pixels are read.
+#include "base/unorm8.h"
 #include "image/image.h"
 #include "values/color.h"
 
@@ -47,7 +48,7 @@ void readBytes(const uint8_t* from, const PixelLayout& layout, size_t n, uint32_
 void premultiply(size_t n, uint32_t* rgba) {
     for (size_t i = 0; i < n; ++i) {
         const uint32_t pixel = rgba[i], a = pixel >> 24;
-        const auto times = [&](int shift) { return (((pixel >> shift) & 0xFF) * a + 127) / 255; };
+        const auto times = [&](int shift) { return multiplyUnorm8((pixel >> shift) & 0xFF, a); };
         rgba[i] = pixelOf(times(0), times(8), times(16), a);
     }
 }

@@ -1,4 +1,4 @@
-// The orders in which the four bytes of a pixel lie in memory.
+// The orders of a pixel's four bytes in memory.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,7 @@ namespace ozcg {
 
 enum class PixelOrder : uint8_t { rgba, bgra, argb };
 
-/// Where each component of a pixel lies, as byte index 0...3.
+/// The byte index, 0...3, of each component of a pixel.
 struct PixelOffsets {
     uint8_t r;
     uint8_t g;
@@ -25,7 +25,7 @@ constexpr PixelOffsets offsetsOf(PixelOrder order) noexcept {
     return {0, 1, 2, 3};
 }
 
-/// A pixel with the bytes R, G, B, A in memory, as a little-endian word, in another order.
+/// Reorders a pixel, a little-endian word with the bytes R, G, B, A in memory.
 constexpr uint32_t reordered(uint32_t rgba, PixelOrder order) noexcept {
     switch (order) {
     case PixelOrder::rgba: return rgba;

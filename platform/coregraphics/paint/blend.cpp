@@ -1,7 +1,8 @@
 // The formulas of W3C "Compositing and Blending Level 1", in premultiplied form.
 #include "paint/blend.h"
 
-#include "raster/sweep.h"
+#include "base/unorm8.h"
+#include "raster/composite.h"
 
 #include <algorithm>
 #include <cmath>
@@ -29,7 +30,7 @@ Rgb perComponent(Rgb x, Rgb y, Function&& f) {
     return {f(x.r, y.r), f(x.g, y.g), f(x.b, y.b)};
 }
 
-// Of colours that are not premultiplied: backdrop, then source.
+// The blend function of backdrop and source, neither premultiplied.
 float separable(CGBlendMode mode, float b, float s) {
     const auto hardLight = [](float under, float over) {
         return over <= 0.5f ? under * 2 * over : under + (2 * over - 1) - under * (2 * over - 1);
@@ -63,7 +64,7 @@ Rgb withLuminosity(Rgb c, float l) {
     c = c + (l - luminosity(c));
     l = luminosity(c);
     const float low = smallest(c), high = greatest(c);
-    // Grays, which rounding alone brings out of range, have no chroma to scale.
+    // A gray, which only rounding takes out of range, has no chroma to scale.
     if (low < 0 && low < l) c = (c + -l) * (l / (l - low)) + l;
     if (high > 1 && high > l) c = (c + -l) * ((1 - l) / (high - l)) + l;
     return c;
@@ -120,9 +121,7 @@ Pixel blended(CGBlendMode mode, const Pixel& s, const Pixel& d) {
     return s + d * (1 - s.a);
 }
 
-uint8_t rounded(float component, float limit) {
-    return static_cast<uint8_t>(std::clamp(component, 0.0f, limit) * 255 + 0.5f);
-}
+uint8_t clampedUnorm8(float component, float limit) { return unorm8(std::clamp(component, 0.0f, limit)); }
 
 Pixel load(const uint8_t* p, const PixelOffsets& at) {
     constexpr float k = 1.0f / 255;
@@ -139,11 +138,11 @@ void blendFormula(uint8_t* dst, const uint32_t* src, const uint8_t* coverage, si
         const Pixel under = load(dst, at);
         const float weight = static_cast<float>(coverage[i]) / 255;
         const Pixel result = blended(mode, load(over, rgba), under) * weight + under * (1 - weight);
-        const uint8_t alpha = rounded(result.a, 1);
+        const uint8_t alpha = clampedUnorm8(result.a, 1);
         const float limit = static_cast<float>(alpha) / 255;
-        dst[at.r] = rounded(result.c.r, limit);
-        dst[at.g] = rounded(result.c.g, limit);
-        dst[at.b] = rounded(result.c.b, limit);
+        dst[at.r] = clampedUnorm8(result.c.r, limit);
+        dst[at.g] = clampedUnorm8(result.c.g, limit);
+        dst[at.b] = clampedUnorm8(result.c.b, limit);
         dst[at.a] = alpha;
     }
 }

@@ -7,10 +7,10 @@
 
 namespace ozcg {
 
-/// Mixes `src` (bytes R, G, B, A in memory) into `dst` (bytes in the given order), both premultiplied.
-/// `coverage` (255: all) weighs each pixel's result against what was there. Unknown modes count as normal.
-/// Every component of the result is the formula's value rounded to the nearest integer, and never greater
-/// than its alpha. `src` may be overwritten.
+/// Blends `src` (bytes R, G, B, A in memory) with `dst` (bytes in the given order), both premultiplied, and
+/// writes the result to `dst`, weighted against the old pixels by `coverage` (255: the result alone). Unknown
+/// modes count as normal. Every component is rounded to nearest and does not exceed alpha. `src` may be
+/// overwritten.
 void blendRow(uint8_t* dst, uint32_t* src, const uint8_t* coverage, size_t n, CGBlendMode mode,
               PixelOrder order) noexcept;
 

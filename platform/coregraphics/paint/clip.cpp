@@ -1,6 +1,6 @@
 #include "paint/clip.h"
 
-#include "base/fixed255.h"
+#include "base/unorm8.h"
 #include "raster/raster_buffers.h"
 #include "support/thread_owned.h"
 
@@ -25,11 +25,11 @@ double overlap(int i, double from, double to) {
     return std::clamp(std::min(i + 1.0, to) - std::max(double(i), from), 0.0, 1.0);
 }
 
-// Masks that a thread keeps for later clips: as many as clips are usually nested, and none larger than this.
+// The masks that a thread keeps for later clips: as many as clips are usually nested, and none above a size.
 constexpr size_t kKeptMasks = 4;
 constexpr size_t kLargestKeptMask = size_t{1} << 24;
 
-/// Masks that the thread has made; those that no clip holds any more are used again.
+/// Masks that the thread has made. Those that no clip holds any more are reused.
 struct KeptMasks {
     std::vector<Ref<ClipMask>> masks;
 };
@@ -39,7 +39,7 @@ struct KeptMasks {
 Ref<ClipMask> ClipMask::make(const IntRect& box) {
     const bool isKept = box.area() <= kLargestKeptMask;
     std::vector<Ref<ClipMask>>& kept = ozm::support::ThreadOwned<KeptMasks>::getOrThrow().masks;
-    // A reference of its own is all that there is to one that no clip holds any more.
+    // The list's own reference is the only one to a mask that no clip holds.
     const auto unused =
         std::find_if(kept.begin(), kept.end(), [](const auto& mask) { return mask->isUnique(); });
     if (isKept && unused != kept.end()) {
@@ -71,7 +71,7 @@ void Clip::setSides(double x0, double y0, double x1, double y1) {
     m_y0 = y0;
     m_x1 = x1;
     m_y1 = y1;
-    // The sides lie within a bitmap, so these fit.
+    // The sides lie within a bitmap, so the integers do not overflow.
     m_outer = {static_cast<int>(std::floor(x0)), static_cast<int>(std::floor(y0)),
                static_cast<int>(std::ceil(x1)), static_cast<int>(std::ceil(y1))};
     m_inner = {static_cast<int>(std::ceil(x0)), static_cast<int>(std::ceil(y0)),
@@ -102,12 +102,10 @@ void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) 
         if (range.empty()) continue;
         const auto begin = static_cast<size_t>(range.begin), n = static_cast<size_t>(range.end - range.begin);
         std::memcpy(row + begin, line + begin, n);
-        if (!antialias)
-            std::transform(row + begin, row + begin + n, row + begin,
-                           [](uint8_t c) { return c < 128 ? 0 : 255; });
+        if (!antialias) thresholdCoverage(row + begin, n);
         if (!m_mask) continue;
         const uint8_t* const before = m_mask->row(box.y0 + y) + (box.x0 - m_mask->box().x0);
-        for (size_t i = begin; i < begin + n; ++i) row[i] = multiply255(row[i], before[i]);
+        for (size_t i = begin; i < begin + n; ++i) row[i] = multiplyUnorm8(row[i], before[i]);
     }
     shape.discardPadding();
     shape.end();
@@ -118,21 +116,21 @@ void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) 
 void Clip::apply(int y, int x0, size_t n, uint8_t* coverage) const {
     if (m_mask) {
         const uint8_t* const mask = m_mask->row(y) + (x0 - m_mask->box().x0);
-        for (size_t i = 0; i < n; ++i) coverage[i] = multiply255(coverage[i], mask[i]);
+        for (size_t i = 0; i < n; ++i) coverage[i] = multiplyUnorm8(coverage[i], mask[i]);
     }
     if (y < m_inner.y0 || y >= m_inner.y1) {
-        const unsigned weight = to255(overlap(y, m_y0, m_y1));
-        for (size_t i = 0; i < n; ++i) coverage[i] = multiply255(coverage[i], weight);
+        const unsigned weight = unorm8(overlap(y, m_y0, m_y1));
+        for (size_t i = 0; i < n; ++i) coverage[i] = multiplyUnorm8(coverage[i], weight);
     }
     const int x1 = x0 + static_cast<int>(n);
-    const auto weighColumn = [&](int x) {
+    const auto weightColumn = [&](int x) {
         if (x < x0 || x >= x1 || (x >= m_inner.x0 && x < m_inner.x1)) return;
         uint8_t& c = coverage[x - x0];
-        c = multiply255(c, to255(overlap(x, m_x0, m_x1)));
+        c = multiplyUnorm8(c, unorm8(overlap(x, m_x0, m_x1)));
     };
     const int first = static_cast<int>(std::floor(m_x0)), last = static_cast<int>(std::ceil(m_x1)) - 1;
-    weighColumn(first);
-    if (last != first) weighColumn(last);
+    weightColumn(first);
+    if (last != first) weightColumn(last);
 }
 
 } // namespace ozcg

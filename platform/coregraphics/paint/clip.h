@@ -1,4 +1,4 @@
-// What may be painted: a rectangle with fractional sides, and a mask where that does not say it all.
+// The clip: a rectangle with fractional sides and, where that is not enough, a mask.
 #pragma once
 
 #include "base/int_rect.h"
@@ -13,10 +13,10 @@
 
 namespace ozcg {
 
-/// Coverage of the pixels of a box, row by row; 255 lets everything through.
+/// The clip's coverage of the pixels of a box, row by row; 255 is fully inside.
 class ClipMask final : public Object {
 public:
-    /// A mask whose pixels are not set. The thread keeps the memory of its masks for later ones. Throws
+    /// A mask with uninitialised pixels, if possible in memory that the thread has kept. Throws
     /// std::bad_alloc.
     static Ref<ClipMask> make(const IntRect& box);
 
@@ -40,19 +40,19 @@ private:
 class Clip {
 public:
     Clip() = default;
-    /// Everything inside of a bitmap.
+    /// A whole bitmap.
     Clip(int width, int height);
 
     bool empty() const { return m_outer.empty(); }
-    /// The pixels that anything can be painted on.
+    /// The smallest box of pixels that holds everything inside the clip.
     const IntRect& outer() const { return m_outer; }
-    /// True when every pixel of `box` may be painted whole.
-    bool holds(const IntRect& box) const { return !m_mask && m_inner.contains(box); }
+    /// True when every pixel of `box` lies wholly inside the clip.
+    bool containsWhole(const IntRect& box) const { return !m_mask && m_inner.contains(box); }
 
-    /// Intersects with an upright rectangle; sides that lie on pixel boundaries, give or take a rounding
-    /// error, stay sharp.
+    /// Intersects with an upright rectangle. Sides within rounding errors of a pixel boundary are moved onto
+    /// it.
     void intersect(const CGRect& rect);
-    /// Intersects with a shape in the accumulator, whose box must lie within outer(), and empties the
+    /// Intersects with the shape in the accumulator, whose box must lie within outer(), and empties the
     /// accumulator. Throws std::bad_alloc.
     void intersect(CoverageAccumulator& shape, FillRule rule, bool antialias);
     void makeEmpty() { *this = Clip(); }
@@ -64,7 +64,7 @@ private:
     void setSides(double x0, double y0, double x1, double y1);
 
     double m_x0 = 0, m_y0 = 0, m_x1 = 0, m_y1 = 0;
-    IntRect m_outer, m_inner; // pixels touched by the rectangle, and pixels wholly inside
+    IntRect m_outer, m_inner; // the pixels that the rectangle touches; those wholly inside
     Ref<const ClipMask> m_mask;
 };
 

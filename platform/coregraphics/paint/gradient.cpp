@@ -2,6 +2,7 @@
 
 #include "base/out_of_memory.h"
 #include "base/ref.h"
+#include "base/unorm8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,39 +15,37 @@ using ozcg::Rgba;
 
 constexpr size_t kLast = ozcg::kGradientTableSize - 1;
 
-// The first entry that is not before a location.
+// The first entry at or after a location.
 size_t entryAt(double location) { return static_cast<size_t>(std::ceil(location * kLast)); }
-
-int32_t level(float value) { return static_cast<int32_t>(value * 255 + 0.5f); }
 
 bool isPaintable(const Rgba& c) {
     const auto within = [](double value) { return value >= 0 && value <= 1; };
     return within(c.r) && within(c.g) && within(c.b) && within(c.a);
 }
 
-float single(double value) { return static_cast<float>(std::clamp(value, -1e30, 1e30)); }
+float toFloat(double value) { return static_cast<float>(std::clamp(value, -1e30, 1e30)); }
 
-// Sets the entries from one stop up to the next. `limit` keeps a component in 0...1; a simple one lets the
-// compiler work on several entries at once.
+// Sets the entries from one stop up to the next. `limit` clamps a component to 0...1; the compiler vectorises
+// the loop where it does nothing.
 template <class Limit>
 void mix(uint32_t* table, const GradientStop& from, const GradientStop& to, Limit limit) {
     const auto first = static_cast<int>(entryAt(from.location)), end = static_cast<int>(entryAt(to.location));
     const double entries = (to.location - from.location) * kLast;
-    // In double, for stops that lie close together.
-    const auto start = static_cast<float>(ozcg::unit((first - from.location * kLast) / entries));
+    // In double precision, because stops may lie close together.
+    const auto start = static_cast<float>(ozcg::clampedToUnit((first - from.location * kLast) / entries));
     const auto step = static_cast<float>(1 / std::max(1.0, entries));
     const auto ramp = [&](double Rgba::*component) {
-        const float low = single(from.color.*component);
-        const float slope = single(to.color.*component - from.color.*component);
+        const float low = toFloat(from.color.*component);
+        const float slope = toFloat(to.color.*component - from.color.*component);
         return [=](float t) { return limit(low + slope * t); };
     };
     const auto r = ramp(&Rgba::r), g = ramp(&Rgba::g), b = ramp(&Rgba::b), a = ramp(&Rgba::a);
     for (int i = first; i < end; ++i) {
         const float t = start + static_cast<float>(i - first) * step, opacity = a(t);
-        const int32_t alpha = level(opacity);
-        // Rounding may take a component just beyond 1, but never beyond alpha.
+        const int32_t alpha = ozcg::unorm8(opacity);
+        // Rounding may take a component slightly beyond 1; it must not exceed alpha.
         const auto color = [=](float value) {
-            return static_cast<uint32_t>(std::min(level(value * opacity), alpha));
+            return static_cast<uint32_t>(std::min<int32_t>(ozcg::unorm8(value * opacity), alpha));
         };
         table[i] = ozcg::pixelOf(color(r(t)), color(g(t)), color(b(t)), static_cast<uint32_t>(alpha));
     }
@@ -56,12 +55,12 @@ void mix(uint32_t* table, const GradientStop& from, const GradientStop& to) {
     if (isPaintable(from.color) && isPaintable(to.color))
         mix(table, from, to, [](float value) { return value; });
     else
-        mix(table, from, to, [](float value) { return static_cast<float>(ozcg::unit(value)); });
+        mix(table, from, to, [](float value) { return static_cast<float>(ozcg::clampedToUnit(value)); });
 }
 
-// Where the stop at `index` of `count` lies.
+// The location of the stop at `index` of `count`.
 double locationOf(const CGFloat* locations, size_t index, size_t count) {
-    if (locations) return ozcg::unit(locations[index]);
+    if (locations) return ozcg::clampedToUnit(locations[index]);
     return count > 1 ? static_cast<double>(index) / static_cast<double>(count - 1) : 0;
 }
 

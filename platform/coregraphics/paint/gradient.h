@@ -1,4 +1,4 @@
-// Gradients, ready to be looked up.
+// Gradients as tables of colours.
 #pragma once
 
 #include "values/color.h"
@@ -9,7 +9,7 @@
 
 namespace ozcg {
 
-/// Enough for neighbouring entries to differ by less than a level in nearly all gradients.
+/// Large enough that in nearly all gradients neighbouring entries differ by less than 1 of 255.
 inline constexpr size_t kGradientTableSize = 1024;
 
 struct GradientStop {
@@ -20,7 +20,7 @@ struct GradientStop {
 } // namespace ozcg
 
 struct CGGradient final : ozcg::Object {
-    /// Sorts the stops by location, equal ones in the given order. There must be one at least.
+    /// Sorts the stops by location; stops at the same location keep their order. There must be at least one.
     explicit CGGradient(std::vector<ozcg::GradientStop> stops) noexcept;
 
     /// Colours at i / (kGradientTableSize - 1), premultiplied, bytes R, G, B, A in memory. The first and the

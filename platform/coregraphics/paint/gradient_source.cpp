@@ -1,16 +1,13 @@
 #include "paint/gradient_source.h"
 
+#include "values/affine_transform.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace ozcg {
 
 namespace {
-
-bool isInvertible(const CGAffineTransform& t) {
-    const double determinant = t.a * t.d - t.b * t.c;
-    return determinant != 0 && std::isfinite(1 / determinant) && std::isfinite(t.tx) && std::isfinite(t.ty);
-}
 
 bool isFinitePoint(CGPoint p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
@@ -33,69 +30,72 @@ uint32_t lookUp(const CGGradient& gradient, double position, CGGradientDrawingOp
 std::optional<LinearGradientSource> LinearGradientSource::make(const CGGradient& gradient, CGPoint start,
                                                                CGPoint end, CGGradientDrawingOptions options,
                                                                const CGAffineTransform& toPixel) {
-    if (!isInvertible(toPixel) || !isFinitePoint(start) || !isFinitePoint(end)) return {};
+    const std::optional<CGAffineTransform> fromPixel = inverted(toPixel);
+    if (!fromPixel || !isFinitePoint(start) || !isFinitePoint(end)) return {};
     const double dx = end.x - start.x, dy = end.y - start.y, length2 = dx * dx + dy * dy;
     if (!(length2 > 0) || !std::isfinite(length2)) return {};
-    const CGAffineTransform t = CGAffineTransformInvert(toPixel);
+    const CGAffineTransform& t = *fromPixel;
     LinearGradientSource source(gradient, options);
-    source.m_perX = (t.a * dx + t.b * dy) / length2;
-    source.m_perY = (t.c * dx + t.d * dy) / length2;
-    source.m_atOrigin = ((t.tx - start.x) * dx + (t.ty - start.y) * dy) / length2;
-    if (!std::isfinite(source.m_perX) || !std::isfinite(source.m_perY) || !std::isfinite(source.m_atOrigin))
+    source.m_positionPerX = (t.a * dx + t.b * dy) / length2;
+    source.m_positionPerY = (t.c * dx + t.d * dy) / length2;
+    source.m_positionAtOrigin = ((t.tx - start.x) * dx + (t.ty - start.y) * dy) / length2;
+    if (!std::isfinite(source.m_positionPerX) || !std::isfinite(source.m_positionPerY) ||
+        !std::isfinite(source.m_positionAtOrigin))
         return {};
     return source;
 }
 
 void LinearGradientSource::fetch(int x, int y, size_t n, uint32_t* rgba) {
-    const double first = m_atOrigin + m_perY * (y + 0.5) + m_perX * (x + 0.5);
+    const double first = m_positionAtOrigin + m_positionPerY * (y + 0.5) + m_positionPerX * (x + 0.5);
     for (size_t i = 0; i < n; ++i)
-        rgba[i] = lookUp(m_gradient, first + m_perX * static_cast<double>(i), m_options);
+        rgba[i] = lookUp(m_gradient, first + m_positionPerX * static_cast<double>(i), m_options);
 }
 
 std::optional<RadialGradientSource> RadialGradientSource::make(const CGGradient& gradient,
                                                                const Circle& start, const Circle& end,
                                                                CGGradientDrawingOptions options,
                                                                const CGAffineTransform& toPixel) {
-    if (!isInvertible(toPixel) || !isFinitePoint(start.center) || !isFinitePoint(end.center)) return {};
+    const std::optional<CGAffineTransform> fromPixel = inverted(toPixel);
+    if (!fromPixel || !isFinitePoint(start.center) || !isFinitePoint(end.center)) return {};
     if (!(start.radius >= 0) || !(end.radius >= 0) || !(start.radius + end.radius > 0)) return {};
     RadialGradientSource source(gradient, options);
-    source.m_way = {end.center.x - start.center.x, end.center.y - start.center.y};
+    source.m_axis = {end.center.x - start.center.x, end.center.y - start.center.y};
     source.m_startRadius = start.radius;
     source.m_growth = end.radius - start.radius;
-    if (source.m_way.x == 0 && source.m_way.y == 0 && source.m_growth == 0) return {};
-    const double way2 = source.m_way.x * source.m_way.x + source.m_way.y * source.m_way.y;
+    if (source.m_axis.x == 0 && source.m_axis.y == 0 && source.m_growth == 0) return {};
+    const double axis2 = source.m_axis.x * source.m_axis.x + source.m_axis.y * source.m_axis.y;
     const double growth2 = source.m_growth * source.m_growth;
-    source.m_a = way2 - growth2;
+    source.m_a = axis2 - growth2;
     if (!std::isfinite(source.m_a)) return {};
-    // Circles that touch from inside all share one tangent; the equation then is linear but for rounding.
-    if (std::abs(source.m_a) > 1e-12 * (way2 + growth2)) source.m_inverseA = 1 / source.m_a;
-    source.m_toStart = CGAffineTransformInvert(toPixel);
+    // If one circle touches the other from inside, the equation is linear, up to rounding.
+    if (std::abs(source.m_a) > 1e-12 * (axis2 + growth2)) source.m_inverseA = 1 / source.m_a;
+    source.m_toStart = *fromPixel;
     source.m_toStart.tx -= start.center.x;
     source.m_toStart.ty -= start.center.y;
     return source;
 }
 
-bool RadialGradientSource::reaches(double position) const {
+bool RadialGradientSource::draws(double position) const {
     if (!(m_startRadius + position * m_growth >= 0)) return false;
     if (position < 0) return m_options & kCGGradientDrawsBeforeStartLocation;
     return position <= 1 || (m_options & kCGGradientDrawsAfterEndLocation);
 }
 
-// |p - s way| = r0 + s growth, solved for the greatest s that counts.
+// Solves |p - s axis| = r0 + s growth for the greatest s at which the gradient is drawn.
 uint32_t RadialGradientSource::colorAt(CGPoint p) const {
-    const double b = p.x * m_way.x + p.y * m_way.y + m_startRadius * m_growth;
+    const double b = p.x * m_axis.x + p.y * m_axis.y + m_startRadius * m_growth;
     const double c = p.x * p.x + p.y * p.y - m_startRadius * m_startRadius;
     if (m_inverseA == 0) {
         const double s = c / (2 * b);
-        return reaches(s) ? lookUp(m_gradient, s, m_options) : 0;
+        return draws(s) ? lookUp(m_gradient, s, m_options) : 0;
     }
     const double discriminant = b * b - m_a * c;
     if (!(discriminant >= 0)) return 0;
     const double root = std::sqrt(discriminant);
     const double s0 = (b + root) * m_inverseA, s1 = (b - root) * m_inverseA;
     const double greater = std::max(s0, s1), smaller = std::min(s0, s1);
-    if (reaches(greater)) return lookUp(m_gradient, greater, m_options);
-    if (reaches(smaller)) return lookUp(m_gradient, smaller, m_options);
+    if (draws(greater)) return lookUp(m_gradient, greater, m_options);
+    if (draws(smaller)) return lookUp(m_gradient, smaller, m_options);
     return 0;
 }
 

@@ -12,8 +12,8 @@ namespace ozcg {
 /// The colours of a linear gradient.
 class LinearGradientSource final : public PaintSource {
 public:
-    /// `toPixel` takes the points to pixels. None when the points coincide, for a singular matrix, and for
-    /// numbers that are not finite.
+    /// `toPixel` takes the points to pixels. Nothing if the points coincide, the matrix is singular, or a
+    /// number is not finite.
     static std::optional<LinearGradientSource> make(const CGGradient& gradient, CGPoint start, CGPoint end,
                                                     CGGradientDrawingOptions options,
                                                     const CGAffineTransform& toPixel);
@@ -25,11 +25,12 @@ private:
 
     const CGGradient& m_gradient;
     CGGradientDrawingOptions m_options;
-    double m_perX = 0, m_perY = 0, m_atOrigin = 0; // position along the gradient, 0...1
+    // The position along the gradient (0...1): at the origin, and its change per pixel.
+    double m_positionAtOrigin = 0, m_positionPerX = 0, m_positionPerY = 0;
 };
 
-/// The colours of a gradient between two circles: a pixel takes the colour of the circle with the greatest
-/// position that passes through it and has no negative radius.
+/// The colours of a gradient between two circles. Of the circles through a pixel whose radius is not
+/// negative, the one with the greatest position gives the colour.
 class RadialGradientSource final : public PaintSource {
 public:
     struct Circle {
@@ -37,7 +38,7 @@ public:
         double radius;
     };
 
-    /// As for the linear gradient; none also for circles that coincide or have no or a negative radius.
+    /// As for the linear gradient. Nothing if the circles coincide, both radii are 0, or one is negative.
     static std::optional<RadialGradientSource> make(const CGGradient& gradient, const Circle& start,
                                                     const Circle& end, CGGradientDrawingOptions options,
                                                     const CGAffineTransform& toPixel);
@@ -47,12 +48,12 @@ private:
     RadialGradientSource(const CGGradient& gradient, CGGradientDrawingOptions options)
         : m_gradient(gradient), m_options(options) {}
     uint32_t colorAt(CGPoint fromStart) const;
-    bool reaches(double position) const;
+    bool draws(double position) const;
 
     const CGGradient& m_gradient;
     CGGradientDrawingOptions m_options;
     CGAffineTransform m_toStart{}; // from pixels to gradient space, the start circle's centre at the origin
-    CGPoint m_way{};               // from centre to centre
+    CGPoint m_axis{};              // from centre to centre
     double m_startRadius = 0, m_growth = 0; // the radius at a position is m_startRadius + position * m_growth
     double m_a = 0;                         // of the quadratic equation for the position
     double m_inverseA = 0;                  // 0: the equation is linear

@@ -1,6 +1,8 @@
 #include "paint/image_source.h"
 
 #include "base/int_rect.h"
+#include "base/unorm8.h"
+#include "values/affine_transform.h"
 
 #include <cmath>
 
@@ -8,10 +10,10 @@ namespace ozcg {
 
 namespace {
 
-// Where image and pixel axes are not parallel, the parts below neighbouring pixels overlap; a part of more
-// than this many image pixels each way would cost too much then.
+// Where the axes of image and bitmap are not parallel, the areas averaged for neighbouring pixels overlap.
+// Areas of more than this many image pixels each way would then cost too much.
 constexpr double kMaxSkewedSide = 16;
-// Image pixels this close to lying below pixels are taken to lie there.
+// Image pixels this close to the pixel grid are taken to lie on it.
 constexpr double kSnap = 1.0 / 4096;
 
 bool isWhole(double v) { return std::abs(v - std::nearbyint(v)) < kSnap && std::abs(v) < 1e9; }
@@ -26,12 +28,12 @@ struct Sum {
         a += weight * (rgba >> 24);
     }
     uint32_t over(double weight) const {
-        const auto level = [weight](double v) { return static_cast<uint32_t>(v / weight + 0.5); };
-        return level(r) | level(g) << 8 | level(b) << 16 | level(a) << 24;
+        const auto mean = [weight](double v) { return static_cast<uint32_t>(std::lround(v / weight)); };
+        return mean(r) | mean(g) << 8 | mean(b) << 16 | mean(a) << 24;
     }
 };
 
-// The image pixels below an interval: first, last, and how much of the outer ones it covers.
+// The image pixels that an interval touches, and how much of each it covers.
 struct Interval {
     int first, last;
     double from, to;
@@ -39,7 +41,7 @@ struct Interval {
     Interval(double center, double half, int size) {
         from = std::clamp(center - half, 0.0, double(size));
         to = std::clamp(center + half, 0.0, double(size));
-        if (!(to - from > 1e-9)) { // beyond an end: the outermost pixel
+        if (!(to - from > 1e-9)) { // past an end: the outermost pixel
             from = from > 0 ? size - 1 : 0;
             to = from + 1;
         }
@@ -53,14 +55,12 @@ struct Interval {
 
 std::optional<ImageSource> ImageSource::make(const CGImage& image, const CGAffineTransform& toPixel,
                                              bool smooth) {
-    const double determinant = toPixel.a * toPixel.d - toPixel.b * toPixel.c;
-    if (determinant == 0 || !std::isfinite(1 / determinant) || !std::isfinite(toPixel.tx + toPixel.ty))
-        return {};
+    const std::optional<CGAffineTransform> fromPixel = inverted(toPixel);
+    if (!fromPixel) return {};
     ImageSource source(image);
     const auto w = static_cast<double>(image.width()), h = static_cast<double>(image.height());
     const CGAffineTransform toRows = {w, 0, 0, -h, 0, h};
-    CGAffineTransform& t = source.m_toImage =
-        CGAffineTransformConcat(CGAffineTransformInvert(toPixel), toRows);
+    CGAffineTransform& t = source.m_toImage = CGAffineTransformConcat(*fromPixel, toRows);
     const auto is = [](double v, double wanted) { return std::abs(v - wanted) < 1e-9; };
     source.m_smooth = smooth;
     source.m_copies = is(t.a, 1) && is(t.b, 0) && is(t.c, 0) && is(t.d, 1) && isWhole(t.tx) && isWhole(t.ty);
@@ -89,7 +89,7 @@ void ImageSource::fetch(int x, int y, size_t n, uint32_t* rgba) {
     }
 }
 
-// Pixels beyond the image take its outermost ones, as everywhere.
+// As in averages, pixels past the image take the colour of its outermost pixels.
 void ImageSource::copyRow(int x, int y, size_t n, uint32_t* rgba) const {
     const int width = static_cast<int>(m_image.width()), height = static_cast<int>(m_image.height());
     const int v = std::clamp(y + static_cast<int>(std::nearbyint(m_toImage.ty)), 0, height - 1);

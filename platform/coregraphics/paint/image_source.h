@@ -10,13 +10,14 @@
 
 namespace ozcg {
 
-/// The colours of an image under a transform: each pixel is the average of the part of the image below it,
-/// which is at least one image pixel wide and high. That copies exactly where pixels line up, interpolates
-/// linearly where the image is enlarged, and averages areas where it is reduced.
+/// The colours of an image under a transform. Each pixel is the average of the area of the image that it
+/// covers, taken to be at least one image pixel wide and high. This copies exactly where the pixels align,
+/// interpolates linearly where the image is enlarged, and averages areas where it is reduced.
 class ImageSource final : public PaintSource {
 public:
-    /// `toPixel` takes the unit square, with the image upright in it and y up, to pixels. `smooth` false
-    /// takes the image pixel below the centre instead. None for a singular matrix. Throws std::bad_alloc.
+    /// `toPixel` takes the unit square, in which the image stands upright with y up, to pixels. Without
+    /// `smooth` the image pixel at the centre is taken. Nothing if the matrix is singular. Throws
+    /// std::bad_alloc.
     static std::optional<ImageSource> make(const CGImage& image, const CGAffineTransform& toPixel,
                                            bool smooth);
     void fetch(int x, int y, size_t n, uint32_t* rgba) override;
@@ -34,7 +35,7 @@ private:
     CGAffineTransform m_toImage{};       // from pixels to image pixels, y down
     double m_halfU = 0.5, m_halfV = 0.5; // of the part that is averaged
     bool m_smooth = true;
-    bool m_copies = false;          // image pixels lie exactly below pixels
+    bool m_copies = false;          // the image pixels lie on the pixel grid
     std::vector<uint32_t> m_pixels; // of the whole image, unless it copies
 };
 

@@ -1,4 +1,4 @@
-// Where the colours of a painted shape come from.
+// The sources of colours for painting.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 
 namespace ozcg {
 
-/// Answers colours pixel by pixel.
+/// A colour for every pixel.
 class PaintSource {
 public:
     virtual ~PaintSource() = default;

@@ -1,7 +1,8 @@
 #include "paint/painter.h"
 
-#include "base/fixed255.h"
+#include "base/unorm8.h"
 #include "paint/blend.h"
+#include "path/path_queries.h"
 #include "raster/raster_buffers.h"
 #include "support/thread_owned.h"
 
@@ -14,16 +15,16 @@ namespace {
 
 RasterBuffers& rasterBuffers() { return ozm::support::ThreadOwned<RasterBuffers>::getOrThrow(); }
 
-/// Colours of the row that is being painted.
+/// The colours of the row that is being painted, kept by the thread.
 struct SourceRow {
     std::vector<uint32_t> pixels;
 };
 
-// Larger shapes are drawn in bands, so that the accumulator stays within 32 MB.
+// The accumulator's limit of 32 MB. Larger shapes are drawn in bands.
 constexpr int64_t kMaxCells = int64_t{8} << 20;
 
-// Not as a rectangle: at great distances origin and size do not add up to the far side. The path must not be
-// empty.
+// The bounds of a path that is not empty. Not as a CGRect: at great distances origin plus size misses the far
+// side.
 Bounds boundsOf(const PathData& path) {
     const CGPoint first = path.points().front();
     Bounds b = {first.x, first.y, first.x, first.y};
@@ -50,7 +51,7 @@ CGAffineTransform fromBox(const IntRect& box) {
     return CGAffineTransformMakeTranslation(-double(box.x0), -double(box.y0));
 }
 
-// Calls paint(band) for a box or, when it is large, for parts of it from top to bottom.
+// Calls paint(band) for a box or, when it is large, for bands of it from top to bottom.
 template <typename Paint>
 void forEachBand(const IntRect& box, Paint&& paint) {
     if (box.empty()) return;
@@ -76,26 +77,25 @@ void scale(uint32_t* pixels, size_t n, unsigned alpha) {
         const uint32_t p = pixels[i];
         uint32_t scaled = 0;
         for (int shift = 0; shift < 32; shift += 8)
-            scaled |= uint32_t{multiply255((p >> shift) & 0xFF, alpha)} << shift;
+            scaled |= uint32_t{multiplyUnorm8((p >> shift) & 0xFF, alpha)} << shift;
         pixels[i] = scaled;
     }
 }
 
-// Paints n pixels of a row whose coverage, before the clip, is given.
-void paintRow(const Surface& surface, const Compositing& how, PaintSource& source, int x, int y, size_t n,
-              uint8_t* coverage) {
-    if (!how.antialias)
-        std::transform(coverage, coverage + n, coverage, [](uint8_t c) { return c < 128 ? 0 : 255; });
-    how.clip.apply(y, x, n, coverage);
+// Paints n pixels of a row with the given coverage, which does not include the clip yet.
+void paintRow(const Surface& surface, const Compositing& compositing, PaintSource& source, int x, int y,
+              size_t n, uint8_t* coverage) {
+    if (!compositing.antialias) thresholdCoverage(coverage, n);
+    compositing.clip.apply(y, x, n, coverage);
     std::vector<uint32_t>& row = ozm::support::ThreadOwned<SourceRow>::getOrThrow().pixels;
     if (row.size() < n) row.resize(n);
     source.fetch(x, y, n, row.data());
-    const uint8_t alpha = to255(how.alpha);
+    const uint8_t alpha = unorm8(compositing.alpha);
     if (alpha != 255) scale(row.data(), n, alpha);
-    blendRow(surface.pixel(x, y), row.data(), coverage, n, how.mode, surface.order);
+    blendRow(surface.pixel(x, y), row.data(), coverage, n, compositing.mode, surface.order);
 }
 
-void paintCoverage(const Surface& surface, const Compositing& how, PaintSource& source,
+void paintCoverage(const Surface& surface, const Compositing& compositing, PaintSource& source,
                    CoverageAccumulator& coverage, FillRule rule) {
     const IntRect box = coverage.box();
     uint8_t* const row = rasterBuffers().coverageRowOf(box.width());
@@ -103,66 +103,69 @@ void paintCoverage(const Surface& surface, const Compositing& how, PaintSource& 
     for (int y = coverage.firstRow(); y < end; ++y) {
         const ColumnRange range = sweepRow(coverage, y, rule, row);
         if (range.empty()) continue;
-        paintRow(surface, how, source, box.x0 + range.begin, box.y0 + y,
+        paintRow(surface, compositing, source, box.x0 + range.begin, box.y0 + y,
                  static_cast<size_t>(range.end - range.begin), row + range.begin);
     }
     coverage.discardPadding();
     coverage.end();
 }
 
-// What has been accumulated, in one colour.
+// Paints accumulated shapes in one colour.
 class SolidPainter {
 public:
-    SolidPainter(const Surface& surface, const Compositing& how, const Rgba& color)
-        : m_surface(surface), m_how(how), m_rgba(premultipliedPixel(color, how.alpha)) {}
+    SolidPainter(const Surface& surface, const Compositing& compositing, const Rgba& color)
+        : m_surface(surface), m_compositing(compositing),
+          m_rgba(premultipliedPixel(color, compositing.alpha)) {}
 
     /// False when the colour changes nothing.
-    bool paintsAnything() const { return m_rgba >> 24 != 0 || m_how.mode != kCGBlendModeNormal; }
+    bool paintsAnything() const { return m_rgba >> 24 != 0 || m_compositing.mode != kCGBlendModeNormal; }
 
     void operator()(CoverageAccumulator& coverage, FillRule rule) const {
         const IntRect& box = coverage.box();
-        if (m_how.mode == kCGBlendModeNormal && m_how.antialias && m_how.clip.holds(box)) {
+        if (m_compositing.mode == kCGBlendModeNormal && m_compositing.antialias &&
+            m_compositing.clip.containsWhole(box)) {
             const SolidPixel pixel = {reordered(m_rgba, m_surface.order), static_cast<uint8_t>(m_rgba >> 24)};
             sweepSolid(coverage, rule, pixel, m_surface.pixel(box.x0, box.y0), m_surface.bytesPerRow);
         } else {
             SolidSource source(m_rgba);
-            Compositing how = m_how;
-            how.alpha = 1; // is part of the colour
-            paintCoverage(m_surface, how, source, coverage, rule);
+            Compositing compositing = m_compositing;
+            compositing.alpha = 1; // already part of the colour
+            paintCoverage(m_surface, compositing, source, coverage, rule);
         }
     }
 
 private:
     const Surface& m_surface;
-    const Compositing& m_how;
+    const Compositing& m_compositing;
     uint32_t m_rgba;
 };
 
 } // namespace
 
-void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+void fillPath(const Surface& surface, const Compositing& compositing, const PathData& path, FillRule rule,
               const Rgba& color) {
-    const SolidPainter paint(surface, how, color);
+    const SolidPainter paint(surface, compositing, color);
     if (!paint.paintsAnything()) return;
-    accumulateFill(path, how.clip.outer(), [&](CoverageAccumulator& coverage) { paint(coverage, rule); });
+    accumulateFill(path, compositing.clip.outer(),
+                   [&](CoverageAccumulator& coverage) { paint(coverage, rule); });
 }
 
-void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+void fillPath(const Surface& surface, const Compositing& compositing, const PathData& path, FillRule rule,
               PaintSource& source) {
-    accumulateFill(path, how.clip.outer(), [&](CoverageAccumulator& coverage) {
-        paintCoverage(surface, how, source, coverage, rule);
+    accumulateFill(path, compositing.clip.outer(), [&](CoverageAccumulator& coverage) {
+        paintCoverage(surface, compositing, source, coverage, rule);
     });
 }
 
-void strokePath(const Surface& surface, const Compositing& how, const PathData& path, const LineStyle& style,
-                const CGAffineTransform& ctm, const Rgba& color) {
-    const SolidPainter paint(surface, how, color);
+void strokePath(const Surface& surface, const Compositing& compositing, const PathData& path,
+                const LineStyle& style, const CGAffineTransform& ctm, const Rgba& color) {
+    const SolidPainter paint(surface, compositing, color);
     if (path.empty() || !paint.paintsAnything()) return;
     const std::optional<StrokeSpace> whole = StrokeSpace::make(style, ctm, CGAffineTransformIdentity);
     if (!whole) return;
     const Bounds bounds = boundsOf(path);
     RasterBuffers& buffers = rasterBuffers();
-    forEachBand(pixelsIn(grown(bounds, whole->reach), how.clip.outer()), [&](const IntRect& band) {
+    forEachBand(pixelsIn(grown(bounds, whole->outset), compositing.clip.outer()), [&](const IntRect& band) {
         buffers.coverage.begin(band);
         addStrokeEdges(buffers.coverage, path, whole->moved(-band.x0, -band.y0), style,
                        moved(bounds, -band.x0, -band.y0), buffers.edges);
@@ -170,14 +173,14 @@ void strokePath(const Surface& surface, const Compositing& how, const PathData& 
     });
 }
 
-void paintClip(const Surface& surface, const Compositing& how, PaintSource& source) {
-    const IntRect& box = how.clip.outer();
+void paintClip(const Surface& surface, const Compositing& compositing, PaintSource& source) {
+    const IntRect& box = compositing.clip.outer();
     if (box.empty()) return;
     const auto n = static_cast<size_t>(box.width());
     uint8_t* const row = rasterBuffers().coverageRowOf(box.width());
     for (int y = box.y0; y < box.y1; ++y) {
         std::fill_n(row, n, uint8_t{255});
-        paintRow(surface, how, source, box.x0, y, n, row);
+        paintRow(surface, compositing, source, box.x0, y, n, row);
     }
 }
 

@@ -1,4 +1,4 @@
-// Shapes onto pixels: outline, coverage, clip, colour, blending.
+// Painting: from outlines by way of coverage, clip, colour and blending to pixels.
 #pragma once
 
 #include "image/pixel_order.h"
@@ -25,7 +25,7 @@ struct Surface {
     }
 };
 
-/// How everything is put on the surface.
+/// How colours are combined with the surface.
 struct Compositing {
     const Clip& clip;
     double alpha = 1; // 0...1
@@ -35,15 +35,15 @@ struct Compositing {
 
 // Paths are in pixels. All of these throw std::bad_alloc and then leave the surface partly painted.
 
-void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+void fillPath(const Surface& surface, const Compositing& compositing, const PathData& path, FillRule rule,
               const Rgba& color);
-void fillPath(const Surface& surface, const Compositing& how, const PathData& path, FillRule rule,
+void fillPath(const Surface& surface, const Compositing& compositing, const PathData& path, FillRule rule,
               PaintSource& source);
-/// `ctm` is what has taken the path from the space where the pen is round to pixels.
-void strokePath(const Surface& surface, const Compositing& how, const PathData& path, const LineStyle& style,
-                const CGAffineTransform& ctm, const Rgba& color);
-/// Paints all that the clip lets through.
-void paintClip(const Surface& surface, const Compositing& how, PaintSource& source);
+/// `ctm` has taken the path from user space, where the pen is round, to pixels.
+void strokePath(const Surface& surface, const Compositing& compositing, const PathData& path,
+                const LineStyle& style, const CGAffineTransform& ctm, const Rgba& color);
+/// Paints everything inside the clip.
+void paintClip(const Surface& surface, const Compositing& compositing, PaintSource& source);
 /// Intersects a clip with a filled path.
 void clipToPath(Clip& clip, const PathData& path, FillRule rule, bool antialias);
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace ozcg {
 
@@ -16,7 +15,7 @@ struct Vec2 {
     friend bool operator==(Vec2, Vec2) = default;
 };
 
-/// How far, in device pixels, a chord may lie from its curve.
+/// The greatest distance, in device pixels, of a chord from its curve.
 constexpr double kFlatness = 0.05;
 /// More chords than a curve of the widest bitmap needs; keeps hostile curves in bounds.
 constexpr int kMaxChords = 2048;
@@ -33,30 +32,23 @@ struct Cubic {
 /// Inlined, so that a constant tolerance costs no division.
 template <typename T>
 [[gnu::always_inline]] inline int chordCount(const Cubic<T>& c, T tolerance) {
+    // A cubic's chords over steps of 1/n deviate by at most 3/4 * (largest second difference) / n^2.
     const T perBend = T(0.75) / tolerance;
     const T ux = perBend * (c.p0.x - 2 * c.p1.x + c.p2.x), uy = perBend * (c.p0.y - 2 * c.p1.y + c.p2.y);
     const T vx = perBend * (c.p1.x - 2 * c.p2.x + c.p3.x), vy = perBend * (c.p1.y - 2 * c.p2.y + c.p3.y);
     const T fourthPower = std::max(ux * ux + uy * uy, vx * vx + vy * vy);
-    // Most curves need a few chords, which comparing finds sooner than two roots.
-    if (fourthPower <= T(4096)) {
-        constexpr T kFourthPowers[] = {1, 16, 81, 256, 625, 1296, 2401};
-        int count = 1;
-        for (const T power : kFourthPowers) count += fourthPower > power;
-        return count;
-    }
     const T n = std::sqrt(std::sqrt(fourthPower));
     if (!(n < T(kMaxChords))) return kMaxChords;
-    const int whole = static_cast<int>(n);
-    return static_cast<T>(whole) < n ? whole + 1 : whole;
+    const int whole = std::max(static_cast<int>(n), 1);
+    const T square = static_cast<T>(whole) * static_cast<T>(whole);
+    return square * square < fourthPower ? whole + 1 : whole;
 }
 
 /// Calls emit(point) for the end of each of `count` chords; the last is exactly p3.
 template <typename T, typename Emit>
 void emitChords(const Cubic<T>& c, int count, Emit&& emit) {
     const Vec2<T> c1 = (c.p1 - c.p0) * T(3), c2 = (c.p2 - c.p1) * T(3) - c1, c3 = c.p3 - c.p0 - c1 - c2;
-    // The usual counts without waiting for a division.
-    constexpr T kSteps[] = {T(1), T(1), T(1) / 2, T(1) / 3, T(1) / 4, T(1) / 5, T(1) / 6, T(1) / 7, T(1) / 8};
-    const T step = count < static_cast<int>(std::size(kSteps)) ? kSteps[count] : T(1) / static_cast<T>(count);
+    const T step = T(1) / static_cast<T>(count);
     for (int i = 1; i < count; ++i) {
         const T t = step * static_cast<T>(i);
         emit(((c3 * t + c2) * t + c1) * t + c.p0);

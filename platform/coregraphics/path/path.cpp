@@ -2,6 +2,7 @@
 
 #include "base/out_of_memory.h"
 #include "base/ref.h"
+#include "path/path_queries.h"
 #include "support/kept_memory.h"
 #include "support/thread_owned.h"
 
@@ -196,9 +197,9 @@ bool CGPathIsRect(CGPathRef path, CGRect* rect) { return path && ozcg::isRect(pa
 
 CGPoint CGPathGetCurrentPoint(CGPathRef path) { return path ? path->data.currentPoint() : CGPointZero; }
 
-CGRect CGPathGetBoundingBox(CGPathRef path) { return path ? path->data.controlBounds() : CGRectNull; }
+CGRect CGPathGetBoundingBox(CGPathRef path) { return path ? ozcg::controlBounds(path->data) : CGRectNull; }
 
-CGRect CGPathGetPathBoundingBox(CGPathRef path) { return path ? path->data.tightBounds() : CGRectNull; }
+CGRect CGPathGetPathBoundingBox(CGPathRef path) { return path ? ozcg::curveBounds(path->data) : CGRectNull; }
 
 bool CGPathContainsPoint(CGPathRef path, const CGAffineTransform* m, CGPoint point, bool eoFill) {
     return path && ozcg::contains(path->data, mapped(m, point.x, point.y), eoFill);
@@ -206,7 +207,7 @@ bool CGPathContainsPoint(CGPathRef path, const CGAffineTransform* m, CGPoint poi
 
 void CGPathApply(CGPathRef path, void* info, CGPathApplierFunction function) {
     if (!path || !function) return;
-    // The function may add to the path: elements that are there now count, and their points move.
+    // The function may add to the path, which moves the points. Only the elements there now are visited.
     const size_t count = path->data.verbs().size();
     size_t next = 0;
     for (size_t i = 0; i < count; ++i) {

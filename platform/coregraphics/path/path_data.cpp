@@ -1,5 +1,7 @@
 #include "path/path_data.h"
 
+#include "path/segments.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -33,7 +35,7 @@ void PathData::addClosed(std::span<const Verb> verbs, std::span<const CGPoint> p
     m_start = m_points.values()[first];
 }
 
-// All of the points or, when one of them ends up beyond all numbers, none.
+// Adds all of the points or, when one of them is not finite after the transform, none.
 bool PathData::appendPoints(std::span<const CGPoint> points, const CGAffineTransform& m) {
     const size_t oldSize = m_points.size();
     CGPoint* to = m_points.extend(points.size());
@@ -96,12 +98,12 @@ void PathData::addArc(CGPoint center, double radius, double startAngle, double s
         moveTo(at(cosine, sine));
     if (sweep == 0) return;
 
-    // One whole turn and the rest look like any number of turns.
-    constexpr double turn = 2 * kPi;
-    if (std::abs(sweep) > 2 * turn) sweep = std::fmod(sweep, turn) + std::copysign(turn, sweep);
-    // Each cubic spans a quarter turn at most. A full circle is four quarters however its sweep was rounded.
-    constexpr double slack = 1e-9;
-    const double pieces = std::max(1.0, std::ceil(std::abs(sweep) / (kPi / 2) - slack));
+    // More turns than that are drawn as one turn and the remainder.
+    constexpr double kTurn = 2 * kPi;
+    if (std::abs(sweep) > 2 * kTurn) sweep = std::fmod(sweep, kTurn) + std::copysign(kTurn, sweep);
+    // Each cubic spans at most a quarter turn. A full circle is four quarters, however its sweep was rounded.
+    constexpr double kSlack = 1e-9;
+    const double pieces = std::max(1.0, std::ceil(std::abs(sweep) / (kPi / 2) - kSlack));
     const double step = sweep / pieces;
     const double k = 4.0 / 3.0 * std::tan(step / 4);
     for (int i = 1; i <= static_cast<int>(pieces); ++i) {
@@ -148,12 +150,11 @@ void PathData::append(const PathData& other, const CGAffineTransform& m) {
     m_start = CGPointApplyAffineTransform(start, m);
 }
 
-// For transforms that take some of the points beyond all numbers.
+// For a transform whose result is not finite at some of the points.
 void PathData::appendOneByOne(const PathData& other, const CGAffineTransform& m) {
     const PathData source = other;
-    const CGPoint* p = source.points().data();
-    const auto at = [&](size_t i) { return CGPointApplyAffineTransform(p[i], m); };
-    for (const Verb verb : source.verbs()) {
+    forEachElement(source, [&](Verb verb, const CGPoint* p) {
+        const auto at = [&](size_t i) { return CGPointApplyAffineTransform(p[i], m); };
         switch (verb) {
         case Verb::move: moveTo(at(0)); break;
         case Verb::line: lineTo(at(0)); break;
@@ -161,8 +162,7 @@ void PathData::appendOneByOne(const PathData& other, const CGAffineTransform& m)
         case Verb::cubic: cubicTo(at(0), at(1), at(2)); break;
         case Verb::close: close(); break;
         }
-        p += pointCount(verb);
-    }
+    });
 }
 
 bool PathData::operator==(const PathData& other) const noexcept {
@@ -174,11 +174,11 @@ bool PathData::operator==(const PathData& other) const noexcept {
 }
 
 double arcSweep(double startAngle, double endAngle, bool clockwise) noexcept {
-    constexpr double turn = 2 * kPi;
+    constexpr double kTurn = 2 * kPi;
     const double sweep = endAngle - startAngle;
-    if (std::abs(sweep) >= turn) return clockwise ? -turn : turn;
-    if (clockwise) return sweep > 0 ? sweep - turn : sweep;
-    return sweep < 0 ? sweep + turn : sweep;
+    if (std::abs(sweep) >= kTurn) return clockwise ? -kTurn : kTurn;
+    if (clockwise) return sweep > 0 ? sweep - kTurn : sweep;
+    return sweep < 0 ? sweep + kTurn : sweep;
 }
 
 } // namespace ozcg

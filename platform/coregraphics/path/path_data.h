@@ -13,9 +13,10 @@
 
 namespace ozcg {
 
-/// Kind of an element; it has 1, 1, 2, 3 and 0 points.
+/// The kind of an element.
 enum class Verb : uint8_t { move, line, quad, cubic, close };
 
+/// The number of points that an element has.
 constexpr size_t pointCount(Verb verb) noexcept {
     switch (verb) {
     case Verb::move:
@@ -33,15 +34,15 @@ bool isFinite(Points... p) noexcept {
     return (((p.x - p.x) + (p.y - p.y)) + ...) == 0;
 }
 
-/// A list of subpaths. A segment with a point that is not finite is dropped; so are a line, a curve and a
-/// close without a current point. After a close the current point is the subpath's start, and a following
-/// segment begins a new subpath there. Throws std::bad_alloc.
+/// A list of subpaths, each of which begins with a move. A segment with a point that is not finite is
+/// dropped; so are a line, a curve and a close without a current point. After a close the current point is
+/// the subpath's start, and a segment that follows begins a new subpath there. Throws std::bad_alloc.
 class PathData {
 public:
     std::span<const Verb> verbs() const noexcept { return m_verbs.values(); }
     std::span<const CGPoint> points() const noexcept { return m_points.values(); }
     bool empty() const noexcept { return m_verbs.empty(); }
-    /// The number of points, and of verbs, that there is memory for at most.
+    /// The number of points or of verbs, whichever is greater, that fit into the memory held.
     size_t capacity() const noexcept { return std::max(m_points.capacity(), m_verbs.capacity()); }
     bool hasCurrentPoint() const noexcept { return !m_verbs.empty(); }
     /// Where the next segment starts; CGPointZero when there is none.
@@ -53,7 +54,7 @@ public:
     /// Whether elements are missing because memory was short when they were added.
     bool isIncomplete() const noexcept { return m_isIncomplete; }
     void markIncomplete() noexcept { m_isIncomplete = true; }
-    /// Lets `function` add to the path. Does not throw: the path is incomplete then.
+    /// Lets `function` add to the path. Does not throw: when memory is short, the path becomes incomplete.
     template <class Function>
     void change(Function&& function) noexcept {
         const bool done = orWhenOutOfMemory(false, [&] {
@@ -95,24 +96,20 @@ public:
         if (!empty() && m_verbs.back() != Verb::close) add(Verb::close, 0);
     }
 
-    /// Closed shapes; their points are given before `m` is applied. One that reaches beyond all numbers is
-    /// left out as a whole.
+    /// Closed shapes, whose points are transformed by `m`. A shape with a point that is not finite is left
+    /// out as a whole.
     void addRect(const CGRect& rect, const CGAffineTransform& m);
     void addEllipse(const CGRect& rect, const CGAffineTransform& m);
     void addRoundedRect(const CGRect& rect, double cornerWidth, double cornerHeight,
                         const CGAffineTransform& m);
-    /// The arc of a circle, begun with a line when there is a current point. `sweep` in radians.
+    /// The arc of a circle, with a line to its start when there is a current point. `sweep` is in radians.
     void addArc(CGPoint center, double radius, double startAngle, double sweep, const CGAffineTransform& m);
-    /// The arc that touches two lines, see CGPathAddArcToPoint. The current point lies in the space behind
-    /// `m`.
+    /// The arc that touches two lines, see CGPathAddArcToPoint. Unlike the parameters, the current point is
+    /// already transformed by `m`.
     void addArcToPoint(CGPoint corner, CGPoint towards, double radius, const CGAffineTransform& m);
     /// The elements of another path, which may be this one.
     void append(const PathData& other, const CGAffineTransform& m);
 
-    /// The smallest rectangle around all points, control points included; CGRectNull when empty.
-    CGRect controlBounds() const noexcept;
-    /// The smallest rectangle around the curves themselves; CGRectNull when empty.
-    CGRect tightBounds() const noexcept;
     bool operator==(const PathData& other) const noexcept;
 
 private:
@@ -123,7 +120,7 @@ private:
         return true;
     }
     CGPoint* add(Verb verb, size_t points) {
-        m_verbs.reserveMore(1); // nothing may throw between the two
+        m_verbs.reserveMore(1); // so that nothing throws between the two additions
         CGPoint* const added = m_points.extend(points);
         *m_verbs.extend(1) = verb;
         return added;
@@ -140,9 +137,5 @@ private:
 
 /// Sweep from one angle to another in a direction, as CGPathAddArc takes it: a whole turn at most.
 double arcSweep(double startAngle, double endAngle, bool clockwise) noexcept;
-/// True when filling would paint the point.
-bool contains(const PathData& path, CGPoint point, bool evenOdd) noexcept;
-/// True for a single upright rectangle, closed or ended at its start; `rect` (may be NULL) receives it.
-bool isRect(const PathData& path, CGRect* rect) noexcept;
 
 } // namespace ozcg

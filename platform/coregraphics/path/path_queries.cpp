@@ -1,6 +1,6 @@
-// Where a path lies and what is inside of it.
-#include "path/flatten.h"
-#include "path/path_data.h"
+#include "path/path_queries.h"
+
+#include "path/segments.h"
 
 #include <array>
 #include <limits>
@@ -11,7 +11,7 @@ namespace {
 
 using Point = Vec2<double>;
 
-Point vec(CGPoint p) { return {p.x, p.y}; }
+Point toPoint(CGPoint p) { return {p.x, p.y}; }
 
 // Safe from overflow.
 double mix(double a, double b, double t) { return a * (1 - t) + b * t; }
@@ -29,8 +29,8 @@ struct Cubic1 {
 Cubic1 xOf(const Cubic<double>& c) { return {c.p0.x, c.p1.x, c.p2.x, c.p3.x}; }
 Cubic1 yOf(const Cubic<double>& c) { return {c.p0.y, c.p1.y, c.p2.y, c.p3.y}; }
 
-/// Parameters between 0 and 1, in rising order.
-struct Turns {
+/// Parameters between 0 and 1, in ascending order.
+struct Extrema {
     std::array<double, 2> t;
     size_t count = 0;
 
@@ -39,24 +39,24 @@ struct Turns {
     }
 };
 
-// Where the coordinate may turn round: the zeros of the derivative d0 (1-t)^2 + 2 d1 t (1-t) + d2 t^2.
-Turns turnsOf(const Cubic1& c) {
-    Turns turns;
+// The parameters of the local extrema: the zeros of the derivative d0 (1-t)^2 + 2 d1 t (1-t) + d2 t^2.
+Extrema extremaOf(const Cubic1& c) {
+    Extrema extrema;
     double d0 = 0.5 * c.p1 - 0.5 * c.p0, d1 = 0.5 * c.p2 - 0.5 * c.p1, d2 = 0.5 * c.p3 - 0.5 * c.p2;
-    if ((d0 >= 0 && d1 >= 0 && d2 >= 0) || (d0 <= 0 && d1 <= 0 && d2 <= 0)) return turns;
+    if ((d0 >= 0 && d1 >= 0 && d2 >= 0) || (d0 <= 0 && d1 <= 0 && d2 <= 0)) return extrema;
     const double scale = std::max({std::abs(d0), std::abs(d1), std::abs(d2)});
     d0 /= scale;
     d1 /= scale;
     d2 /= scale;
     const double a = d0 - 2 * d1 + d2, b = d1 - d0; // a t^2 + 2 b t + d0
     const double discriminant = b * b - a * d0;
-    if (discriminant < 0) return turns;
+    if (discriminant < 0) return extrema;
     const double q = -(b + std::copysign(std::sqrt(discriminant), b));
-    if (q == 0) return turns; // a double zero at 0, or no zero at all
+    if (q == 0) return extrema; // a double zero at 0, or none at all
     const double t0 = a != 0 ? q / a : -1, t1 = d0 / q;
-    turns.add(std::min(t0, t1));
-    turns.add(std::max(t0, t1));
-    return turns;
+    extrema.add(std::min(t0, t1));
+    extrema.add(std::max(t0, t1));
+    return extrema;
 }
 
 struct Range {
@@ -69,45 +69,45 @@ struct Range {
     }
     void addCurve(const Cubic1& c) {
         add(c.p3);
-        const Turns turns = turnsOf(c);
-        for (size_t i = 0; i < turns.count; ++i) add(c.at(turns.t[i]));
+        const Extrema extrema = extremaOf(c);
+        for (size_t i = 0; i < extrema.count; ++i) add(c.at(extrema.t[i]));
     }
 };
 
 CGRect rectOf(const Range& x, const Range& y) { return {{x.low, y.low}, {x.high - x.low, y.high - y.low}}; }
 
-/// Calls line(from, to) and curve(cubic) for the path's segments, closing lines of closed subpaths included;
-/// move(from, to) between subpaths.
-template <class Move, class Line, class Curve>
-void walk(const PathData& path, Move&& move, Line&& line, Curve&& curve) {
-    const CGPoint* p = path.points().data();
-    Point start{}, current{};
-    for (const Verb verb : path.verbs()) {
-        Point to = start;
-        switch (verb) {
-        case Verb::move:
-            to = vec(p[0]);
-            move(current, start, to);
-            start = to;
-            break;
-        case Verb::line: line(current, to = vec(p[0])); break;
-        case Verb::quad: curve(cubicFromQuad(current, vec(p[0]), to = vec(p[1]))); break;
-        case Verb::cubic: curve({current, vec(p[0]), vec(p[1]), to = vec(p[2])}); break;
-        case Verb::close: line(current, to); break;
-        }
-        current = to;
-        p += pointCount(verb);
-    }
-    move(current, start, start);
-}
+/// A visitor of segments that finds the smallest rectangle around them.
+class BoundsFinder {
+public:
+    CGRect rect() const { return rectOf(m_x, m_y); }
 
-/// Counts how often a path winds round a point, along a ray from there towards greater x.
+    void begin(Point start) { add(start); }
+    void line(Point, Point to) { add(to); }
+    void curve(const Cubic<double>& c) {
+        m_x.addCurve(xOf(c));
+        m_y.addCurve(yOf(c));
+    }
+    void end(Point, Point, bool) {}
+
+private:
+    void add(Point p) {
+        m_x.add(p.x);
+        m_y.add(p.y);
+    }
+
+    Range m_x, m_y;
+};
+
+/// A visitor of segments that computes the winding number of a path around a point, by the crossings of a ray
+/// from the point towards greater x.
 class WindingCounter {
 public:
     explicit WindingCounter(Point point) : m_point(point) {}
 
     int winding() const { return m_winding; }
 
+    void begin(Point) {}
+    void end(Point from, Point start, bool) { line(from, start); }
     void line(Point from, Point to) {
         if (!crosses(from.y, to.y)) return;
         const double t = (0.5 * m_point.y - 0.5 * from.y) / (0.5 * to.y - 0.5 * from.y);
@@ -117,11 +117,11 @@ public:
         if (std::min({c.p0.y, c.p1.y, c.p2.y, c.p3.y}) > m_point.y) return;
         if (std::max({c.p0.y, c.p1.y, c.p2.y, c.p3.y}) < m_point.y) return;
         const Cubic1 x = xOf(c), y = yOf(c);
-        const Turns turns = turnsOf(y);
+        const Extrema extrema = extremaOf(y);
         double t0 = 0, y0 = c.p0.y;
-        for (size_t i = 0; i <= turns.count; ++i) {
-            const bool last = i == turns.count;
-            const double t1 = last ? 1 : turns.t[i], y1 = last ? c.p3.y : y.at(t1);
+        for (size_t i = 0; i <= extrema.count; ++i) {
+            const bool last = i == extrema.count;
+            const double t1 = last ? 1 : extrema.t[i], y1 = last ? c.p3.y : y.at(t1);
             if (crosses(y0, y1)) count(x.at(crossing(y, t0, t1, y0 < y1)), y0, y1);
             t0 = t1;
             y0 = y1;
@@ -129,12 +129,12 @@ public:
     }
 
 private:
-    // Half open, so that where two segments meet on the ray exactly one of them counts.
+    // Half open, so that of two segments that meet on the ray exactly one counts.
     bool crosses(double y0, double y1) const { return (y0 <= m_point.y) != (y1 <= m_point.y); }
     void count(double x, double y0, double y1) {
         if (x > m_point.x) m_winding += y0 < y1 ? 1 : -1;
     }
-    // Bisects a piece on which y only rises or only falls.
+    // Bisects a piece on which y is monotonic.
     double crossing(const Cubic1& y, double t0, double t1, bool rising) const {
         for (int halvings = 0; halvings < 60; ++halvings) {
             const double t = 0.5 * (t0 + t1);
@@ -149,39 +149,27 @@ private:
 
 } // namespace
 
-CGRect PathData::controlBounds() const noexcept {
-    if (m_points.empty()) return CGRectNull;
+CGRect controlBounds(const PathData& path) noexcept {
+    if (path.empty()) return CGRectNull;
     Range x, y;
-    for (const CGPoint p : points()) {
+    for (const CGPoint p : path.points()) {
         x.add(p.x);
         y.add(p.y);
     }
     return rectOf(x, y);
 }
 
-CGRect PathData::tightBounds() const noexcept {
-    if (empty()) return CGRectNull;
-    Range x, y;
-    const auto add = [&](Point p) {
-        x.add(p.x);
-        y.add(p.y);
-    };
-    walk(
-        *this, [&](Point, Point, Point to) { add(to); }, [&](Point, Point to) { add(to); },
-        [&](const Cubic<double>& c) {
-            x.addCurve(xOf(c));
-            y.addCurve(yOf(c));
-        });
-    return rectOf(x, y);
+CGRect curveBounds(const PathData& path) noexcept {
+    if (path.empty()) return CGRectNull;
+    BoundsFinder finder;
+    walkSegments(path, toPoint, finder);
+    return finder.rect();
 }
 
 bool contains(const PathData& path, CGPoint point, bool evenOdd) noexcept {
     if (!isFinite(point)) return false;
-    WindingCounter counter(vec(point));
-    walk(
-        path, [&](Point from, Point start, Point) { counter.line(from, start); },
-        [&](Point from, Point to) { counter.line(from, to); },
-        [&](const Cubic<double>& c) { counter.curve(c); });
+    WindingCounter counter(toPoint(point));
+    walkSegments(path, toPoint, counter);
     return evenOdd ? counter.winding() % 2 != 0 : counter.winding() != 0;
 }
 

@@ -14,8 +14,8 @@ namespace ozcg {
 
 namespace {
 
-// An edge may stand a rounding error beyond the right or lower side of the box, and writes up to two cells
-// to the right of its last pixel; sweeps read whole vectors.
+// Rounding may put an edge just beyond the right or lower side of the box, and an edge writes up to two cells
+// to the right of its last pixel. Sweeps read whole vectors.
 constexpr int kPadColumns = 16;
 constexpr int kPadRows = 2;
 constexpr size_t kAlignment = 64; // of a block of cells
@@ -40,7 +40,7 @@ void makeRoom(Array& array, size_t& capacity, size_t count) {
 void CoverageAccumulator::Free::operator()(void* p) const { std::free(p); }
 
 void CoverageAccumulator::begin(const IntRect& box) {
-    if (m_endRow > 0) discard(); // a shape that ran out of memory half-way
+    if (m_endRow > 0) discard(); // left by a shape that was abandoned
     const int width = std::max(box.width(), 0), height = std::max(box.height(), 0);
     constexpr int kBlock = 1 << kBlockShift;
     const int blocks = (width + kPadColumns + kBlock - 1) / kBlock;
@@ -49,7 +49,7 @@ void CoverageAccumulator::begin(const IntRect& box) {
     const auto rows = static_cast<size_t>(height + kPadRows);
     makeRoom(m_cells, m_cellCapacity, rows * m_stride);
     makeRoom(m_words, m_wordCapacity, rows * m_wordsPerRow);
-    m_patience.renew();
+    m_interrupt.restart();
     m_box = box;
     m_width = width;
     m_height = height;
@@ -92,13 +92,13 @@ struct Row {
     }
 };
 
-// Every piece of an edge inside one pixel row adds its signed height to the row's cells, so that their
-// running sum is the area to the right of the piece, and so that their first moment is the piece's mean x.
+// A piece of an edge inside one pixel row distributes its signed height over the row's cells such that their
+// prefix sums are the area to the right of the piece.
 
 /// The columns that a piece of an edge crosses.
 struct Columns {
     int first;
-    float start, end; ///< From the left side of the first column.
+    float start, end; ///< Relative to the left side of the first column.
 
     Columns(float xa, float xb) {
         const float left = minOf(xa, xb), right = maxOf(xa, xb);
@@ -112,7 +112,7 @@ struct Columns {
 // which lies over a part of the piece; `steepness` is the height per width of the whole edge.
 inline void addNarrowPiece(Row row, Columns x, float height, float steepness) {
     const float over = maxOf(x.end - 1.0f, 0.0f);
-    // The share is at most all; written so that infinity times 0 counts as all.
+    // At most 1. The comparison is written so that a NaN, from infinity times 0, counts as 1.
     const float share = over * steepness < 1.0f ? over * steepness : 1.0f;
     const float third = std::copysign(0.5f, height) * over * share;
     const float moment = 0.5f * height * (x.start + x.end);
@@ -123,8 +123,8 @@ inline void addNarrowPiece(Row row, Columns x, float height, float steepness) {
     row.markBoth(x.first, x.first + 2);
 }
 
-// A piece of more than two columns. The area grows as a parabola in the first and last column and linearly in
-// between.
+// A piece that crosses more than two columns. The area grows quadratically in the first and the last column
+// and linearly in between.
 void addWidePiece(Row row, int first, float start, float end, float height, float steepness) {
     int columns = static_cast<int>(end);
     if (static_cast<float>(columns) < end) ++columns;
@@ -170,25 +170,25 @@ void CoverageAccumulator::addInside(float x0, float y0, float x1, float y1) {
     }
 }
 
-// An edge that runs down from row to row.
+// An edge that runs down through several rows.
 void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, float direction) {
     const int first = static_cast<int>(y0);
     int last = static_cast<int>(y1);
-    if (static_cast<float>(last) == y1) --last; // it ends where that row begins
+    if (static_cast<float>(last) == y1) --last; // the edge ends where that row begins
     m_firstRow = std::min(m_firstRow, first);
     m_endRow = std::max(m_endRow, last + 1);
     Row at = {row(first), words(first)};
     if (first == last) return addShortEdge(at, x0, x1, direction * (y1 - y0));
 
     const size_t stride = m_stride, wordsPerRow = m_wordsPerRow;
-    // Two divisions that do not wait for each other.
+    // Two divisions, independent of each other.
     const float slope = (x1 - x0) / (y1 - y0), steepness = std::abs((y1 - y0) / (x1 - x0));
     const float inFirst = static_cast<float>(first + 1) - y0, inLast = y1 - static_cast<float>(last);
     const float enter = x0 + slope * inFirst;
     addPiece(at, {x0, enter}, direction * inFirst, steepness);
-    const int rows = last - first - 1; // that it crosses whole
-    m_patience.spend(rows);
-    float x = enter, crossed = 0; // rows, counted in floats, which are exact
+    const int rows = last - first - 1; // crossed from top to bottom
+    m_interrupt.count(rows);
+    float x = enter, crossed = 0; // rows crossed, a whole number
     for (int i = 1; i <= rows; ++i) {
         at.cells += stride;
         at.touched += wordsPerRow;
@@ -226,7 +226,7 @@ void CoverageAccumulator::addClipped(double x0, double y0, double x1, double y1)
         return std::clamp(std::isnan(x) ? 0.0 : x, std::min(x0, x1), std::max(x0, x1));
     };
     const double top = std::max(y0, 0.0), bottom = std::min(y1, h);
-    // Where it crosses the left and the right side, in order of y.
+    // The y at which it crosses the left and the right side, in ascending order.
     double cut[4] = {top, bottom, bottom, bottom};
     int pieces = 1;
     if (x0 != x1 && slope != 0) {
@@ -241,7 +241,7 @@ void CoverageAccumulator::addClipped(double x0, double y0, double x1, double y1)
         double xa = xAt(ya), xb = xAt(yb);
         const double middle = 0.5 * xa + 0.5 * xb;
         if (!(ya < yb) || middle >= w) continue;
-        // What passes on the left still counts for the whole row.
+        // A piece to the left of the box covers the whole row.
         xa = middle <= 0 ? 0 : std::clamp(xa, 0.0, w);
         xb = middle <= 0 ? 0 : std::clamp(xb, 0.0, w);
         const float fxa = static_cast<float>(xa), fya = static_cast<float>(ya);

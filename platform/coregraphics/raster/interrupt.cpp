@@ -8,7 +8,7 @@
 using namespace ozcg;
 
 void OZMSetDrawingInterrupt(bool (*isDue)(void* info), void* info) {
-    // A thread that has no memory for buffers doesn't draw either.
+    // Without memory for its buffers the thread cannot draw, so there is nothing to interrupt.
     if (RasterBuffers* const buffers = ozm::support::ThreadOwned<RasterBuffers>::get())
-        buffers->coverage.setPatience(Patience(isDue, info));
+        buffers->coverage.setInterrupt(InterruptPoll(isDue, info));
 }

@@ -1,4 +1,4 @@
-// Giving up a shape that takes too long.
+// Abandoning a shape that takes too long.
 #pragma once
 
 #include <cstdint>
@@ -6,29 +6,29 @@
 
 namespace ozcg {
 
-/// Thrown while a shape is accumulated, to give it up.
+/// Thrown while a shape is accumulated, to abandon it.
 struct Interrupted {};
 
-/// Counts work, and asks now and then whether to go on.
-class Patience {
+/// Counts work and, at intervals, asks a callback whether to stop.
+class InterruptPoll {
 public:
-    /// Nobody is asked.
-    Patience() = default;
-    /// `isDue(info)` is asked, unless it is NULL.
-    Patience(bool (*isDue)(void* info), void* info) : m_isDue(isDue), m_info(info) { renew(); }
+    /// Never stops.
+    InterruptPoll() = default;
+    /// Stops when `isDue(info)` returns true; NULL never does.
+    InterruptPoll(bool (*isDue)(void* info), void* info) : m_isDue(isDue), m_info(info) { restart(); }
 
-    /// Starts to count anew.
-    void renew() { m_left = m_isDue ? kWorkBetweenQuestions : std::numeric_limits<int64_t>::max(); }
-    /// `work`: pixel rows crossed by an edge, or as much. Throws Interrupted.
-    void spend(int64_t work) {
-        if ((m_left -= work) < 0) ask();
+    /// Begins a new interval.
+    void restart() { m_left = m_isDue ? kWorkPerPoll : std::numeric_limits<int64_t>::max(); }
+    /// Counts `work`, in pixel rows crossed by an edge or their equivalent. Throws Interrupted.
+    void count(int64_t work) {
+        if ((m_left -= work) < 0) poll();
     }
 
 private:
-    static constexpr int64_t kWorkBetweenQuestions = 2'000'000; // each 5 to 20 ns
+    static constexpr int64_t kWorkPerPoll = 2'000'000; // each 5 to 20 ns
 
-    [[gnu::cold, gnu::noinline]] void ask() {
-        renew();
+    [[gnu::cold, gnu::noinline]] void poll() {
+        restart();
         if (m_isDue && m_isDue(m_info)) throw Interrupted();
     }
 

@@ -1,23 +1,25 @@
 #include "raster/path_edges.h"
 
-#include "path/far_curve.h"
+#include "path/near_pieces.h"
+#include "path/segments.h"
 #include "stroke/path_stroker.h"
 
 namespace ozcg {
 
 namespace {
 
-enum class Reach { inside, near, far };
+/// Where bounds lie: inside the box, near enough to it for floats, or beyond.
+enum class Extent { inside, near, far };
 
-Reach reachOf(const CoverageAccumulator& coverage, const Bounds& b) {
+Extent extentOf(const CoverageAccumulator& coverage, const Bounds& b) {
     const double w = coverage.width(), h = coverage.height();
-    if (b.x0 >= 0 && b.y0 >= 0 && b.x1 <= w && b.y1 <= h) return Reach::inside;
+    if (b.x0 >= 0 && b.y0 >= 0 && b.x1 <= w && b.y1 <= h) return Extent::inside;
     const bool near =
-        b.x0 >= -kNearReach && b.y0 >= -kNearReach && b.x1 <= w + kNearReach && b.y1 <= h + kNearReach;
-    return near ? Reach::near : Reach::far;
+        b.x0 >= -kFloatRange && b.y0 >= -kFloatRange && b.x1 <= w + kFloatRange && b.y1 <= h + kFloatRange;
+    return near ? Extent::near : Extent::far;
 }
 
-// Edges that may leave the box.
+// Adds an edge that may leave the box.
 template <typename T>
 void addAnywhere(CoverageAccumulator& coverage, Vec2<T> a, Vec2<T> b) {
     const T w = static_cast<T>(coverage.width()), h = static_cast<T>(coverage.height());
@@ -30,46 +32,9 @@ void addAnywhere(CoverageAccumulator& coverage, Vec2<T> a, Vec2<T> b) {
     }
 }
 
-// Walks a path as closed contours: line(from, to) and curve(cubic), in pixels.
-template <typename Line, typename Curve>
-void walkClosed(const PathData& path, const CGAffineTransform& t, Line&& line, Curve&& curve) {
-    using P = Vec2<double>;
-    const auto at = [&](CGPoint p) { return P{t.a * p.x + t.tx, t.d * p.y + t.ty}; };
-    const CGPoint* p = path.points().data();
-    P start{}, current{};
-    for (const Verb verb : path.verbs()) {
-        switch (verb) {
-        case Verb::move:
-            line(current, start);
-            start = current = at(*p++);
-            break;
-        case Verb::line: {
-            const P to = at(*p++);
-            line(current, to);
-            current = to;
-            break;
-        }
-        case Verb::quad: {
-            const Cubic<double> c = cubicFromQuad(current, at(p[0]), at(p[1]));
-            curve(c);
-            current = c.p3;
-            p += 2;
-            break;
-        }
-        case Verb::cubic: {
-            const Cubic<double> c = {current, at(p[0]), at(p[1]), at(p[2])};
-            curve(c);
-            current = c.p3;
-            p += 3;
-            break;
-        }
-        case Verb::close:
-            line(current, start);
-            current = start;
-            break;
-        }
-    }
-    line(current, start);
+// Where a path's points lie, for a matrix that only scales and moves.
+auto pointMapping(const CGAffineTransform& t) {
+    return [&t](CGPoint p) { return Vec2<double>{t.a * p.x + t.tx, t.d * p.y + t.ty}; };
 }
 
 Vec2<float> narrow(Vec2<double> p) { return {static_cast<float>(p.x), static_cast<float>(p.y)}; }
@@ -84,30 +49,50 @@ void addChords(const Cubic<double>& c, Add&& add) {
     });
 }
 
-void fillInside(CoverageAccumulator& coverage, const PathData& path, const CGAffineTransform& toPixel) {
-    const auto add = [&](Vec2<float> a, Vec2<float> b) { coverage.addInside(a.x, a.y, b.x, b.y); };
-    walkClosed(
-        path, toPixel, [&](Vec2<double> a, Vec2<double> b) { add(narrow(a), narrow(b)); },
-        [&](const Cubic<double>& c) { addChords(c, add); });
-}
+/// A visitor of segments that adds a fill whose points all lie in the box.
+class InsideFill {
+public:
+    explicit InsideFill(CoverageAccumulator& coverage) : m_coverage(coverage) {}
 
-void fillAnywhere(CoverageAccumulator& coverage, const PathData& path, const CGAffineTransform& toPixel) {
-    const Bounds box = {0, 0, double(coverage.width()), double(coverage.height())};
-    const auto add = [&](Vec2<float> a, Vec2<float> b) { addAnywhere(coverage, a, b); };
-    walkClosed(
-        path, toPixel, [&](Vec2<double> a, Vec2<double> b) { addAnywhere(coverage, a, b); },
-        [&](const Cubic<double>& c) {
-            forEachNearPiece(c, box, [&](const Cubic<double>& piece, bool meets) {
-                coverage.startPiece();
-                if (meets)
-                    addChords(piece, add);
-                else
-                    addAnywhere(coverage, piece.p0, piece.p3);
-            });
+    void begin(Vec2<double>) {}
+    void line(Vec2<double> from, Vec2<double> to) { add(narrow(from), narrow(to)); }
+    void curve(const Cubic<double>& c) {
+        addChords(c, [this](Vec2<float> a, Vec2<float> b) { add(a, b); });
+    }
+    void end(Vec2<double> from, Vec2<double> start, bool) { line(from, start); }
+
+private:
+    void add(Vec2<float> a, Vec2<float> b) { m_coverage.addInside(a.x, a.y, b.x, b.y); }
+
+    CoverageAccumulator& m_coverage;
+};
+
+/// A visitor of segments that adds a fill which may lie anywhere.
+class ClippedFill {
+public:
+    explicit ClippedFill(CoverageAccumulator& coverage)
+        : m_coverage(coverage), m_box{0, 0, double(coverage.width()), double(coverage.height())} {}
+
+    void begin(Vec2<double>) {}
+    void line(Vec2<double> from, Vec2<double> to) { addAnywhere(m_coverage, from, to); }
+    void curve(const Cubic<double>& c) {
+        forEachNearPiece(c, m_box, [this](const Cubic<double>& piece, bool meets) {
+            m_coverage.startPiece();
+            if (meets)
+                addChords(piece, [this](Vec2<float> a, Vec2<float> b) { addAnywhere(m_coverage, a, b); });
+            else
+                line(piece.p0, piece.p3);
         });
-}
+    }
+    void end(Vec2<double> from, Vec2<double> start, bool) { line(from, start); }
 
-// Feeds the contours of an outline to the accumulator. `Mapped`: from pen space to pixels first.
+private:
+    CoverageAccumulator& m_coverage;
+    Bounds m_box;
+};
+
+// Adds the contours of an outline to the accumulator. `Inside`: all points lie in the box. `Mapped`: points
+// are mapped from pen space to pixels first.
 template <typename T, bool Inside, bool Mapped>
 class EdgeSink {
 public:
@@ -151,9 +136,9 @@ void strokeWith(CoverageAccumulator& coverage, const PathData& path, const Strok
     stroker.stroke(path);
 }
 
-// The box and all that the pen can reach from outside of it, in pen space.
+// In pen space, the box and all points outside it from which the pen can paint inside it.
 Bounds visibleInPenSpace(const CoverageAccumulator& coverage, const StrokeSpace& space) {
-    const double margin = 2 * space.reach + 16;
+    const double margin = 2 * space.outset + 16;
     const CGRect pixels = {{-margin, -margin},
                            {coverage.width() + 2 * margin, coverage.height() + 2 * margin}};
     const CGRect r = CGRectApplyAffineTransform(pixels, CGAffineTransformInvert(space.toPixel));
@@ -164,23 +149,23 @@ Bounds visibleInPenSpace(const CoverageAccumulator& coverage, const StrokeSpace&
 
 void addFillEdges(CoverageAccumulator& coverage, const PathData& path, const CGAffineTransform& toPixel,
                   const Bounds& bounds) {
-    if (reachOf(coverage, bounds) == Reach::inside)
-        fillInside(coverage, path, toPixel);
+    if (extentOf(coverage, bounds) == Extent::inside)
+        walkSegments(path, pointMapping(toPixel), InsideFill(coverage));
     else
-        fillAnywhere(coverage, path, toPixel);
+        walkSegments(path, pointMapping(toPixel), ClippedFill(coverage));
 }
 
 void addStrokeEdges(CoverageAccumulator& coverage, const PathData& path, const StrokeSpace& space,
                     const LineStyle& style, const Bounds& bounds, EdgeBuffers& buffers) {
-    const Bounds reached = {bounds.x0 - space.reach, bounds.y0 - space.reach, bounds.x1 + space.reach,
-                            bounds.y1 + space.reach};
-    const Reach reach = reachOf(coverage, reached);
-    if (reach == Reach::far) {
+    const Bounds stroked = {bounds.x0 - space.outset, bounds.y0 - space.outset, bounds.x1 + space.outset,
+                            bounds.y1 + space.outset};
+    const Extent extent = extentOf(coverage, stroked);
+    if (extent == Extent::far) {
         const Bounds visible = visibleInPenSpace(coverage, space);
         strokeWith<double, false, true>(coverage, path, space, style, buffers.far, &visible);
-    } else if (!space.direct) {
+    } else if (!space.isPixelSpace) {
         strokeWith<float, false, true>(coverage, path, space, style, buffers.near, nullptr);
-    } else if (reach == Reach::near) {
+    } else if (extent == Extent::near) {
         strokeWith<float, false, false>(coverage, path, space, style, buffers.near, nullptr);
     } else {
         strokeWith<float, true, false>(coverage, path, space, style, buffers.near, nullptr);

@@ -6,21 +6,20 @@
 
 namespace ozcg {
 
-/// Buffers that a thread keeps, so that after its first drawings none is allocated again.
+/// Buffers for outlines, kept by a thread for its next strokes.
 struct EdgeBuffers {
     StrokeBuffers<float> near;
     StrokeBuffers<double> far;
 };
 
-/// Adds the edges of a filled path, subpaths closed. `toPixel` only moves and mirrors: it takes path space to
-/// pixels relative to the accumulator's box. `bounds` holds all points of the path, in pixels relative to the
-/// box.
+/// Adds the edges of a filled path; open subpaths are closed. `toPixel`, which only scales and moves, takes
+/// path space to pixels relative to the accumulator's box. `bounds` holds all points of the path, in such
+/// pixels.
 void addFillEdges(CoverageAccumulator& coverage, const PathData& path, const CGAffineTransform& toPixel,
                   const Bounds& bounds);
 
-/// Adds the edges of a stroke's outline, to be filled with the non-zero rule. `space` was made with a
-/// `toPixel` that ends in pixels relative to the accumulator's box; `bounds` holds all points of the path
-/// there.
+/// Adds the edges of a stroke's outline, to be filled with the nonzero rule. The pixels of `space` are
+/// relative to the accumulator's box; `bounds` holds all points of the path, in such pixels.
 void addStrokeEdges(CoverageAccumulator& coverage, const PathData& path, const StrokeSpace& space,
                     const LineStyle& style, const Bounds& bounds, EdgeBuffers& buffers);
 

@@ -9,13 +9,14 @@
 
 namespace ozcg {
 
-/// Buffers for finding coverage that a thread keeps, so that once warmed up it allocates none.
+/// What a thread needs to compute coverage. It is kept, so that drawing soon allocates nothing.
 struct RasterBuffers {
     CoverageAccumulator coverage;
     EdgeBuffers edges;
     std::vector<uint8_t> coverageRow;
 
-    /// Room for the coverage of a row that wide, and the padding that a sweep needs. Throws std::bad_alloc.
+    /// A buffer for the coverage of a row of that width, with the padding that a sweep needs. Throws
+    /// std::bad_alloc.
     uint8_t* coverageRowOf(int width) {
         const size_t size = static_cast<size_t>(width) + kCoveragePadding;
         if (coverageRow.size() < size) coverageRow.resize(size);

@@ -4,7 +4,7 @@
 
 namespace ozcg {
 
-/// A premultiplied colour as the bitmap's bytes hold it, and its alpha.
+/// A premultiplied colour in the order of the bitmap's bytes, and its alpha.
 struct SolidPixel {
     uint32_t bytes;
     uint8_t alpha;

@@ -9,16 +9,17 @@
 
 namespace ozcg {
 
-/// More dashes than this in one stroke are drawn as a solid line: a pattern far finer than a pixel would
-/// otherwise cost time without end.
+/// A stroke with more dashes than this continues as a solid line, which bounds the time that a pattern far
+/// finer than a pixel can take.
 constexpr int kMaxDashes = 1'000'000;
 
-/// Cuts polylines into the dashes of a pattern: lengths of line and gap in turn, in pen space.
+/// Cuts polylines into the dashes of a pattern, which alternates between lengths of dash and gap, in pen
+/// space.
 template <typename T>
 class Dasher {
 public:
-    /// An empty, non-positive or non-finite pattern is no pattern: active() is then false. An odd number of
-    /// lengths goes round twice.
+    /// A pattern that is empty, not positive or not finite is ignored: active() is then false. A pattern with
+    /// an odd number of lengths is repeated once, so that dashes and gaps alternate.
     Dasher(std::span<const double> lengths, double phase, double scale, DashBuffers<T>& buffers)
         : m_pattern(buffers.pattern), m_dash(buffers.dash) {
         m_pattern.clear();
@@ -40,19 +41,19 @@ public:
     }
 
     bool active() const { return m_total > 0; }
-    /// For dashes that cost this many times as much as others: fewer of them.
-    void weigh(int cost) { m_budget = kMaxDashes / cost; }
-    /// To the start of the pattern, for a new subpath.
+    /// Lowers the limit on the number of dashes for dashes that each cost `cost` times as much as the
+    /// cheapest.
+    void setCostPerDash(int cost) { m_budget = kMaxDashes / cost; }
+    /// Returns to the start of the pattern, for a new subpath.
     void restart() {
         m_index = 0;
         m_left = m_pattern.empty() ? 0 : m_pattern[0];
         advance(m_phase);
     }
-    /// Passes over a stretch that is not seen.
+    /// Passes over a stretch that is not visible.
     void skip(double length) { advance(std::isfinite(length) ? std::fmod(length, m_total) : 0); }
 
-    /// Calls emit(vertices) for every dash of an open polyline, going on in the pattern where the last call
-    /// ended.
+    /// Calls emit(vertices) for every dash of an open polyline. The pattern continues from the last call.
     template <typename Emit>
     void cut(const std::vector<StrokeVertex<T>>& line, Emit&& emit) {
         if (line.empty()) return;
@@ -96,7 +97,7 @@ private:
     std::vector<double>& m_pattern;
     double m_total = 0, m_phase = 0;
     size_t m_index = 0;
-    double m_left = 0; // of the current length
+    double m_left = 0; // what remains of the current length
     int m_budget = kMaxDashes;
     std::vector<StrokeVertex<T>>& m_dash;
 };

@@ -1,10 +1,10 @@
 // Strokes and dashes as paths of their own.
 //
-// The stroker and the dasher work in pixels: they flatten to a fraction of one. A path has no pixels, so it
-// is outlined as large as kWorkingSize of them, and as exactly. The factor is a power of two and changes no
-// digit.
+// The stroker and the dasher flatten to a fraction of a pixel. A path has no pixels, so it is scaled to about
+// kWorkingSize pixels first. The factor is a power of two, which makes the scaling exact.
 #include "base/out_of_memory.h"
 #include "path/path.h"
+#include "path/path_queries.h"
 #include "stroke/path_stroker.h"
 
 #include <cmath>
@@ -19,9 +19,9 @@ constexpr double kWorkingSize = 4096;
 
 /// A path enlarged or reduced to working size, and the way back.
 struct WorkingPath {
-    /// For a pen that may be larger than the path.
+    /// `penSize` counts where the pen is larger than the path.
     WorkingPath(const PathData& path, double penSize) {
-        const CGRect box = path.controlBounds();
+        const CGRect box = controlBounds(path);
         const double size = std::min(std::max({box.size.width, box.size.height, penSize}), CGFLOAT_MAX);
         if (size > 0) scale = std::ldexp(1.0, std::clamp(std::ilogb(kWorkingSize / size), -1020, 1020));
         data.append(path, CGAffineTransformMakeScale(scale, scale));
@@ -57,24 +57,6 @@ private:
     const CGAffineTransform& m_transform;
 };
 
-ozcg::Cap capOf(CGLineCap cap) {
-    switch (cap) {
-    case kCGLineCapRound: return ozcg::Cap::round;
-    case kCGLineCapSquare: return ozcg::Cap::square;
-    case kCGLineCapButt: break;
-    }
-    return ozcg::Cap::butt;
-}
-
-ozcg::Join joinOf(CGLineJoin join) {
-    switch (join) {
-    case kCGLineJoinRound: return ozcg::Join::round;
-    case kCGLineJoinBevel: return ozcg::Join::bevel;
-    case kCGLineJoinMiter: break;
-    }
-    return ozcg::Join::miter;
-}
-
 void addStroke(PathData& outline, const PathData& path, ozcg::LineStyle style, const CGAffineTransform& m) {
     const WorkingPath working(path, style.width);
     style.width *= working.scale;
@@ -85,32 +67,26 @@ void addStroke(PathData& outline, const PathData& path, ozcg::LineStyle style, c
     ozcg::PathStroker<double, PathSink>(*space, style, sink, buffers, nullptr).stroke(working.data);
 }
 
-// Calls emit(vertices) for each subpath, flattened.
+/// A visitor of segments that flattens each subpath and calls emit(vertices).
 template <class Emit>
-void forEachPolyline(const PathData& path, Emit&& emit) {
-    std::vector<StrokeVertex<double>> line;
-    const auto at = [](CGPoint p) { return Vec2<double>{p.x, p.y}; };
-    const auto lineTo = [&](Vec2<double> p) { line.push_back({p, false}); };
-    const auto curve = [&](const ozcg::Cubic<double>& c) {
-        emitChords(c, chordCount(c, ozcg::kFlatness), lineTo);
-    };
-    const CGPoint* p = path.points().data();
-    for (const ozcg::Verb verb : path.verbs()) {
-        switch (verb) {
-        case ozcg::Verb::move:
-            emit(line);
-            line.clear();
-            lineTo(at(p[0]));
-            break;
-        case ozcg::Verb::line: lineTo(at(p[0])); break;
-        case ozcg::Verb::quad: curve(ozcg::cubicFromQuad(line.back().p, at(p[0]), at(p[1]))); break;
-        case ozcg::Verb::cubic: curve({line.back().p, at(p[0]), at(p[1]), at(p[2])}); break;
-        case ozcg::Verb::close: lineTo(line.front().p); break;
-        }
-        p += ozcg::pointCount(verb);
+class PolylineFlattener {
+public:
+    explicit PolylineFlattener(Emit emit) : m_emit(std::move(emit)) {}
+
+    void begin(Vec2<double> start) { m_line.assign(1, {start, false}); }
+    void line(Vec2<double>, Vec2<double> to) { m_line.push_back({to, false}); }
+    void curve(const ozcg::Cubic<double>& c) {
+        emitChords(c, chordCount(c, ozcg::kFlatness), [this, &c](Vec2<double> to) { line(c.p0, to); });
     }
-    emit(line);
-}
+    void end(Vec2<double> from, Vec2<double> start, bool closed) {
+        if (closed) line(from, start);
+        m_emit(m_line);
+    }
+
+private:
+    Emit m_emit;
+    std::vector<StrokeVertex<double>> m_line;
+};
 
 void addDashes(PathData& dashed, const PathData& path, std::span<const double> lengths, double phase,
                const CGAffineTransform& m) {
@@ -121,13 +97,16 @@ void addDashes(PathData& dashed, const PathData& path, std::span<const double> l
     const auto mapped = [&](const StrokeVertex<double>& vertex) {
         return CGPointApplyAffineTransform(working.back(vertex.p), m);
     };
-    forEachPolyline(working.data, [&](const std::vector<StrokeVertex<double>>& line) {
+    const auto addDash = [&](const std::vector<StrokeVertex<double>>& dash) {
+        dashed.moveTo(mapped(dash[0]));
+        for (size_t i = 1; i < dash.size(); ++i) dashed.lineTo(mapped(dash[i]));
+    };
+    const auto addSubpath = [&](const std::vector<StrokeVertex<double>>& line) {
         dasher.restart();
-        dasher.cut(line, [&](const std::vector<StrokeVertex<double>>& dash) {
-            dashed.moveTo(mapped(dash[0]));
-            for (size_t i = 1; i < dash.size(); ++i) dashed.lineTo(mapped(dash[i]));
-        });
-    });
+        dasher.cut(line, addDash);
+    };
+    const auto toPoint = [](CGPoint p) { return Vec2<double>{p.x, p.y}; };
+    walkSegments(working.data, toPoint, PolylineFlattener(addSubpath));
 }
 
 template <class Function>
@@ -157,8 +136,8 @@ CGPathRef CGPathCreateCopyByStrokingPath(CGPathRef path, const CGAffineTransform
     if (!path) return nullptr;
     ozcg::LineStyle style;
     style.width = lineWidth;
-    style.cap = capOf(lineCap);
-    style.join = joinOf(lineJoin);
+    style.cap = ozcg::capOf(lineCap);
+    style.join = ozcg::joinOf(lineJoin);
     style.miterLimit = miterLimit;
     return createFrom(path, [&](PathData& data) {
         addStroke(data, path->data, style, transform ? *transform : CGAffineTransformIdentity);

@@ -1,17 +1,18 @@
 #pragma once
 
 #include "path/path_data.h"
+#include "path/segments.h"
 #include "stroke/dasher.h"
 #include "stroke/stroke_space.h"
 #include "stroke/stroker_impl.h"
 
 namespace ozcg {
 
-/// Walks a path: takes it to pen space, flattens it, cuts it into dashes and hands the polylines to a
+/// Strokes a path: takes it to pen space, flattens it, cuts it into dashes and passes the polylines to a
 /// Stroker.
 ///
-/// With `visible` (in pen space, wide enough for everything that the pen can reach) lines and curves are cut
-/// back to it first, so that coordinates of any size can be drawn.
+/// `visible`, unless it is NULL, is a box in pen space that holds every point from which the pen can paint
+/// something visible. Lines and curves are clipped to it first, so that coordinates may have any size.
 template <typename T, typename Sink>
 class PathStroker {
 public:
@@ -21,35 +22,24 @@ public:
           m_dasher(style.dashLengths(), style.dashPhase, space.scale, buffers.dash), m_line(buffers.line),
           m_visible(visible) {
         m_line.clear();
-        m_dasher.weigh(m_stroker.capCost());
+        m_dasher.setCostPerDash(m_stroker.capCost());
     }
 
     void stroke(const PathData& path) {
-        const CGPoint* p = path.points().data();
-        for (const Verb verb : path.verbs()) {
-            switch (verb) {
-            case Verb::move:
-                finish(false);
-                m_start = m_current = toPen(*p++);
-                if (m_dasher.active()) m_dasher.restart();
-                break;
-            case Verb::line: lineTo(toPen(*p++), false); break;
-            case Verb::quad:
-                curveTo(cubicFromQuad(m_current, toPen(p[0]), toPen(p[1])));
-                p += 2;
-                break;
-            case Verb::cubic:
-                curveTo({m_current, toPen(p[0]), toPen(p[1]), toPen(p[2])});
-                p += 3;
-                break;
-            case Verb::close:
-                lineTo(m_start, false);
-                finish(true);
-                m_current = m_start;
-                break;
-            }
-        }
-        finish(false);
+        walkSegments(
+            path, [this](CGPoint p) { return toPen(p); }, *this);
+    }
+
+    // The visitor of the path's segments.
+    void begin(Vec2<double> start) {
+        m_current = start;
+        if (m_dasher.active()) m_dasher.restart();
+    }
+    void line(Vec2<double>, Vec2<double> to) { lineTo(to, false); }
+    void curve(const Cubic<double>& c) { curveTo(c); }
+    void end(Vec2<double>, Vec2<double> start, bool closed) {
+        if (closed) lineTo(start, false);
+        finish(closed);
     }
 
 private:
@@ -82,7 +72,7 @@ private:
 
     void curveTo(const Cubic<double>& c) {
         if (m_visible && !isFinite(c)) {
-            lineTo(c.p3, false); // a matrix out of all proportion
+            lineTo(c.p3, false); // the matrix took a point beyond the range of numbers
         } else if (m_visible) {
             forEachNearPiece(c, *m_visible, [&](const Cubic<double>& piece, bool meets) {
                 if (meets)
@@ -120,14 +110,14 @@ private:
         return finite(c.p0) && finite(c.p1) && finite(c.p2) && finite(c.p3);
     }
 
-    // Towards the first point that differs from the start.
+    // The direction from the start to the first point that differs from it.
     static Vec2<T> startTangent(const Cubic<T>& c) {
         if (c.p1 != c.p0) return c.p1 - c.p0;
         return c.p2 != c.p0 ? c.p2 - c.p0 : c.p3 - c.p0;
     }
 
-    // Liang-Barsky against the visible box. What is cut off lies out of the pen's reach, and so do the ends
-    // that the cut makes.
+    // Clips a line to the visible box by Liang and Barsky's method. Neither the parts cut off nor the ends
+    // that the cuts make can be seen.
     void visibleLineTo(P to, bool smooth) {
         const P from = m_current, way = {to.x - from.x, to.y - from.y};
         double enter = 0, leave = 1;
@@ -140,7 +130,7 @@ private:
             }
             const double near = delta > 0 ? lo : hi, far = delta > 0 ? hi : lo;
             const double t0 = (near - start) / delta, t1 = (far - start) / delta;
-            // The side itself, because at great distances the way times t does not hit it.
+            // The side itself, which from + way * t misses at great distances.
             if (t0 > enter) {
                 enter = t0;
                 first = {from.x + way.x * t0, from.y + way.y * t0};
@@ -167,7 +157,7 @@ private:
         if (leave < 1) cutOff(length * (1 - leave));
     }
 
-    // The subpath goes out of sight for this length.
+    // The subpath is not visible for this length.
     void cutOff(double length) {
         flush(false);
         m_cut = true;
@@ -197,8 +187,8 @@ private:
     std::vector<StrokeVertex<T>>& m_line;
     EndTangents<T> m_tangents;
     const Bounds* m_visible;
-    P m_start{}, m_current{};
-    bool m_cut = false; // the subpath is not whole any more
+    P m_current{};
+    bool m_cut = false; // part of the subpath was clipped away
 };
 
 } // namespace ozcg

@@ -38,9 +38,9 @@ std::optional<StrokeSpace> StrokeSpace::make(const LineStyle& style, const CGAff
     space.pen.miterLimit = style.miterLimit;
     space.pen.cap = style.cap;
     space.pen.join = style.join;
-    space.direct = isSimilarity(linear, scale);
-    double widest = 1; // pen space against pixels
-    if (space.direct) {
+    space.isPixelSpace = isSimilarity(linear, scale);
+    double widest = 1; // the greatest factor from pen space to pixels
+    if (space.isPixelSpace) {
         space.toPen = toPixel;
         space.toPixel = CGAffineTransformIdentity;
         space.pen.xAxis = {linear.a / scale, linear.b / scale};
@@ -57,7 +57,7 @@ std::optional<StrokeSpace> StrokeSpace::make(const LineStyle& style, const CGAff
     space.pen.tolerance = kFlatness / widest;
     const double miter = style.join == Join::miter ? std::max(1.0, style.miterLimit) : 1.0;
     const double cap = style.cap == Cap::square ? kHalfDiagonal : 1.0;
-    space.reach = std::min(halfWidth * widest * std::max(miter, cap), 1e30);
+    space.outset = std::min(halfWidth * widest * std::max(miter, cap), 1e30);
     return space;
 }
 

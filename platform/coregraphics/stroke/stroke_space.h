@@ -1,50 +1,33 @@
 #pragma once
 
-#include "path/far_curve.h"
-#include "stroke/stroker.h"
+#include "path/near_pieces.h"
+#include "stroke/line_style.h"
 
 #include <CoreGraphics/CGAffineTransform.h>
 
-#include <memory>
 #include <optional>
-#include <span>
-#include <vector>
 
 namespace ozcg {
 
-/// The line attributes of a graphics state, in user space.
-struct LineStyle {
-    double width = 1;
-    Cap cap = Cap::butt;
-    Join join = Join::miter;
-    double miterLimit = 10;
-    double dashPhase = 0;
-    std::shared_ptr<const std::vector<double>> dashes; // shared by saved states; NULL: a solid line
-
-    std::span<const double> dashLengths() const {
-        return dashes ? std::span<const double>(*dashes) : std::span<const double>();
-    }
-};
-
-/// Where a stroke is worked out. The pen is a circle in user space, so a path that is already transformed
-/// goes back there (up to scale) unless the transform keeps circles round.
+/// The space in which a stroke's outline is computed. The pen is a circle in user space, so a path that has
+/// been transformed is taken back there (up to scale), unless the transform keeps circles circular.
 struct StrokeSpace {
     CGAffineTransform toPen;   // from the path's space
     CGAffineTransform toPixel; // from pen space
-    bool direct;               // pen space is pixel space
-    double scale;              // of user lengths in pen space
+    bool isPixelSpace;         // pen space and pixel space are the same
+    double scale;              // from user lengths to pen space
     Pen pen;
-    double reach; // how far, in pixels, the stroke may lie from the path
+    double outset; // upper bound of the distance, in pixels, from the path to a painted point
 
-    /// For a path that `ctm` has transformed and that `toPixel` takes to pixels. None when nothing can be
-    /// drawn: a singular or non-finite matrix, a width that is not positive.
+    /// For a path that `ctm` has transformed and that `toPixel` takes to pixels. Nothing when nothing can be
+    /// drawn: the matrix is singular or not finite, or the width is not positive.
     static std::optional<StrokeSpace> make(const LineStyle& style, const CGAffineTransform& ctm,
                                            const CGAffineTransform& toPixel);
 
-    /// The same for pixels that are counted from another origin.
+    /// The same for pixels with another origin.
     StrokeSpace moved(double dx, double dy) const {
         StrokeSpace space = *this;
-        if (direct) {
+        if (isPixelSpace) {
             space.toPen.tx += dx;
             space.toPen.ty += dy;
         } else {

@@ -17,44 +17,44 @@ struct Pen {
     double miterLimit = 10;
     Cap cap = Cap::butt;
     Join join = Join::miter;
-    /// How far, in pen space, an arc's chord may lie from the arc.
+    /// The greatest distance, in pen space, of a chord from its arc.
     double tolerance = kFlatness;
-    /// The direction of the user's x axis in pen space, of length 1: a square dot is aligned with it.
+    /// The direction of the user's x axis in pen space, of length 1, with which a square dot is aligned.
     Vec2<double> xAxis = {1, 0};
 };
 
-/// A point of a polyline. A smooth one lies inside a flattened curve, where no join style applies.
+/// A point of a polyline. A smooth one lies inside a flattened curve, where the join style does not apply.
 template <typename T>
 struct StrokeVertex {
     Vec2<T> p;
     bool smooth;
 };
 
-/// What a dasher works with.
+/// A dasher's buffers.
 template <typename T>
 struct DashBuffers {
     std::vector<double> pattern;
     std::vector<StrokeVertex<T>> dash;
 };
 
-/// What a stroker works with, kept by its user so that it is not allocated again.
+/// A stroker's buffers, kept by its user so that they are not allocated again.
 template <typename T>
 struct StrokeBuffers {
     std::vector<StrokeVertex<T>> line;
     DashBuffers<T> dash;
-    std::vector<Vec2<T>> normals; // of each segment, halfWidth long, on the side that is outer in a left turn
+    std::vector<Vec2<T>> normals; // of the segments, halfWidth long, towards the outer side of a left turn
     std::vector<T> lengths;
 };
 
-/// The directions in which an open polyline starts and ends where they are known better than its first and
-/// last segment tell, because it comes from a curve. Of any length; zero: not known.
+/// The directions in which an open polyline starts and ends, where it comes from a curve and its first and
+/// last segments only approximate them. Of any length; zero: not known.
 template <typename T>
 struct EndTangents {
     Vec2<T> start{}, end{};
 };
 
-/// Turns polylines into the closed contours of their outline. Filled with the non-zero rule the contours give
-/// the stroke: along either side of the spine every segment, join and cap adds a positively wound piece.
+/// Turns polylines into the closed contours of their outline, to be filled with the nonzero rule: along
+/// either side of the spine every segment, join and cap adds a positively wound piece.
 ///
 /// Sink: begin(Vec2<T>), to(Vec2<T>), close().
 template <typename T, typename Sink>
@@ -62,21 +62,20 @@ class Stroker {
 public:
     Stroker(const Pen& pen, Sink& sink, StrokeBuffers<T>& buffers);
 
-    /// Outlines one polyline, which may have repeated points. A polyline whose points are all the same draws
-    /// a dot where the cap has one.
+    /// Outlines one polyline, which may have repeated points. If all points are equal, the caps make a dot.
     void stroke(std::vector<StrokeVertex<T>>& line, bool closed, const EndTangents<T>& tangents = {});
-    /// How much more the caps of this pen cost than those of the thinnest one, which is 1.
+    /// The cost of this pen's caps as a multiple of the cheapest caps' cost.
     int capCost() const;
 
 private:
     using V = Vec2<T>;
     static T cross(V a, V b) { return a.x * b.y - a.y * b.x; }
     static T dot(V a, V b) { return a.x * b.x + a.y * b.y; }
-    /// A quarter turn in the direction of the outer side: from a segment's normal to the way it runs.
+    /// A quarter turn, from a segment's normal to its direction.
     static V turn(V a) { return {-a.y, a.x}; }
 
     void dotAt(V o);
-    void side(V o, V from, V to, T reach, bool smooth);
+    void side(V o, V from, V to, T shorterLength, bool smooth);
     void outerJoin(V o, V from, V to, T cosine, bool smooth);
     void arc(V o, V from, V to);
     void cap(V o, V normal);
@@ -91,8 +90,8 @@ private:
     Cap m_cap;
     Join m_join;
     V m_xAxis;
-    T m_stepCosine, m_stepSine; // of the angle between two points of an arc
-    int m_maxSteps;             // in half a turn
+    T m_stepCosine, m_stepSine; // of the angle between neighbouring points of an arc
+    int m_maxSteps;             // of an arc of half a turn
     std::vector<V>& m_normals;
     std::vector<T>& m_lengths;
 };

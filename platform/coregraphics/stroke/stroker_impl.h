@@ -4,7 +4,7 @@
 
 namespace ozcg {
 
-/// Arcs have at least this many chords in half a turn, and at most that many however wide the pen.
+/// The least and the greatest number of chords of half a turn.
 constexpr int kMinArcSteps = 3;
 constexpr int kMaxArcSteps = 512;
 
@@ -46,7 +46,7 @@ void Stroker<T, Sink>::prepare(const std::vector<StrokeVertex<T>>& line, size_t 
 template <typename T, typename Sink>
 void Stroker<T, Sink>::stroke(std::vector<StrokeVertex<T>>& line, bool closed,
                               const EndTangents<T>& tangents) {
-    // What is closer than this has, after rounding, no direction worth following.
+    // Points closer than this are merged: rounding leaves their direction meaningless.
     const T tooShort = T(1) / T(1024);
     size_t n = 0;
     for (const StrokeVertex<T>& v : line) {
@@ -72,31 +72,31 @@ void Stroker<T, Sink>::stroke(std::vector<StrokeVertex<T>>& line, bool closed,
         openOutline(line, tangents);
 }
 
-// The joins at the vertices between two segments, forth on one side or back on the other.
+// The joins at the vertices between two segments, forwards along one side or back along the other.
 template <typename T, typename Sink>
 void Stroker<T, Sink>::sides(const std::vector<StrokeVertex<T>>& line, bool back) {
     const size_t segments = m_normals.size();
-    const auto reach = [&](size_t i) { return std::min(m_lengths[i - 1], m_lengths[i]); };
+    const auto shorterLength = [&](size_t i) { return std::min(m_lengths[i - 1], m_lengths[i]); };
     if (back) {
         for (size_t i = segments - 1; i > 0; --i)
-            side(line[i].p, -m_normals[i], -m_normals[i - 1], reach(i), line[i].smooth);
+            side(line[i].p, -m_normals[i], -m_normals[i - 1], shorterLength(i), line[i].smooth);
     } else {
         for (size_t i = 1; i < segments; ++i)
-            side(line[i].p, m_normals[i - 1], m_normals[i], reach(i), line[i].smooth);
+            side(line[i].p, m_normals[i - 1], m_normals[i], shorterLength(i), line[i].smooth);
     }
 }
 
 template <typename T, typename Sink>
 void Stroker<T, Sink>::closedOutline(const std::vector<StrokeVertex<T>>& line) {
     const V o = line[0].p, first = m_normals.front(), last = m_normals.back();
-    const T reach = std::min(m_lengths.front(), m_lengths.back());
+    const T shorterLength = std::min(m_lengths.front(), m_lengths.back());
     m_sink.begin(o + first);
     sides(line, false);
-    side(o, last, first, reach, false);
+    side(o, last, first, shorterLength, false);
     m_sink.close();
     m_sink.begin(o - last);
     sides(line, true);
-    side(o, -first, -last, reach, false);
+    side(o, -first, -last, shorterLength, false);
     m_sink.close();
 }
 
@@ -112,7 +112,8 @@ void Stroker<T, Sink>::openOutline(const std::vector<StrokeVertex<T>>& line, con
     m_sink.close();
 }
 
-// The normal at an end, from the tangent if that is known and close to the segment's own direction.
+// The normal at an end: the tangent's if it is known and close to the segment's direction, else the
+// segment's.
 template <typename T, typename Sink>
 Vec2<T> Stroker<T, Sink>::endNormal(V tangent, V ofSegment) const {
     const T length2 = dot(tangent, tangent);
@@ -123,15 +124,15 @@ Vec2<T> Stroker<T, Sink>::endNormal(V tangent, V ofSegment) const {
 }
 
 template <typename T, typename Sink>
-void Stroker<T, Sink>::side(V o, V from, V to, T reach, bool smooth) {
+void Stroker<T, Sink>::side(V o, V from, V to, T shorterLength, bool smooth) {
     const T sine = cross(from, to), cosine = dot(from, to);
     // A line that turns straight back has no inner side.
     const bool back = cosine < 0 && sine > T(-1e-6) * m_halfWidthSquared;
     if (sine > 0 || back) return outerJoin(o, from, to, cosine, smooth);
     m_sink.to(o + from);
-    // The offsets of two segments cross between them while both are longer than the overlap; where they are
-    // not, the way through the spine keeps each piece wound positively.
-    if (-sine > m_halfWidth * reach || cosine < 0) m_sink.to(o);
+    // The offsets of the segments intersect if both are longer than the overlap. Otherwise a detour through
+    // the spine keeps each piece positively wound.
+    if (-sine > m_halfWidth * shorterLength || cosine < 0) m_sink.to(o);
     m_sink.to(o + to);
 }
 
@@ -145,7 +146,7 @@ void Stroker<T, Sink>::outerJoin(V o, V from, V to, T cosine, bool smooth) {
         const T k = m_halfWidthSquared + cosine;
         if (2 * m_halfWidthSquared <= m_miterLimitSquared * k) {
             V tip = (from + to) * (m_halfWidthSquared / k);
-            // Where a line turns almost back, rounding may make much of what little is left of the sums.
+            // Where a line almost reverses, the sums nearly cancel and rounding may enlarge the tip.
             const T excess = dot(tip, tip) / (m_miterLimitSquared * m_halfWidthSquared);
             if (excess > 1) tip = tip * (1 / std::sqrt(excess));
             m_sink.to(o + tip);
@@ -154,7 +155,7 @@ void Stroker<T, Sink>::outerJoin(V o, V from, V to, T cosine, bool smooth) {
     m_sink.to(o + to);
 }
 
-// The points between o + from and o + to on the circle about o, turning from the normal towards the way.
+// The points between o + from and o + to on the circle around o, in the direction of turn().
 template <typename T, typename Sink>
 void Stroker<T, Sink>::arc(V o, V from, V to) {
     const T enough = m_stepCosine * m_halfWidthSquared;

@@ -1,4 +1,4 @@
-#include <CoreGraphics/CGAffineTransform.h>
+#include "values/affine_transform.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,16 +31,27 @@ CGAffineTransform CGAffineTransformRotate(CGAffineTransform t, CGFloat angle) {
     return CGAffineTransformConcat(CGAffineTransformMakeRotation(angle), t);
 }
 
-CGAffineTransform CGAffineTransformInvert(CGAffineTransform t) {
-    const CGFloat determinant = t.a * t.d - t.b * t.c;
-    if (determinant == 0 || !std::isfinite(determinant)) return t;
-    return {t.d / determinant,
-            -t.b / determinant,
-            -t.c / determinant,
-            t.a / determinant,
-            (t.c * t.ty - t.d * t.tx) / determinant,
-            (t.b * t.tx - t.a * t.ty) / determinant};
+std::optional<CGAffineTransform> ozcg::inverted(const CGAffineTransform& t) noexcept {
+    const double largest = std::max({std::abs(t.a), std::abs(t.b), std::abs(t.c), std::abs(t.d)});
+    if (!(largest > 0) || !std::isfinite(largest)) return {};
+    // The determinant of the unscaled matrix might overflow or underflow. A power of two leaves all digits.
+    const double scale = std::ldexp(1.0, std::clamp(-std::ilogb(largest), -1000, 1000));
+    const double a = t.a * scale, b = t.b * scale, c = t.c * scale, d = t.d * scale;
+    const double determinant = a * d - b * c;
+    if (determinant == 0) return {};
+    const CGAffineTransform inverse = {d / determinant * scale,
+                                       -b / determinant * scale,
+                                       -c / determinant * scale,
+                                       a / determinant * scale,
+                                       (c * t.ty - d * t.tx) / determinant * scale,
+                                       (b * t.tx - a * t.ty) / determinant * scale};
+    const double sum =
+        inverse.a + inverse.b + inverse.c + inverse.d + std::abs(inverse.tx) + std::abs(inverse.ty);
+    if (!std::isfinite(sum)) return {};
+    return inverse;
 }
+
+CGAffineTransform CGAffineTransformInvert(CGAffineTransform t) { return ozcg::inverted(t).value_or(t); }
 
 CGAffineTransform CGAffineTransformConcat(CGAffineTransform t1, CGAffineTransform t2) {
     return {t1.a * t2.a + t1.b * t2.c,           t1.a * t2.b + t1.b * t2.d,

@@ -1,16 +1,11 @@
 #include "values/color.h"
 
 #include "base/out_of_memory.h"
+#include "base/unorm8.h"
 
 #include <algorithm>
 
 namespace ozcg {
-
-namespace {
-
-uint32_t level(double value) noexcept { return static_cast<uint32_t>(value * 255 + 0.5); }
-
-} // namespace
 
 Rgba rgbaFromComponents(const CGColorSpace& space, const CGFloat* components) noexcept {
     if (space.components() == 1) return {components[0], components[0], components[0], components[1]};
@@ -18,8 +13,9 @@ Rgba rgbaFromComponents(const CGColorSpace& space, const CGFloat* components) no
 }
 
 uint32_t premultipliedPixel(const Rgba& color, double alpha) noexcept {
-    const double a = unit(color.a) * unit(alpha);
-    return pixelOf(level(unit(color.r) * a), level(unit(color.g) * a), level(unit(color.b) * a), level(a));
+    const double a = clampedToUnit(color.a) * clampedToUnit(alpha);
+    const auto component = [a](double value) { return unorm8(clampedToUnit(value) * a); };
+    return pixelOf(component(color.r), component(color.g), component(color.b), unorm8(a));
 }
 
 } // namespace ozcg

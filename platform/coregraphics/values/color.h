@@ -13,7 +13,7 @@
 
 namespace ozcg {
 
-/// Device RGB with alpha, not premultiplied. May lie outside 0...1 until it is painted.
+/// Device RGB with alpha, not premultiplied. Components may lie outside 0...1; painting clamps them.
 struct Rgba {
     double r = 0;
     double g = 0;
@@ -21,24 +21,21 @@ struct Rgba {
     double a = 1;
 };
 
-/// `value` in 0...1; NaN gives 0.
-constexpr double unit(double value) noexcept { return value > 0 ? (value < 1 ? value : 1) : 0; }
-
-/// Device RGB of a space's components, with alpha behind them.
+/// Converts a space's components, followed by alpha, to device RGB.
 Rgba rgbaFromComponents(const CGColorSpace& space, const CGFloat* components) noexcept;
 
-/// The pixel of a colour whose alpha is multiplied by `alpha`: clamped, premultiplied, rounded once; bytes R,
-/// G, B, A in memory.
+/// The pixel (bytes R, G, B, A in memory) of a colour whose alpha is multiplied by `alpha`: clamped,
+/// premultiplied and rounded once.
 uint32_t premultipliedPixel(const Rgba& color, double alpha = 1) noexcept;
 
 static_assert(std::endian::native == std::endian::little, "pixels are taken for little-endian words");
 
-/// The pixel of four bytes, which lie in memory in this order.
+/// The pixel whose bytes in memory are r, g, b, a.
 constexpr uint32_t pixelOf(uint32_t r, uint32_t g, uint32_t b, uint32_t a) noexcept {
     return r | g << 8 | b << 16 | a << 24;
 }
 
-/// Most components that a colour has: three and alpha.
+/// The greatest number of components of a colour: three and alpha.
 inline constexpr size_t kMaxColorComponents = 4;
 
 } // namespace ozcg

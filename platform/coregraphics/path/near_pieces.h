@@ -9,18 +9,18 @@ struct Bounds {
     double x0, y0, x1, y1;
 };
 
-/// Coordinates within this distance of the box are precise enough as floats.
-constexpr double kNearReach = 16384;
-/// Boxes larger than that are met by pieces of no less than their size over this, so that a curve has a
-/// bounded number of them: a wide pen is seen from far away.
+/// Floats hold coordinates within this distance of the box precisely enough.
+constexpr double kFloatRange = 16384;
+/// In larger boxes, which wide pens need, a piece is not made smaller than the box's size over this: that
+/// bounds the number of pieces of a curve.
 constexpr double kMaxPiecesAcross = 64;
 
-/// Splits a cubic that may reach far beyond `box` and calls emit(piece, meets): pieces that may meet the box
-/// are small against it or enough for floats; the others lie wholly on one side of it, so that a straight
-/// line between their ends does as well. All points must be finite.
+/// Splits a cubic that may extend far beyond `box`, by halving, and calls emit(piece, meets) in order. Pieces
+/// that may meet the box are small compared with it, or small enough for floats. The others lie wholly on one
+/// side of it, where the line between their ends stands for them. All points must be finite.
 template <typename Emit>
 void forEachNearPiece(const Cubic<double>& c, const Bounds& box, Emit&& emit, int depth = 1100) {
-    const double near = std::max(kNearReach, std::max(box.x1 - box.x0, box.y1 - box.y0) / kMaxPiecesAcross);
+    const double near = std::max(kFloatRange, std::max(box.x1 - box.x0, box.y1 - box.y0) / kMaxPiecesAcross);
     const auto [x0, x1] = std::minmax({c.p0.x, c.p1.x, c.p2.x, c.p3.x});
     const auto [y0, y1] = std::minmax({c.p0.y, c.p1.y, c.p2.y, c.p3.y});
     if (x1 < box.x0 || x0 > box.x1 || y1 < box.y0 || y0 > box.y1) {

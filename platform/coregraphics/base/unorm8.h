@@ -1,0 +1,29 @@
+// Fractions of 1 in eight bits: 0...255.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ozcg {
+
+/// `value` clamped to 0...1; NaN gives 0.
+constexpr double clampedToUnit(double value) noexcept { return value > 0 ? (value < 1 ? value : 1) : 0; }
+
+/// The nearest eight-bit fraction of `value`, which must lie in 0...1.
+template <class Float>
+constexpr uint8_t unorm8(Float value) noexcept {
+    return static_cast<uint8_t>(static_cast<int32_t>(value * 255 + Float(0.5)));
+}
+
+/// The product of two eight-bit fractions, rounded to nearest.
+constexpr uint8_t multiplyUnorm8(unsigned a, unsigned b) noexcept {
+    const unsigned v = a * b + 128;
+    return static_cast<uint8_t>((v + (v >> 8)) >> 8);
+}
+
+/// Coverage without antialiasing: a pixel is painted when at least half of it is covered.
+inline void thresholdCoverage(uint8_t* coverage, size_t n) noexcept {
+    for (size_t i = 0; i < n; ++i) coverage[i] = coverage[i] < 128 ? 0 : 255;
+}
+
+} // namespace ozcg
