@@ -1,7 +1,5 @@
 #include <Ozmira/ozmDocument.h>
-#include <Ozmira/OzmiraVersion.h>
 #include <Ozmira/ozmLog.h>
-#include <Ozmira/ozmRenderingState.h>
 
 #include "document_text.h"
 
@@ -105,6 +103,7 @@ constexpr size_t SizeOfListInConstantExpression() {
 }
 static_assert(SizeOfListInConstantExpression() == 2);
 #endif
+
 TEST(Paths, CopyDeeply) {
     Path path;
     path.commands = {PathCommand(PathCommand::Type::MoveTo), Lines({{1, 2}, {3, 4}, {5, 6}}), Curves(2)};
@@ -177,20 +176,6 @@ TEST(Elements, OfUnknownKindsHaveNoPayload) {
     }
 }
 
-TEST(RenderingState, DefaultsToABlackFill) {
-    const RenderingState& state = kRenderingStateDefault;
-    EXPECT_EQ(state.strokeColor, (Color{0, 0, 0, 0}));
-    EXPECT_EQ(state.fillColor, (Color{0, 0, 0, 1}));
-    EXPECT_EQ(state.strokeOpacity, 1);
-    EXPECT_EQ(state.strokeWidth, 1);
-    EXPECT_EQ(state.miterLimit, 4);
-    EXPECT_EQ(state.dashOffset, 0);
-    EXPECT_EQ(state.fillOpacity, 1);
-    EXPECT_EQ(state.opacity, 1);
-    EXPECT_EQ(state.lineCap + state.lineJoin + state.fillRule + state.clipRule, 0u);
-    EXPECT_TRUE(state.dashArray.empty() && state.fillReference.empty() && state.secondaryReference.empty());
-}
-
 TEST(Logs, PrintLevelAndMessage) {
     Log log;
     log.Append(Log::Level::Error, "a");
@@ -199,9 +184,4 @@ TEST(Logs, PrintLevelAndMessage) {
     log.Append(Log::Level::Debug, "d e");
     log.Append(static_cast<Log::Level>(5), "f");
     EXPECT_EQ(to_string(log), "[Error]     a\n[Warning]   b\n[Info]      \n[Debug]     d e\n[Unknown]   f\n");
-}
-
-TEST(Version, IsWrittenForWhat) {
-    EXPECT_STREQ(reinterpret_cast<const char*>(OzmiraVersionString), "@(#)PROGRAM:Ozmira PROJECT:Ozmira-1\n");
-    EXPECT_EQ(OzmiraVersionNumber, 1.0);
 }

@@ -175,23 +175,6 @@ TEST(Image, ReturnsItsBytes) {
     EXPECT_EQ(CGImageGetAlphaInfo(image), kCGImageAlphaFirst);
 }
 
-TEST(Image, SnapshotSharesTheStorage) {
-    const auto storage = ozcg::PixelStorage::create(16);
-    EXPECT_TRUE(std::ranges::all_of(std::span(storage->bytes(), 16), [](uint8_t byte) { return byte == 0; }));
-    CGImageFormat format;
-    format.width = format.height = 2;
-    format.bytesPerRow = 8;
-    format.bitmapInfo = kCGImageAlphaPremultipliedLast;
-    format.layout = *ozcg::pixelLayout(8, 32, makeSpace(Space::rgb), format.bitmapInfo);
-    {
-        const Owned<CGImageRef> image(ozcg::createImage(format, storage));
-        EXPECT_FALSE(storage->isUnique());
-        storage->bytes()[12] = 9;
-        EXPECT_EQ(rowOf(image, 1, 1, 1), (Bytes{9, 0, 0, 0}));
-    }
-    EXPECT_TRUE(storage->isUnique());
-}
-
 TEST(DataProvider, ReleasesItsBytesOnce) {
     int released = 0;
     uint8_t bytes[4] = {1, 2, 3, 4};
