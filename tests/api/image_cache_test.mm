@@ -70,6 +70,7 @@ TEST_F(ImageCacheTest, IgnoresNil) {
     OZMImageCache* const cache = OZMImageCache.sharedImageCache;
     [cache setImage:nil forKey:key(url("a.svg"), {}, 2, nil)];
     [cache setImage:image() forKey:nil];
+    EXPECT_EQ([cache imageForKey:key(url("a.svg"), {}, 2, nil)], nil);
     EXPECT_EQ([cache imageForKey:nil], nil);
     EXPECT_EQ([cache imageForKey:key(nil, {}, 2, nil)], nil);
 }
