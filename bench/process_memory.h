@@ -10,7 +10,7 @@ namespace bench {
 void KeepFreedMemory();
 
 /// Runs `work` on a new thread, which has no buffers yet, and returns the peak growth of the process's
-/// resident memory in bytes. Returns nothing where the system does not tell; only Linux does.
+/// resident memory in bytes. Returns nothing if the system does not report it; only Linux does.
 std::optional<double> PeakMemory(const std::function<void()>& work);
 
 } // namespace bench

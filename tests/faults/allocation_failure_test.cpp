@@ -130,7 +130,8 @@ Owned<CGContextRef> MakeSavedContext() {
     return context;
 }
 
-/// Returns true, to tell it from throwing.
+/// Draws a document with dashes and debug frames. Returns true, unlike the default result that a throw
+/// leaves.
 bool DrawInto(Document& document, CGContextRef context) {
     CoreGraphicsRenderer renderer;
     renderer.SetDocument(&document);
