@@ -7,30 +7,30 @@
 
 namespace bench {
 
-/// A drawing that a backend has read and can draw again and again.
+/// A drawing that a backend has read and can draw repeatedly.
 class Drawing {
 public:
     virtual ~Drawing() = default;
-    /// Overwrites `size` * `size` pixels of four bytes with the drawing, fitted and centred. False on
+    /// Overwrites `size` * `size` pixels of four bytes with the drawing, fitted and centred. Returns false on
     /// failure.
     virtual bool Draw(unsigned size, void* pixels) = 0;
 };
 
-/// One way from SVG text to pixels: one file under backends/.
+/// A library that reads SVG text, and draws it unless `load` is null. Each has a file under backends/.
 struct Backend {
     const char* name;
-    /// Reads a drawing and throws it away. False on failure.
+    /// Reads a drawing and discards it. Returns false on failure.
     bool (*parse)(const std::string& text);
-    /// Reads a drawing; null on failure. Null itself where the backend doesn't draw.
+    /// Reads a drawing. Returns null on failure. The pointer itself is null if the backend cannot draw.
     std::unique_ptr<Drawing> (*load)(const std::string& text);
 };
 
-/// The whole road: parser, document, renderer.
+/// Parser, document, renderer and drawing library.
 extern const Backend kOzmiraBackend;
-/// The XML reader beneath the parser, alone: the floor for parsing.
+/// The XML reader that the parser uses, by itself: the lower bound for parsing.
 extern const Backend kRapidXMLBackend;
 #ifdef OZMIRA_BENCH_LIBRSVG
-/// GNOME's renderer.
+/// GNOME's SVG library.
 extern const Backend kLibrsvgBackend;
 #endif
 #ifdef OZMIRA_BENCH_QTSVG

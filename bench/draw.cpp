@@ -25,8 +25,7 @@ bool DrawIntoPixels(ozm::Document& document, unsigned size, void* argb) {
     CGContextRef context = CreateContext(size, argb);
     if (!context) return false;
 
-    // A renderer of its own for each drawing, as in an application that draws an icon once and keeps the
-    // image.
+    // Each drawing gets a new renderer, as in an application that draws an icon once and keeps the image.
     ozm::CoreGraphicsRenderer renderer;
     renderer.SetDocument(&document);
     const CGFloat side = size;

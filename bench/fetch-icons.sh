@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Fetches what bench/icons/package.json names, icon sets and resvg, into build/icons and writes
+# Fetches the icon sets and resvg, as listed in bench/icons/package.json, into build/icons and writes
 # build/icons/list.txt: 132 files of each set, spread evenly over its files in alphabetical order, so that every
-# machine measures the same ones.
+# machine measures the same files.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export LC_ALL=C
@@ -33,14 +33,14 @@ if ! cmp -s bench/icons/package.json "$folder/fetched.json"; then
   cp bench/icons/package.json "$folder/fetched.json"
 fi
 
-# Files with arcs, quadratic curves or elements that Ozmira leaves out are passed over: drawing less than the
-# whole picture would count as fast.
-outside='<(text|symbol|image|style|filter|mask|pattern|marker|foreignObject)[ />]|[[:space:]]d="[^"]*[AaQqTt]'
+# Files with arcs, quadratic curves or elements that Ozmira leaves out are excluded, because leaving out part of a
+# picture would look like speed.
+unsupported='<(text|symbol|image|style|filter|mask|pattern|marker|foreignObject)[ />]|[[:space:]]d="[^"]*[AaQqTt]'
 
 rm -f "$list.new"
 for set in $(printf '%s\n' "${!sets[@]}" | sort); do
-  # A batch of files without a match counts as a failure of grep's, hence "|| true"; the count tells.
-  files=$(find "$folder/node_modules/${sets[$set]}" -name '*.svg' -exec grep -LzE "$outside" {} + | sort || true)
+  # grep exits with a failure if no file of a batch qualifies, hence "|| true"; the count below is the real check.
+  files=$(find "$folder/node_modules/${sets[$set]}" -name '*.svg' -exec grep -LzE "$unsupported" {} + | sort || true)
   count=$(wc -l <<<"$files")
   [ "$count" -ge "$per_set" ] || fail "$set has only $count usable files"
   awk -v all="$count" -v take="$per_set" 'int(NR * take / all) > int((NR - 1) * take / all)' <<<"$files" \

@@ -1,4 +1,5 @@
-// Filling alone: the paths of the icons, in pixels and in each library's own form, solid and anti-aliased.
+// Filling alone: the icons' paths, converted beforehand to pixels and to each library's own path type, filled
+// with a solid colour and anti-aliased.
 #include "icons.h"
 #include "outlines.h"
 #include "run.h"
@@ -15,8 +16,9 @@
 namespace {
 
 constexpr unsigned kSizes[] = {24, 72, 256, 1024};
-/// Mean difference to Ozmira's coverage, of 255, up to which a library counts as having drawn the same.
-constexpr double kSamePicture = 0.3;
+/// Upper bound of the mean difference from Ozmira's coverage, in 255ths. A library beyond it has drawn
+/// something else.
+constexpr double kMaximumMeanDifference = 0.3;
 
 using Subjects = std::vector<std::unique_ptr<bench::FillSubject>>;
 
@@ -29,7 +31,7 @@ Subjects Convert(const bench::Filler& filler, unsigned size, const std::vector<s
     return subjects;
 }
 
-/// How far the alpha of a library's pixels lies from Ozmira's, on average over all icons at 72 pixels.
+/// The mean absolute difference between a library's alpha and Ozmira's, over all icons at 72 pixels.
 double MeanDifference(const bench::Filler& filler, const std::vector<std::string>& texts) {
     constexpr unsigned size = 72;
     const bench::Filler& reference = bench::kOzmiraFiller;
@@ -62,9 +64,10 @@ void Fill(benchmark::State& state, const bench::Filler& filler, unsigned size,
 int main(int argc, char** argv) {
     const std::vector<std::string> texts = bench::LoadIcons(argc, argv);
     for (const bench::Filler* filler : bench::Fillers()) {
-        if (const double difference = MeanDifference(*filler, texts); !(difference < kSamePicture)) {
-            std::cerr << filler->name << " draws something else than Ozmira, " << difference
-                      << " of 255 on average, so their times can't be compared; mend bench/fillers\n";
+        if (const double difference = MeanDifference(*filler, texts);
+            !(difference < kMaximumMeanDifference)) {
+            std::cerr << filler->name << " differs from Ozmira by " << difference
+                      << " of 255 on average, so their times cannot be compared; fix bench/fillers\n";
             return 1;
         }
     }

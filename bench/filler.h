@@ -7,24 +7,24 @@
 
 namespace bench {
 
-/// The paths of one drawing, in pixels, row 0 the top.
+/// The paths of one drawing in pixels, y pointing down.
 using Outlines = std::vector<ozm::Path>;
 
-/// Paths in a library's own form.
+/// The paths of one drawing, converted to a library's own type.
 class FillSubject {
 public:
     virtual ~FillSubject() = default;
-    /// Clears `size` * `size` pixels of four bytes and fills each path with opaque black: anti-aliased,
-    /// non-zero rule, the library's own tolerance for curves.
+    /// Clears `size` * `size` pixels of four bytes and fills each path with opaque black: anti-aliased, by
+    /// the nonzero rule, with the library's default tolerance for curves.
     virtual void Fill(unsigned size, void* pixels) const = 0;
 };
 
-/// One library that fills paths: one file under fillers/.
+/// A library that fills paths. Each has a file under fillers/.
 struct Filler {
     const char* name;
-    /// Takes paths over into the library's own form.
+    /// Converts paths to the library's own type.
     std::unique_ptr<FillSubject> (*convert)(const Outlines& outlines);
-    /// Which of a pixel's four bytes is its alpha.
+    /// Index of the alpha byte within a pixel.
     unsigned alphaByte;
 };
 
@@ -50,7 +50,7 @@ inline std::vector<const Filler*> Fillers() {
     };
 }
 
-/// Gives the segments of a path one by one to `sink`, which has `MoveTo`, `LineTo`, `CurveTo` and `Close`.
+/// Passes the segments of a path one by one to `sink`, which has `MoveTo`, `LineTo`, `CurveTo` and `Close`.
 template <typename Sink>
 void SendSegments(const ozm::Path& path, Sink&& sink) {
     using Type = ozm::PathCommand::Type;

@@ -8,15 +8,16 @@ namespace {
 
 constexpr double kSide = 1000;
 
-/// Numbers in 0...below - 1 that look random (linear congruential generator with the multiplier of Knuth, The
-/// Art of Computer Programming, volume 2, section 3.3.4).
+/// Pseudo-random numbers, the same ones each time: a linear congruential generator with the multiplier of
+/// Knuth, The Art of Computer Programming, volume 2, section 3.3.4.
 class Numbers {
 public:
+    /// A number from 0 to `below` - 1.
     uint64_t Below(uint64_t below) {
         m_state = m_state * 6364136223846793005u + 1442695040888963407u;
         return (m_state >> 33) % below;
     }
-    /// With two decimals.
+    /// A number from 0.10 to `below` - 0.01, as text with two decimals.
     std::string Coordinate(uint64_t below) {
         return std::to_string(Below(below)) + '.' + std::to_string(10 + Below(90));
     }
@@ -25,7 +26,7 @@ private:
     uint64_t m_state = 1;
 };
 
-/// A closed shape of curves and lines, some 20 units wide.
+/// A closed shape of two curves and two lines, about 20 units wide.
 void AppendShape(std::string& data, Numbers& numbers) {
     data += 'M' + numbers.Coordinate(980) + ' ' + numbers.Coordinate(980);
     for (const char* direction : {" ", " -"}) {
@@ -52,8 +53,8 @@ std::string Drawing(const std::string& content) {
 
 std::string Quoted(size_t number) { return "\"n" + std::to_string(number) + '"'; }
 
-/// A number below `count` for each number below `count`, far apart for neighbours.
-size_t Other(size_t number, size_t count) { return (number * 7919 + count / 2) % count; }
+/// Maps the numbers below `count` onto each other so that neighbours end up far apart.
+size_t Scatter(size_t number, size_t count) { return (number * 7919 + count / 2) % count; }
 
 } // namespace
 
@@ -87,7 +88,7 @@ std::string UseReferences(size_t count) {
     for (size_t i = 0; i < count; ++i) content += PathElement(numbers, " id=" + Quoted(i));
     content += "</defs>";
     for (size_t i = 0; i < count; ++i) {
-        content += "<use xlink:href=\"#n" + std::to_string(Other(i, count)) + "\" x=\"1\"/>";
+        content += "<use xlink:href=\"#n" + std::to_string(Scatter(i, count)) + "\" x=\"1\"/>";
     }
     return Drawing(content);
 }
@@ -99,7 +100,7 @@ std::string ClippedPaths(size_t count) {
         content += "<clipPath id=" + Quoted(i) + '>' + PathElement(numbers) + "</clipPath>";
     }
     for (size_t i = 0; i < count; ++i) {
-        content += PathElement(numbers, " clip-path=\"url(#n" + std::to_string(Other(i, count)) + ")\"");
+        content += PathElement(numbers, " clip-path=\"url(#n" + std::to_string(Scatter(i, count)) + ")\"");
     }
     return Drawing(content);
 }

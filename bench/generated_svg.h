@@ -3,21 +3,21 @@
 #include <cstddef>
 #include <string>
 
-// Drawings of any size, the same ones each time, in a view box of 1,000 by 1,000 units. Their shapes are
-// small and of one size, so that the length of all outlines grows with the number of shapes.
+// Generated drawings of any size, the same ones each time, in a view box of 1,000 by 1,000 units. Except in
+// LargeShapes, all shapes are equally small, so that the work grows with their number.
 namespace bench {
 
-/// One path whose data has at least so many bytes.
+/// One path with at least `bytes` bytes of path data.
 std::string PathOfSize(size_t bytes);
-/// Groups, each with a path of its own.
+/// `count` groups side by side, each containing a path.
 std::string FlatGroups(size_t count);
-/// Groups one inside the other, each with a path.
+/// `count` nested groups, each containing a path.
 std::string NestedGroups(size_t count);
-/// As many definitions with ids as references to them, each to another one.
+/// `count` paths with ids in `defs`, and `count` uses, each of a different path.
 std::string UseReferences(size_t count);
-/// As many clip paths as paths, each clipped by another one.
+/// `count` clip paths, and `count` paths, each clipped by a different one.
 std::string ClippedPaths(size_t count);
-/// A dozen large shapes, filled, stroked and with gradients.
+/// A dozen large shapes: gradient fills, translucent fills and strokes.
 std::string LargeShapes();
 
 } // namespace bench

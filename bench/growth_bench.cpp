@@ -1,6 +1,6 @@
 // How time and memory grow with the length of path data, the number of elements and the number of pixels, on
-// generated drawings. Where growth is linear, items_per_second stays the same. peak_MB is what the first run
-// takes beside text, bitmap and, when drawing, document.
+// generated drawings. Where time grows linearly, items_per_second stays the same. peak_MB is the memory that
+// the first run takes, not counting the text, the bitmap and, when drawing, the document.
 #include "draw.h"
 #include "generated_svg.h"
 #include "process_memory.h"
@@ -15,23 +15,23 @@
 
 namespace {
 
-/// Bitmap of the drawings that grow otherwise.
+/// Side of the bitmap, in pixels, where something else grows.
 constexpr unsigned kSide = 256;
-constexpr unsigned kManyPixels = 8192;
+constexpr unsigned kLargestSide = 8192;
 
 std::unique_ptr<ozm::Document> Parse(const std::string& text) {
     return ozm::SVGParser().CreateDocumentWithSVGData(text.c_str());
 }
 
-/// Measures `work`, whose size is `items`; it returns false on failure.
+/// Measures `work`, which processes `items` items and returns false on failure.
 template <typename Work>
 void Measure(benchmark::State& state, int64_t items, Work work) {
     bool done = true;
     const std::optional<double> peak = bench::PeakMemory([&] { done = work(); });
-    done = done && work(); // Fills this thread's buffers.
-    if (!done) return state.SkipWithError("a drawing was refused");
+    done = done && work(); // Warms up this thread's buffers.
+    if (!done) return state.SkipWithError("a drawing could not be parsed or drawn");
     for (auto _ : state) {
-        if (!work()) return state.SkipWithError("a drawing was refused");
+        if (!work()) return state.SkipWithError("a drawing could not be parsed or drawn");
     }
     state.SetItemsProcessed(state.iterations() * items);
     state.SetComplexityN(items);
@@ -45,7 +45,7 @@ void MeasureParsing(benchmark::State& state, Generator generate) {
     Measure(state, state.range(0), [&] { return !Parse(text)->elements.empty(); });
 }
 
-/// The first drawing of a document.
+/// Measures drawing with a new renderer each time.
 void MeasureDrawing(benchmark::State& state, Generator generate) {
     const std::unique_ptr<ozm::Document> document = Parse(generate(static_cast<size_t>(state.range(0))));
     std::vector<uint32_t> pixels(size_t{kSide} * kSide);
@@ -81,7 +81,7 @@ int main(int argc, char** argv) {
     Register("ClippedPaths", bench::ClippedPaths, counts);
     bench::Register("Draw/Pixels", MeasurePixels)
         ->RangeMultiplier(2)
-        ->Range(64, kManyPixels)
+        ->Range(64, kLargestSide)
         ->Complexity(benchmark::oN);
     return bench::RunBenchmarks(argc, argv);
 }

@@ -5,8 +5,8 @@
 
 namespace bench {
 
-/// Takes "--icons=LIST" out of the arguments and reads the files that LIST names, one a line. Ends the
-/// program with a message when the argument or a file is missing.
+/// Removes "--icons=LIST" from the arguments and reads the files whose names LIST contains, one per line.
+/// Ends the program with a message if the argument or a file is missing.
 std::vector<std::string> LoadIcons(int& argc, char** argv);
 
 /// Sum of the texts' lengths.

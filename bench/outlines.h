@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// The paths of a document, hidden ones and those in definitions left out, with its view box fitted into
+/// The visible paths of a document, without those in definitions, in pixels: the view box is fitted into
 /// `size` * `size` pixels and centred.
 Outlines CollectOutlines(const ozm::Document& document, unsigned size);
 

@@ -1,4 +1,4 @@
-// Reading SVG text: every backend over the whole list of icons.
+// Parsing SVG text: every backend reads the whole list of icons.
 #include "backend.h"
 #include "icons.h"
 #include "run.h"

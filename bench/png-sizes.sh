@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Sizes of the tool's PNG files, and of the same files once optipng -o1 has had them, for 300 icons of a list:
+# Sizes of the tool's PNG files before and after optipng -o1, for 300 icons of a list:
 # bench/png-sizes.sh TOOL LIST
 set -euo pipefail
 [ $# -eq 2 ] || {
@@ -24,7 +24,7 @@ done < <(awk -v all="$(wc -l <"$list")" -v take=$icons \
   'int(NR * take / all) > int((NR - 1) * take / all)' "$list")
 
 total() { cat "$1"/*.png | wc -c; }
-# Processor seconds of a command.
+# Processor time of a command, in seconds.
 seconds() {
   local TIMEFORMAT='%U %S'
   { time "$@" >/dev/null 2>&1; } 2>&1 | awk '{ print $1 + $2 }'

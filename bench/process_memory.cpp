@@ -13,7 +13,7 @@ namespace bench {
 
 namespace {
 
-/// A size out of /proc/self/status, in bytes.
+/// A size from /proc/self/status, in bytes.
 std::optional<double> StatusField(const std::string& name) {
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;) {
@@ -22,9 +22,9 @@ std::optional<double> StatusField(const std::string& name) {
     return std::nullopt;
 }
 
-/// Lets the peak begin anew at what is resident now.
+/// Resets the peak of resident memory to its current size.
 bool ResetPeak() {
-    std::ofstream clearReferences("/proc/self/clear_refs");
+    std::ofstream clearReferences("/proc/self/clear_refs"); // 5 resets the peak.
     clearReferences << 5 << std::flush;
     return clearReferences.good();
 }
@@ -34,14 +34,14 @@ bool ResetPeak() {
 void KeepFreedMemory() {
 #ifdef __GLIBC__
     mallopt(M_MMAP_MAX, 0);
-    mallopt(M_ARENA_MAX, 1); // Those of further threads are made of small blocks.
+    mallopt(M_ARENA_MAX, 1); // Other arenas use small heaps, which are unmapped when they are empty.
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
 #endif
 }
 
 std::optional<double> PeakMemory(const std::function<void()>& work) {
 #ifdef __GLIBC__
-    // What was freed before would hide what the work takes.
+    // Memory that is already free but still resident would hide what the work takes.
     malloc_trim(0);
 #endif
     const bool canReset = ResetPeak();

@@ -5,12 +5,12 @@
 
 namespace bench {
 
-/// Makes glibc keep what is freed. Otherwise large blocks go back to the kernel, and getting their pages
-/// again in every round can take longer than what is measured.
+/// Makes glibc keep freed memory. Otherwise it returns large blocks to the kernel, and getting their pages
+/// back in every round can take longer than the work that is measured.
 void KeepFreedMemory();
 
-/// By how many bytes the process's resident memory grew, at most, while `work` ran on a new thread, whose
-/// buffers are still to be made. Nothing where the system doesn't tell: that takes Linux.
+/// Runs `work` on a new thread, which has no buffers yet, and returns the peak growth of the process's
+/// resident memory in bytes. Returns nothing if the system does not report it; only Linux does.
 std::optional<double> PeakMemory(const std::function<void()>& work);
 
 } // namespace bench

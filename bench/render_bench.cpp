@@ -1,4 +1,4 @@
-// Drawing icons: from parsed documents (Render), and all the way from text (ParseAndRender).
+// Drawing icons: parsed documents (Render), and text, which is parsed each time (ParseAndRender).
 #include "backend.h"
 #include "icons.h"
 #include "run.h"

@@ -1,6 +1,6 @@
-// resvg over the icons of a list, all the way from text: node bench/resvg.mjs build/icons/list.txt [ROUNDS]
-// Prints processor microseconds per icon, of the fastest of 9 or ROUNDS rounds. resvg makes a bitmap for every drawing;
-// what the kernel takes for its pages is part of the time.
+// Measures resvg, from text to pixels, over the icons of a list: node bench/resvg.mjs build/icons/list.txt [ROUNDS]
+// Prints the processor time per icon, in microseconds, of the fastest of ROUNDS rounds (9 by default). resvg allocates
+// a bitmap for every drawing; the time includes what the kernel takes to provide its pages.
 import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { setImmediate } from "node:timers/promises";
@@ -25,20 +25,21 @@ function draw(text, size) {
   if (width !== size) throw new Error(`drew ${width} pixels a row instead of ${size}`);
 }
 
-// Reading alone: the constructor parses, render draws.
+// The constructor parses and render() draws, so the constructor alone is parsing.
 const measures = [["parse", (text) => new Resvg(text, { font })]];
 for (const size of sizes) measures.push([`${size} px`, (text) => draw(text, size)]);
 
-// Bitmaps are freed by the collector, which doesn't know how large they are, and only when the loop turns.
+// Only the garbage collector frees bitmaps, between turns of the event loop, and it does not know how large they are.
+// So it is run after every few icons.
 setFlagsFromString("--expose-gc");
 const collect = runInNewContext("gc");
-const atOnce = 64;
+const iconsPerTurn = 64;
 
 async function time(measure) {
   let total = 0;
-  for (let first = 0; first < texts.length; first += atOnce) {
+  for (let first = 0; first < texts.length; first += iconsPerTurn) {
     const before = process.cpuUsage();
-    for (const text of texts.slice(first, first + atOnce)) measure(text);
+    for (const text of texts.slice(first, first + iconsPerTurn)) measure(text);
     const { user, system } = process.cpuUsage(before);
     total += user + system;
     collect();

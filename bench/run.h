@@ -7,12 +7,13 @@
 
 namespace bench {
 
-/// Registers a benchmark that is reported in milliseconds. Where it is repeated, the fastest repetition is
-/// reported as "min": on a machine with other work it is the one that tells.
+/// Registers a benchmark that is reported in milliseconds. If it is repeated, the row "min" reports the
+/// fastest repetition, which other work on the machine disturbs least.
 benchmark::internal::Benchmark* Register(const std::string& name,
                                          std::function<void(benchmark::State&)> function);
 
-/// Runs what is registered, as Google Benchmark's options in the arguments have it. Returns the exit code.
+/// Runs the registered benchmarks with Google Benchmark's options from the command line. Returns the exit
+/// code.
 int RunBenchmarks(int argc, char** argv);
 
 } // namespace bench

@@ -1,4 +1,4 @@
-// Loads the yardstick module as a harness would and looks at what it draws.
+// Loads the yardstick module as a benchmark harness would, and checks its symbols and what it draws.
 #include <dlfcn.h>
 
 #include <algorithm>
@@ -25,17 +25,17 @@ int main(int, char** argv) {
     const auto render =
         reinterpret_cast<int (*)(const char*, unsigned, void*)>(dlsym(module, "ozmira_bench_render"));
     if (!parse || !render) return std::fprintf(stderr, "%s\n", dlerror()), 1;
-    Check(!dlsym(module, "_ZN3ozm9SVGParser12ParseSVGDataEPc"), "shows more than its two functions");
+    Check(!dlsym(module, "_ZN3ozm9SVGParser12ParseSVGDataEPc"), "exports more than its two functions");
 
     // Twice as wide as high: a red bar above a blue one, centred from row 4 to row 12 of 16.
     const char* const text = "<svg width='4' height='2'><rect width='4' height='1' fill='red'/>"
                              "<rect y='1' width='4' height='1' fill='blue'/></svg>";
     Check(parse(text) == 0, "does not parse a drawing");
-    Check(parse("<svg") != 0, "takes malformed text for a drawing");
+    Check(parse("<svg") != 0, "parses malformed text without an error");
 
     constexpr unsigned side = 16;
     std::vector<uint8_t> pixels(side * side * 4, 0x55);
-    Check(render("<svg", side, pixels.data()) != 0, "takes malformed text for a drawing");
+    Check(render("<svg", side, pixels.data()) != 0, "draws malformed text without an error");
     Check(render(text, side, pixels.data()) == 0, "does not draw");
     const auto pixelIs = [&](unsigned x, unsigned y, std::vector<uint8_t> argb) {
         return std::equal(argb.begin(), argb.end(), pixels.begin() + (y * side + x) * 4);

@@ -1,4 +1,4 @@
-// A random sequence of drawing-library calls with wild numbers, on a small bitmap.
+// Random sequences of drawing-library calls on a small bitmap, with extreme numbers among the arguments.
 #include <CoreGraphics/CoreGraphics.h>
 #include <CoreGraphics/OZMInterrupt.h>
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Takes calls and numbers from the input.
+/// Decodes calls and numbers from the fuzzer's bytes. Past the end of the input, every byte is 0.
 class Input {
 public:
     Input(const uint8_t* data, size_t size) : m_data(data), m_size(size) {}
@@ -22,7 +22,7 @@ public:
         --m_size;
         return *m_data++;
     }
-    /// Mostly near the bitmap, at times far away, tiny or not finite.
+    /// Mostly a coordinate near the bitmap; sometimes one that is far away, tiny, infinite or NaN.
     double number() {
         const uint8_t kind = byte();
         if (kind < 200) return byte() / 4.0 - 16;
@@ -100,13 +100,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const uint8_t choice = in.byte();
     const uint32_t format = formats[choice % 3];
     const size_t width = 1 + choice / 3 % 64, height = 24;
-    // A block of just this size, so that a step beyond the pixels is noticed.
+    // The block has exactly the bitmap's size, so that AddressSanitizer detects any access outside it.
     const auto pixels = std::make_unique<uint8_t[]>(4 * width * height);
     const CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
     const CGContextRef c = CGBitmapContextCreate(pixels.get(), width, height, 8, 4 * width, space, format);
     const CGFloat colors[] = {1, 0, 0, 1, 0, 0.5, 1, 0.3}, locations[] = {in.number(), in.number()};
     const CGGradientRef gradient = CGGradientCreateWithColorComponents(space, colors, locations, 2);
-    // Some give paths up that take long.
+    // A quarter of the inputs interrupt every path that takes long.
     OZMSetDrawingInterrupt(
         choice < 192 ? nullptr : [](void*) { return true; }, nullptr);
     for (int calls = 0; calls < 200 && !in.empty(); ++calls) draw(c, in, gradient);

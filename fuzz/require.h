@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-/// Ends the process, which the fuzzer reports as a finding, unless the condition holds.
+/// Aborts unless the condition holds; the fuzzer reports that as a finding.
 inline void Require(bool condition) {
     if (!condition) std::abort();
 }

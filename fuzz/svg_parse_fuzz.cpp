@@ -1,4 +1,4 @@
-// From any text to a document that hangs together.
+// Any text must parse into a consistent document: indices in range, every element with at most one parent.
 #include "require.h"
 
 #include <Ozmira/ozmDebug.h>

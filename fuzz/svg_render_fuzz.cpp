@@ -1,4 +1,4 @@
-// From any text to pixels.
+// Any text that is cheap enough to draw must yield premultiplied pixels.
 #include "require.h"
 
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
@@ -12,8 +12,8 @@
 
 namespace {
 
-/// The renderer follows references without a guard, so a drawing that would never end, or take too long, is
-/// not drawn.
+/// The renderer follows references unguarded, so drawings with cycles, and those that take too long, are
+/// skipped.
 bool IsCheap(const ozm::Document& document) {
     const ozm::DrawingCost cost = ozm::MeasureDrawing(document);
     return cost.cycle == ozm::kNoElement && cost.elements <= 1'000 && cost.segments <= 20'000 &&
@@ -41,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     ozm::CoreGraphicsRenderer renderer;
     renderer.SetDocument(document.get());
     const CGSize wanted = CGSizeMake(64, 64);
-    // A document of negative size can ask for any number of pixels.
+    // A document with a negative side can result in an image of any size.
     const CGSize pixels = renderer.imageSizeFitToSize(wanted, 1);
     if (pixels.width * pixels.height > 1e6) return 0;
     const CGImageRef image = renderer.createCGImageFitToSize(wanted, 1, ozm::kRenderingStateDefault, nullptr);

@@ -1,4 +1,4 @@
-// Every value syntax on its own: the first byte chooses the operation, the rest is its text.
+// Each value syntax on its own: the first byte chooses the parsing function, the rest is its text.
 #include "path_data/path_data_reader.h"
 #include "require.h"
 
@@ -20,9 +20,9 @@ using namespace ozm;
 
 namespace {
 
-/// `front` must be a part of `text` that starts where `text` starts.
-void RequireFront(StringView text, StringView front) {
-    Require(front.length <= text.length && (front.empty() || front.data == text.data));
+/// `prefix` must be empty or a view of the beginning of `text`, not a copy.
+void RequirePrefix(StringView text, StringView prefix) {
+    Require(prefix.length <= text.length && (prefix.empty() || prefix.data == text.data));
 }
 
 void CompareWithStrtod(StringView text) {
@@ -37,7 +37,7 @@ void ParseDeclarations(SVGParser& parser, StringView text) {
     StringView consumed;
     while (parser.ParseCSSStylePropertyDeclaration(text, declaration, consumed)) {
         Require(!consumed.empty());
-        RequireFront(text, consumed);
+        RequirePrefix(text, consumed);
         text = text.CutFront(consumed.length);
     }
     Element element(Element::Type::Group);
@@ -57,8 +57,8 @@ void ParseColors(SVGParser& parser, StringView text) {
     Color color;
     StringView consumed;
     parser.ParseCSSColor(text, color);
-    if (parser.ParseCSSColorInRGBIntegerFunctionalForm(text, color, consumed)) RequireFront(text, consumed);
-    if (parser.ParseCSSColorInRGBFloatingFunctionalForm(text, color, consumed)) RequireFront(text, consumed);
+    if (parser.ParseCSSColorInRGBIntegerFunctionalForm(text, color, consumed)) RequirePrefix(text, consumed);
+    if (parser.ParseCSSColorInRGBFloatingFunctionalForm(text, color, consumed)) RequirePrefix(text, consumed);
     parser.ParseCSSColorNamedColor(text, color);
 }
 
@@ -78,7 +78,7 @@ bool SameBits(const PathCommand& a, const PathCommand& b) {
     }
 }
 
-/// Path data reads the same with every scanner, and in a document.
+/// Every scanner, and a whole document, must read path data as the plain reader does.
 void ParsePathData(StringView text) {
     std::vector<PathCommand> expected;
     ReadPathData(text, expected, nullptr);
@@ -88,7 +88,7 @@ void ParsePathData(StringView text) {
     };
     for (const PathDataScanner* const scanner : PathDataScanners()) {
         if (text.length < scanner->shortestText) continue;
-        // A block of just this size, so that reading past the end is noticed.
+        // The block ends where the scanner may read last, so that AddressSanitizer detects any further read.
         const auto copy = std::make_unique<char[]>(text.length + scanner->overrun);
         std::copy(text.begin(), text.end(), copy.get());
         std::vector<PathCommand> commands;
@@ -112,7 +112,7 @@ void ParseText(uint8_t operation, StringView text) {
     std::string id;
     switch (operation % 11) {
     case 0: CompareWithStrtod(text); break;
-    case 1: RequireFront(text, ScanScientificNumber(text)); break;
+    case 1: RequirePrefix(text, ScanScientificNumber(text)); break;
     case 2: parser.ParseDimension(text, dimension, SVGParser::UnitAttributeFormat::CaseSensitive); break;
     case 3: parser.ParseDimension(text, dimension, SVGParser::UnitAttributeFormat::CaseInsensitive); break;
     case 4: parser.ParseViewBox(text, box); break;
@@ -132,7 +132,7 @@ void ParseText(uint8_t operation, StringView text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size == 0) return 0;
-    // A block of just this size, so that reading past the end is noticed.
+    // The block ends with the text, so that AddressSanitizer detects reading past it.
     const auto text = std::make_unique<char[]>(size - 1);
     std::copy(data + 1, data + size, text.get());
     ParseText(data[0], {text.get(), size - 1});

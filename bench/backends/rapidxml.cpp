@@ -6,7 +6,7 @@ namespace bench {
 
 namespace {
 
-// The flags that Ozmira parses with; they leave the text as it is.
+// The flags that Ozmira parses with. They leave the text unmodified.
 constexpr int kFlags = rapidxml::parse_no_data_nodes | rapidxml::parse_no_string_terminators |
                        rapidxml::parse_no_entity_translation;
 

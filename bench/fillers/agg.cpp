@@ -39,7 +39,7 @@ public:
                                      static_cast<int>(rowBytes));
         agg::pixfmt_argb32_pre format(buffer);
         agg::renderer_base<agg::pixfmt_argb32_pre> renderer(format);
-        // Kept from call to call, as an application would.
+        // Kept between calls, as in an application.
         thread_local agg::rasterizer_scanline_aa<> rasterizer;
         thread_local agg::scanline_u8 scanline;
         rasterizer.clip_box(0, 0, size, size);
@@ -52,7 +52,7 @@ public:
     }
 
 private:
-    mutable std::vector<agg::path_storage> m_paths; // Reading moves the place to read on.
+    mutable std::vector<agg::path_storage> m_paths; // Reading a path advances its own cursor.
 };
 
 std::unique_ptr<FillSubject> Convert(const Outlines& outlines) {

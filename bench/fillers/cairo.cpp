@@ -9,7 +9,7 @@ namespace bench {
 
 namespace {
 
-/// Writes a path in Cairo's form: a header in front of each segment's points.
+/// Writes a path as Cairo stores it: a header before each segment's points.
 struct DataSink {
     std::vector<cairo_path_data_t>& data;
 
@@ -56,7 +56,7 @@ public:
         cairo_t* cairo = cairo_create(surface);
         cairo_set_source_rgb(cairo, 0, 0, 0);
         for (const auto& data : m_paths) {
-            // Only read.
+            // Cairo only reads the data.
             const cairo_path_t path{CAIRO_STATUS_SUCCESS, const_cast<cairo_path_data_t*>(data.data()),
                                     static_cast<int>(data.size())};
             cairo_append_path(cairo, &path);

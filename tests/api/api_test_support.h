@@ -1,4 +1,4 @@
-// What the tests of the object layer share.
+// Helpers that the tests of the object layer share.
 #pragma once
 
 #include <CoreGraphics/CoreGraphics.h>
@@ -11,15 +11,15 @@
 #include <gtest/gtest.h>
 #include <string_view>
 
-// Tests pass nil where the headers rule it out.
+// Some tests pass nil for parameters declared nonnull.
 #pragma clang diagnostic ignored "-Wnonnull"
 
-/// Counts its instances; for asking whether something was released.
+/// Counts its live instances, so that tests can check that something was released.
 @interface Counted : NSObject
 + (int)alive;
 @end
 
-/// A folder of its own and an autorelease pool for each test.
+/// Gives each test a temporary folder and an autorelease pool.
 class ApiTest : public testing::Test {
 public:
     ApiTest();
@@ -27,7 +27,7 @@ public:
 
     NSURL* folder() const { return url("."); }
     NSURL* url(std::string_view name) const;
-    /// Writes a file, making the folders that its name asks for.
+    /// Writes a file, and creates the folders in its name.
     NSURL* write(std::string_view name, std::string_view text) const;
     std::filesystem::path path(std::string_view name) const { return m_folder / name; }
 
@@ -36,13 +36,14 @@ private:
     std::filesystem::path m_folder;
 };
 
-/// Runs `work` on `count` threads, known to Foundation and with a pool each, and waits for all of them.
+/// Runs `work` on `count` threads and waits for all of them. Each thread is registered with Foundation and
+/// has an autorelease pool.
 void onThreads(int count, const std::function<void()>& work);
 
-/// Posts what UIKit posts when memory is short.
+/// Posts the notification that UIKit posts when memory is low.
 void postMemoryWarning();
 
-/// A bitmap context of whole pixels. Starts transparent, y up.
+/// A bitmap context, at first transparent; y points up, and one unit is one pixel.
 class Canvas {
 public:
     Canvas(size_t width, size_t height);
@@ -51,18 +52,18 @@ public:
     Canvas& operator=(const Canvas&) = delete;
 
     CGContextRef context() const { return m_context; }
-    /// 0xRRGGBBAA, premultiplied; row 0 is the top.
+    /// A pixel as 0xRRGGBBAA, premultiplied. Row 0 is the top row.
     uint32_t pixel(size_t x, size_t y) const;
 
 private:
     CGContextRef m_context;
 };
 
-/// One pixel of an image, as above. Fails the test and gives 0 when there is no image or no such pixel.
+/// One pixel of an image, as above. Fails the test and returns 0 if there is no image or no such pixel.
 uint32_t pixelOf(CGImageRef image, size_t x, size_t y);
 
-/// A drawing of the size with a red upper and a blue lower half.
+/// A drawing whose upper half is red and whose lower half is blue.
 std::string redOverBlue(int width, int height);
-/// A square drawing that its default fill colour fills.
+/// An 8 x 8 square that names no fill, so the default fill colour fills it.
 inline constexpr std::string_view kUnfilled =
     R"(<svg xmlns="http://www.w3.org/2000/svg" width="8" height="8"><rect width="8" height="8"/></svg>)";

@@ -5,11 +5,11 @@
 
 #include <array>
 
-/// Writes down the changes of a container's options.
+/// Records the changes of a container's options.
 @interface OptionsObserver : NSObject {
 @public
-    NSMutableArray* changes; // of the numbers told, old and new
-    NSUInteger read;         // what the container answered while it told
+    NSMutableArray* changes;      // old and new value of each notification
+    NSUInteger valueWhenNotified; // read from the container during the last notification
 }
 @end
 @implementation OptionsObserver
@@ -20,11 +20,11 @@
     (void)keyPath, (void)context;
     [changes addObject:[change objectForKey:NSKeyValueChangeOldKey]];
     [changes addObject:[change objectForKey:NSKeyValueChangeNewKey]];
-    read = [(OZMContainer*)object documentCacheAutoPurgeOptions];
+    valueWhenNotified = [(OZMContainer*)object documentCacheAutoPurgeOptions];
 }
 @end
 
-/// Counts its instances through `Counted`, and its purges.
+/// Counts its live instances (through `Counted`) and its purges.
 @interface CountedContainer : OZMContainer {
     Counted* _counted;
 @public
@@ -55,11 +55,11 @@ public:
     OZMContainer* container() const { return [OZMContainer containerWithURL:folder() error:NULL]; }
     static void purgeContainers() {
         [OZMContainer purgeContainerCache];
-        [OZMContainer containerCacheCount]; // waits its turn
+        [OZMContainer containerCacheCount]; // waits until the purge is done
     }
     static void purge(OZMContainer* container) {
         [container purgeDocumentCache];
-        [container documentCacheCount]; // waits its turn
+        [container documentCacheCount]; // waits until the purge is done
     }
 };
 
@@ -119,7 +119,7 @@ TEST_F(ContainerTest, FailedNameFailsUntilPurged) {
     EXPECT_EQ([document concreteDocument], nil); // purged with the cache, and the file is gone
 }
 
-TEST_F(ContainerTest, ListsEverythingThatIsNotHidden) {
+TEST_F(ContainerTest, ListsEverythingButHiddenFiles) {
     for (const char* name : {"b.svg", "a.svg", "note.txt", "plain", "two.dots.svg", "c:d\\e.svg",
                              ".hidden.svg", "sub/inner.svg"})
         write(name, "");
@@ -136,7 +136,7 @@ TEST_F(ContainerTest, ListsEverythingThatIsNotHidden) {
     EXPECT_EQ([nowhere documentNamed:@"a"], nil);
 }
 
-TEST_F(ContainerTest, MemoryWarningPurgesUnlessSwitchedOff) {
+TEST_F(ContainerTest, MemoryWarningPurgesIfBitZeroIsSet) {
     write("a.svg", kUnfilled);
     CountedContainer* const container = [CountedContainer containerWithURL:folder() error:NULL];
     EXPECT_EQ(container.documentCacheAutoPurgeOptions, 1u);
@@ -152,7 +152,7 @@ TEST_F(ContainerTest, MemoryWarningPurgesUnlessSwitchedOff) {
     }
 }
 
-TEST_F(ContainerTest, ObserversHearOfEveryChangeOnce) {
+TEST_F(ContainerTest, NotifiesObserversOnceOfEachChange) {
     OZMContainer* const container = this->container();
     OptionsObserver* const observer = [[[OptionsObserver alloc] init] autorelease];
     observer->changes = [NSMutableArray array];
@@ -162,14 +162,14 @@ TEST_F(ContainerTest, ObserversHearOfEveryChangeOnce) {
                    context:NULL];
     EXPECT_FALSE([OZMContainer automaticallyNotifiesObserversForKey:@"documentCacheAutoPurgeOptions"]);
     container.documentCacheAutoPurgeOptions = 0;
-    EXPECT_EQ(observer->read, 0u);
+    EXPECT_EQ(observer->valueWhenNotified, 0u);
     container.documentCacheAutoPurgeOptions = 1;
     [container removeObserver:observer forKeyPath:@"documentCacheAutoPurgeOptions"];
     EXPECT_TRUE([observer->changes isEqual:(@[ @1, @0, @0, @1 ])])
         << observer->changes.description.UTF8String;
 }
 
-TEST_F(ContainerTest, GoesWhenReleasedAndStopsListening) {
+TEST_F(ContainerTest, IsDestroyedWhenReleasedAndStopsObserving) {
     write("a.svg", kUnfilled);
     for (const unsigned options : {1u, 0u}) {
         @autoreleasepool {
@@ -185,7 +185,7 @@ TEST_F(ContainerTest, GoesWhenReleasedAndStopsListening) {
     }
 }
 
-TEST_F(ContainerTest, ServesThreadsWhilePurging) {
+TEST_F(ContainerTest, ServesSeveralThreadsWhilePurging) {
     write("a.svg", redOverBlue(4, 2));
     write("b.svg", redOverBlue(4, 2));
     NSURL* const folder = this->folder();
@@ -225,7 +225,7 @@ TEST_F(ContainerTest, ThreadsGetTheSameObjects) {
     EXPECT_EQ([OZMContainer containerCacheCount], containers.size());
 }
 
-TEST_F(ContainerTest, GoesWhileMemoryWarningsArePosted) {
+TEST_F(ContainerTest, MayBeDestroyedDuringMemoryWarnings) {
     write("a.svg", kUnfilled);
     NSURL* const folder = this->folder();
     std::atomic<int> started = 0;

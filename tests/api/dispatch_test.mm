@@ -1,4 +1,4 @@
-// Serial queues as libdispatch promises them, in their function and block forms.
+// Serial queues must behave as libdispatch documents them, in the forms that take functions and blocks.
 #include "api_test_support.h"
 
 #include <Block.h>
@@ -25,7 +25,7 @@ public:
         dispatch_release(queue);
         dispatch_release(gate);
     }
-    /// Returns when everything added to `queue` before is done.
+    /// Returns when all work added to `queue` so far is done.
     void wait() const {
         dispatch_sync(queue, ^{
                       });
@@ -47,7 +47,7 @@ TEST_F(DispatchTest, LabelIsCopied) {
     dispatch_release(unlabelled);
 }
 
-TEST_F(DispatchTest, WorkRunsInTheOrderInWhichItWasAdded) {
+TEST_F(DispatchTest, RunsWorkInTheOrderOfAddition) {
     std::vector<int> seen;
     std::vector<int>* const list = &seen;
     for (int i = 0; i < 600; i += 3) {
@@ -66,7 +66,7 @@ TEST_F(DispatchTest, WorkRunsInTheOrderInWhichItWasAdded) {
     EXPECT_EQ(seen, expected);
 }
 
-TEST_F(DispatchTest, SyncNeedsNoThread) {
+TEST_F(DispatchTest, SyncRunsOnTheCallingThread) {
     const size_t before = threadCount();
     __block std::thread::id where;
     dispatch_sync(queue, ^{
@@ -92,7 +92,7 @@ TEST_F(DispatchTest, AsyncReturnsBeforeItsWorkIsDone) {
     EXPECT_NE(where, std::this_thread::get_id());
 }
 
-TEST_F(DispatchTest, OneAtATime) {
+TEST_F(DispatchTest, RunsOnePieceOfWorkAtATime) {
     int number = 0;
     onThreads(4, [&] {
         for (int i = 0; i < 300; ++i) (i % 3 ? dispatch_sync_f : dispatch_async_f)(queue, &number, increment);
@@ -101,7 +101,7 @@ TEST_F(DispatchTest, OneAtATime) {
     EXPECT_EQ(number, 1200);
 }
 
-TEST_F(DispatchTest, EveryPieceOfWorkHasAnAutoreleasePool) {
+TEST_F(DispatchTest, RunsEachPieceOfWorkInAnAutoreleasePool) {
     static dispatch_once_t once;
     const dispatch_block_t work = ^{
         [[[Counted alloc] init] autorelease];
@@ -150,7 +150,7 @@ TEST_F(DispatchTest, ReleasedQueueFinishesItsWork) {
     EXPECT_EQ(done, 20);
 }
 
-TEST_F(DispatchTest, OnceMeansOnceAndForAll) {
+TEST_F(DispatchTest, OnceRunsOnceAndAllThreadsWaitForIt) {
     static dispatch_once_t once;
     static int number;
     onThreads(4, [] {
@@ -162,7 +162,7 @@ TEST_F(DispatchTest, OnceMeansOnceAndForAll) {
     });
 }
 
-TEST_F(DispatchDeathTest, SyncOntoTheOwnQueueEndsTheProgram) {
+TEST_F(DispatchDeathTest, SyncOnTheCurrentQueueEndsTheProgram) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const char* const message = "dispatch_sync called on queue already owned by current thread: \"queue\"";
     const dispatch_block_t reenter = ^{
@@ -179,7 +179,7 @@ TEST_F(DispatchDeathTest, SyncOntoTheOwnQueueEndsTheProgram) {
         message);
 }
 
-TEST_F(DispatchDeathTest, WithoutAThreadAsyncEndsTheProgram) {
+TEST_F(DispatchDeathTest, AsyncEndsTheProgramIfNoThreadCanStart) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_DEATH(
         {

@@ -1,4 +1,4 @@
-// Documents as an application uses them: loading, purging, sizes, images, the parse log.
+// Documents as an application uses them: loading, purging, sizes, images and the parse log.
 #include "api_test_support.h"
 #include "OZMConcreteDocument.h"
 
@@ -37,7 +37,7 @@ TEST_F(DocumentTest, LoadsByURLAndByBundleName) {
     EXPECT_SIZE(byPath.documentSize, 20, 10);
 }
 
-TEST_F(DocumentTest, WhatIsNoFileGivesNoDocument) {
+TEST_F(DocumentTest, MissingFilesReturnNil) {
     for (NSURL* missing in @[
              url("missing.svg"), url("a.svg/b.svg"), [NSURL URLWithString:@"mailto:a@b.c"],
              [NSURL URLWithString:@""], [NSURL URLWithString:@"http://localhost/missing.svg"]
@@ -50,7 +50,7 @@ TEST_F(DocumentTest, WhatIsNoFileGivesNoDocument) {
     EXPECT_EQ([OZMDocument documentWithName:nil], nil);
 }
 
-TEST_F(DocumentTest, WhatIsNoSVGGivesAnEmptyDocument) {
+TEST_F(DocumentTest, MalformedFilesReturnAnEmptyDocument) {
     std::filesystem::create_directory(path("folder.svg"));
     for (NSURL* file in @[ write("broken.svg", "<svg><g>"), write("empty.svg", ""), url("folder.svg") ]) {
         OZMDocument* const empty = [OZMDocument documentWithURL:file];
@@ -62,21 +62,21 @@ TEST_F(DocumentTest, WhatIsNoSVGGivesAnEmptyDocument) {
     }
 }
 
-TEST_F(DocumentTest, UnreadableFileGivesNoDocument) {
+TEST_F(DocumentTest, UnreadableFilesReturnNil) {
     using std::filesystem::perms;
     write("a.svg", kUnfilled);
     std::filesystem::permissions(path(""), perms::owner_all | perms::group_exec | perms::others_exec);
     const uid_t user = geteuid();
     for (const perms mode : {perms{0444}, perms::none}) {
         std::filesystem::permissions(path("a.svg"), mode);
-        if (user == 0) ASSERT_EQ(seteuid(65534), 0); // root may read everything
+        if (user == 0) ASSERT_EQ(seteuid(65534), 0); // because root can read everything
         OZMDocument* const document = [OZMDocument documentWithURL:url("a.svg")];
         ASSERT_EQ(seteuid(user), 0);
         EXPECT_EQ(document != nil, mode != perms::none);
     }
 }
 
-TEST_F(DocumentTest, PurgedDocumentLoadsAgainWhenItIsNeeded) {
+TEST_F(DocumentTest, PurgedDocumentIsLoadedAgainOnDemand) {
     OZMDocument* const document = this->document(redOverBlue(20, 10));
     OZMConcreteDocument* const first = [document concreteDocument];
     EXPECT_EQ([document reloadDocument], first);
@@ -90,7 +90,7 @@ TEST_F(DocumentTest, PurgedDocumentLoadsAgainWhenItIsNeeded) {
     EXPECT_SIZE(document.documentSize, 20, 10);
 }
 
-TEST_F(DocumentTest, DeletedOrBrokenFileIsNoticedAfterAPurge) {
+TEST_F(DocumentTest, DeletionAndDamageShowAfterAPurge) {
     OZMDocument* const document = this->document(redOverBlue(20, 10));
     std::filesystem::remove(path("a.svg"));
     EXPECT_SIZE(document.viewPortSize, 20, 10);
@@ -141,7 +141,7 @@ TEST_F(DocumentTest, FitsImagesIntoSizes) {
     EXPECT_EQ([document imageFitToSize:CGSizeZero scale:NAN], nil);
 }
 
-TEST_F(DocumentTest, DefaultFillColorFillsWhatHasNoFill) {
+TEST_F(DocumentTest, DefaultFillColorAppliesWhereNoFillIsNamed) {
     OZMDocument* const document = this->document(kUnfilled);
     const auto pixel = [&](UIColor* color) {
         return pixelOf([document imageFitToSize:CGSizeZero scale:1 defaultFillColor:color].CGImage, 4, 4);
@@ -222,11 +222,11 @@ TEST_F(DocumentTest, ParseLogColorsItsLinesByLevel) {
     EXPECT_EQ([document parseLog].length, 0u);
 }
 
-TEST_F(DocumentTest, DebugRenderingFramesImages) {
+TEST_F(DocumentTest, DebugRenderingDrawsFrames) {
     OZMDocument* const document = this->document(kUnfilled);
     UIImage* const plain = [document imageFitToSize:CGSizeMake(16, 0) scale:1];
     OZMDocument.debugRendering = NO;
-    EXPECT_EQ([document imageFitToSize:CGSizeMake(16, 0) scale:1], plain); // nothing changed
+    EXPECT_EQ([document imageFitToSize:CGSizeMake(16, 0) scale:1], plain); // still cached
     OZMDocument.debugRendering = YES;
     UIImage* const framed = [document imageFitToSize:CGSizeMake(16, 0) scale:1];
     EXPECT_EQ(pixelOf(framed.CGImage, 0, 8), 0x0000FFFFu);

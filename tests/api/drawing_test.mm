@@ -1,4 +1,4 @@
-// drawInRect: by pixels. The screen has two pixels a point, and so have the contexts here.
+// The pixels that drawInRect: paints. The screen and these contexts have two pixels per point.
 #include "api_test_support.h"
 
 #import <Ozmira/Ozmira.h>
@@ -21,7 +21,7 @@ public:
         [[OZMDocument documentWithURL:write("a.svg", text)] drawInRect:rect inContext:canvas.context()];
     }
 
-    /// The smallest rectangle around all pixels that are not transparent, from the top left.
+    /// The smallest rectangle that contains all painted pixels, measured from the top left.
     CGRect painted() const {
         size_t left = kSide, top = kSide, right = 0, bottom = 0;
         for (size_t y = 0; y < kSide; ++y)
@@ -42,16 +42,16 @@ std::vector<CGFloat> numbers(CGRect rect) {
     return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
 }
 
-TEST_F(DrawingTest, CentredAndUprightWhereYPointsUp) {
-    draw(CGRectMake(4, 10, 30, 20), redOverBlue(10, 10)); // fitted to 20 by 20
+TEST_F(DrawingTest, IsCentredAndUprightWhereYPointsUp) {
+    draw(CGRectMake(4, 10, 30, 20), redOverBlue(10, 10)); // fitted into 20 x 20 points
     EXPECT_EQ(numbers(painted()),
-              numbers(CGRectMake(18, 20, 40, 40))); // 9 points from the left, 10 from the bottom and the top
+              numbers(CGRectMake(18, 20, 40, 40))); // 9 points from the left, 10 from top and bottom
     EXPECT_EQ(canvas.pixel(38, 21), kRed);
     EXPECT_EQ(canvas.pixel(38, 58), kBlue);
 }
 
-// An image stands on its head where y points down, as CGContextDrawImage draws every image.
-TEST_F(DrawingTest, CentredWhereYPointsDown) {
+// Where y points down, CGContextDrawImage draws every image upside down, and so this one.
+TEST_F(DrawingTest, IsCentredAndUpsideDownWhereYPointsDown) {
     CGContextTranslateCTM(canvas.context(), 0, 40);
     CGContextScaleCTM(canvas.context(), 1, -1);
     draw(CGRectMake(4, 2, 30, 20), redOverBlue(10, 10));
@@ -60,18 +60,18 @@ TEST_F(DrawingTest, CentredWhereYPointsDown) {
     EXPECT_EQ(canvas.pixel(38, 42), kRed);
 }
 
-TEST_F(DrawingTest, OriginIsRoundedToWholePoints) {
+TEST_F(DrawingTest, RoundsTheOriginToWholePoints) {
     struct {
         CGFloat scale;
         CGRect rect;
-        CGRect expected; // pixels of the context, from the top left
+        CGRect expected; // in pixels of the context, from the top left
     } const cases[] = {
         {2, {{3.4, 3.6}, {10, 10}}, {{6, 52}, {20, 20}}},
         {2, {{0, 0}, {20, 25}}, {{0, 34}, {40, 40}}},       // (25 - 20) / 2 rounds to 3
         {2, {{0.5, -0.5}, {10, 10}}, {{2, 62}, {20, 18}}},  // halves round away from zero: 1 and -1
-        {2, {{0, 0}, {10.25, 10.25}}, {{0, 59}, {21, 21}}}, // 21 pixels wide: rounded up; x is -0.125 points
-        {1, {{0, 0}, {10.25, 10.25}}, {{0, 58}, {22, 22}}}, // 11 pixels, drawn enlarged
-        {3, {{0, 0}, {10.5, 10.5}}, {{0, 58}, {22, 22}}},   // 32 pixels, drawn reduced to 21 1/3
+        {2, {{0, 0}, {10.25, 10.25}}, {{0, 59}, {21, 21}}}, // rounded up to 21 pixels, so x is -0.125 points
+        {1, {{0, 0}, {10.25, 10.25}}, {{0, 58}, {22, 22}}}, // an image of 11 pixels, enlarged
+        {3, {{0, 0}, {10.5, 10.5}}, {{0, 58}, {22, 22}}},   // an image of 32 pixels, reduced to 21 1/3
     };
     for (const auto& test : cases) {
         UIScreen.mainScreen.scale = test.scale;
@@ -82,7 +82,7 @@ TEST_F(DrawingTest, OriginIsRoundedToWholePoints) {
     UIScreen.mainScreen.scale = 2;
 }
 
-TEST_F(DrawingTest, DefaultFillColorIsUsed) {
+TEST_F(DrawingTest, UsesTheDefaultFillColor) {
     OZMDocument* const document = [OZMDocument documentWithURL:write("a.svg", kUnfilled)];
     [document drawInRect:CGRectMake(0, 0, 40, 40)
                inContext:canvas.context()
@@ -90,7 +90,7 @@ TEST_F(DrawingTest, DefaultFillColorIsUsed) {
     EXPECT_EQ(canvas.pixel(40, 40), kRed);
 }
 
-TEST_F(DrawingTest, StrangeRectanglesAndNoContext) {
+TEST_F(DrawingTest, DrawsNothingIntoExtremeRectanglesOrNoContext) {
     draw(CGRectMake(NAN, 0, 10, 10), redOverBlue(10, 10));
     draw(CGRectMake(0, 0, 1e12, 1e12), redOverBlue(10, 10));
     draw(CGRectMake(1e300, -INFINITY, 10, 10), redOverBlue(10, 10));

@@ -1,11 +1,11 @@
-// What takes the place of GNUstep's NSCache and of its default notification center.
+// The replacements for GNUstep's NSCache and its default notification center.
 #include "api_test_support.h"
 
 #import <Ozmira/Ozmira.h>
 
 #include <thread>
 
-/// Hands what it is sent to a function; stops observing when it goes.
+/// Passes each notification to a function, and stops observing when it is deallocated.
 @interface Listener : NSObject {
 @public
     std::function<void(NSNotification*)> heard;
@@ -38,7 +38,7 @@ public:
     NSCache<NSString*, id>* const cache = [[NSCache alloc] init];
 };
 
-TEST_F(CacheTest, FindsByEqualKeysAndReplaces) {
+TEST_F(CacheTest, ComparesKeysByEqualityAndReplacesValues) {
     [cache setObject:@1 forKey:@"a"];
     [cache setObject:@2 forKey:[NSMutableString stringWithString:@"a"]];
     EXPECT_EQ([[cache objectForKey:@"a"] intValue], 2);
@@ -58,16 +58,16 @@ TEST_F(CacheTest, DropsTheLeastRecentlyUsedFirst) {
     EXPECT_EQ(keys(), "c");
 }
 
-TEST_F(CacheTest, HoldsNoMoreThanItsCostLimit) {
+TEST_F(CacheTest, StaysWithinItsCostLimit) {
     cache.totalCostLimit = 10;
     [cache setObject:@1 forKey:@"a" cost:6];
     [cache setObject:@1 forKey:@"b" cost:4];
     EXPECT_EQ(keys(), "ab");
-    [cache setObject:@1 forKey:@"a" cost:3]; // 7 in all
+    [cache setObject:@1 forKey:@"a" cost:3]; // a total of 7
     [cache setObject:@1 forKey:@"c" cost:3];
     EXPECT_EQ(keys(), "abc");
     [cache setObject:@1 forKey:@"d" cost:1];
-    EXPECT_EQ(keys(), "bcd"); // "a" was asked for before "b"
+    EXPECT_EQ(keys(), "bcd"); // "a" was used least recently
     [cache setObject:@1 forKey:@"e" cost:11];
     EXPECT_EQ(keys(), "");
 }
@@ -109,7 +109,7 @@ TEST_F(CacheTest, RefusesNil) {
     EXPECT_EQ([cache objectForKey:nil], nil);
 }
 
-TEST_F(CacheTest, ServesThreads) {
+TEST_F(CacheTest, ServesSeveralThreads) {
     cache.countLimit = 8;
     onThreads(4, [this] {
         for (int i = 0; i < 1000; ++i) {
@@ -137,12 +137,12 @@ public:
     NSNotificationCenter* const center = [NSNotificationCenter defaultCenter];
 };
 
-TEST_F(NotificationTest, ReachWhoeverObservesNameAndSenderUntilRemoved) {
+TEST_F(NotificationTest, ReachObserversOfNameAndSenderUntilRemoved) {
     const id a = @"a", b = @"b";
     struct {
         NSString* name;
         id object;
-        std::string left; // what is heard after a removal by this name and object
+        std::string heard; // after removing the observer by this name and object
     } const cases[] = {{nil, nil, ""},
                        {@"n", nil, "na ma ma nb n- m- "},
                        {nil, a, "na na ma nb nb n- n- m- "},
@@ -161,12 +161,12 @@ TEST_F(NotificationTest, ReachWhoeverObservesNameAndSenderUntilRemoved) {
         for (const auto& [name, object] :
              {std::pair{@"n", a}, {@"m", a}, {@"n", b}, {@"n", id(nil)}, {@"m", id(nil)}})
             [center postNotificationName:name object:object userInfo:@{@"end" : @" "}];
-        EXPECT_EQ(heard, test.left);
+        EXPECT_EQ(heard, test.heard);
         [center removeObserver:listener];
     }
 }
 
-TEST_F(NotificationTest, HandlersMayAddAndRemove) {
+TEST_F(NotificationTest, HandlersMayAddAndRemoveObservers) {
     std::string heard;
     Listener* late = nil;
     Listener* removed = nil;
@@ -181,7 +181,7 @@ TEST_F(NotificationTest, HandlersMayAddAndRemove) {
     [center removeObserver:late];
 }
 
-TEST_F(NotificationTest, RemovingWaitsForTheObserversHandlerAlone) {
+TEST_F(NotificationTest, RemovalWaitsForTheRemovedObserversHandlerOnly) {
     std::atomic<int> step = 0;
     Listener* const idle = listen(@"m", {});
     Listener* const busy = listen(@"n", [&](NSNotification*) {

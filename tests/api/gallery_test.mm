@@ -1,4 +1,4 @@
-// The example program, built and run.
+// Runs the example program.
 #include "api_test_support.h"
 
 #import <UIKit/UIKit.h>
@@ -12,7 +12,7 @@ using GalleryTest = ApiTest;
 
 int run(const std::string& command) { return WEXITSTATUS(std::system(command.c_str())); }
 
-/// Width and height in pixels of a PNG file; zero when it is none.
+/// Width and height of a PNG file in pixels; zero if the file is not a PNG.
 CGSize pngSize(NSURL* url) {
     NSData* const file = [NSData dataWithContentsOfURL:url];
     spng_ctx* decoder = spng_ctx_new(0);

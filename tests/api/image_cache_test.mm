@@ -26,7 +26,7 @@ public:
     }
 };
 
-TEST_F(ImageCacheTest, KeysAreEqualWhenEverythingIs) {
+TEST_F(ImageCacheTest, KeysAreEqualIfAllTheirPartsAre) {
     NSURL* const file = url("a.svg");
     OZMImageCacheKey* const base = key(file, {10, 20}, 2, nil);
     for (OZMImageCacheKey* same in @[
@@ -47,7 +47,7 @@ TEST_F(ImageCacheTest, KeysAreEqualWhenEverythingIs) {
     }
 }
 
-TEST_F(ImageCacheTest, HandsOutWhatItWasGivenUntilItIsPurged) {
+TEST_F(ImageCacheTest, ReturnsImagesUntilPurged) {
     OZMImageCache* const cache = OZMImageCache.sharedImageCache;
     EXPECT_EQ(cache, OZMImageCache.sharedImageCache);
     OZMImageCacheKey* const twice = key(url("a.svg"), {}, 2, nil);
@@ -70,11 +70,12 @@ TEST_F(ImageCacheTest, IgnoresNil) {
     OZMImageCache* const cache = OZMImageCache.sharedImageCache;
     [cache setImage:nil forKey:key(url("a.svg"), {}, 2, nil)];
     [cache setImage:image() forKey:nil];
+    EXPECT_EQ([cache imageForKey:key(url("a.svg"), {}, 2, nil)], nil);
     EXPECT_EQ([cache imageForKey:nil], nil);
     EXPECT_EQ([cache imageForKey:key(nil, {}, 2, nil)], nil);
 }
 
-TEST_F(ImageCacheTest, AnotherCacheStopsListeningWhenItGoes) {
+TEST_F(ImageCacheTest, StopsObservingWhenDeallocated) {
     @autoreleasepool {
         OZMImageCache* const cache = [[[OZMImageCache alloc] init] autorelease];
         [cache setImage:image() forKey:key(url("a.svg"), {}, 2, nil)];

@@ -1,4 +1,4 @@
-// The public headers in plain Objective-C, and what they promise there.
+// Compiles the public headers as plain Objective-C and uses a declaration that they offer there.
 #import <Ozmira/Ozmira.h>
 
 double OzmiraPlainObjectiveCGreen(UIColor* color);

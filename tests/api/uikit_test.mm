@@ -8,14 +8,14 @@
 #include <spng.h>
 #include <vector>
 
-/// Asks for a colour's components in plain Objective-C.
+/// The green component of a colour, read by code in plain Objective-C (plain_objc.m).
 extern "C" double OzmiraPlainObjectiveCGreen(UIColor* color);
 
 namespace {
 
 using UIKitTest = ApiTest;
 
-/// The core's view of a colour, for printing.
+/// The components of a core colour, for comparing and printing.
 std::vector<double> components(const ozm::Color& color) { return {color.r, color.g, color.b, color.a}; }
 
 UIColor* colorInSpace(CGColorSpaceRef newSpace, std::initializer_list<CGFloat> values) {
@@ -26,7 +26,7 @@ UIColor* colorInSpace(CGColorSpaceRef newSpace, std::initializer_list<CGFloat> v
     return result;
 }
 
-TEST_F(UIKitTest, ColorsArriveInTheCore) {
+TEST_F(UIKitTest, ColorsConvertToCoreColors) {
     const CGFloat white[] = {0.9, 1, 1};
     CGColorSpaceRef const calibrated = CGColorSpaceCreateCalibratedRGB(white, nullptr, nullptr, nullptr);
     const std::pair<UIColor*, std::vector<double>> cases[] = {
@@ -67,7 +67,8 @@ TEST_F(UIKitTest, EqualColorsHashEqually) {
     EXPECT_FALSE([UIColor.blackColor isEqual:[UIColor colorWithRed:0 green:0 blue:0 alpha:1]]);
 }
 
-/// Four by two pixels, from top left: opaque red, half green, a quarter of blue, nothing; below black.
+/// 4 x 2 pixels. Top row: opaque red, half-transparent green, blue at a quarter, transparent. Bottom row:
+/// black.
 CGImageRef createSampleImage() {
     const Canvas canvas(4, 2);
     const auto fill = [&](CGRect rect, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha) {
@@ -81,7 +82,7 @@ CGImageRef createSampleImage() {
     return CGBitmapContextCreateImage(canvas.context());
 }
 
-TEST_F(UIKitTest, ImageSizeIsInPointsAndUpright) {
+TEST_F(UIKitTest, ImageSizeIsInPointsAndFollowsTheOrientation) {
     CGImageRef pixels = createSampleImage();
     struct {
         UIImageOrientation orientation;
@@ -108,7 +109,7 @@ TEST_F(UIKitTest, ImageSizeIsInPointsAndUpright) {
     EXPECT_EQ([UIImage imageWithCGImage:nullptr], nil);
 }
 
-TEST_F(UIKitTest, PNGHoldsPixelsAndResolution) {
+TEST_F(UIKitTest, PNGContainsPixelsAndResolution) {
     CGImageRef pixels = createSampleImage();
     NSData* const file = UIImagePNGRepresentation([UIImage imageWithCGImage:pixels
                                                                       scale:2

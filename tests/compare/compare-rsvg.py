@@ -4,13 +4,13 @@
     tests/compare/compare-rsvg.py build/release/tools/ozmira/ozmira build/icons/node_modules/openmoji/color/svg
     tests/compare/compare-rsvg.py OZMIRA --sample 4000 --keep build/unequal FILE-OR-FOLDER...
 
-Only drawings that should look the same are compared. A file that uses what Ozmira leaves out, or draws in a
-way of its own (docs/differences.md), is counted under that reason; --all-ways compares the second kind too.
-Two pictures agree when the mean absolute difference of their premultiplied components is below --limit, in
-255ths. A picture gets the width next to --width at which its height is a whole number of pixels as well, since
-Ozmira centres a drawing in a height that it rounds up, and librsvg does not. --keep writes a picture of each
-disagreement, enlarged: Ozmira's, librsvg's, and the difference. Exit status: 0 when 99 % agree and Ozmira drew
-every file; 1 otherwise. Needs Python 3 and rsvg-convert.
+Only drawings that should look the same are compared. A file that uses something that Ozmira leaves out, or draws
+differently on purpose (docs/differences.md), is counted under that reason instead; --all-ways compares the
+second kind as well. Two pictures agree if the mean absolute difference of their premultiplied components is below
+--limit, in 255ths. A picture is drawn at the width nearest to --width for which its height is also a whole number
+of pixels, because Ozmira centres a drawing in a height that it rounds up, and librsvg does not. For each
+disagreement, --keep writes an enlarged picture of Ozmira's result, librsvg's, and the difference. Exit status: 0
+if 99 % agree and Ozmira drew every file, 1 otherwise. Needs Python 3 and rsvg-convert.
 """
 import argparse
 import collections
@@ -39,7 +39,7 @@ COLOR = rf"#[0-9a-fA-F]{{6}}|#[0-9a-fA-F]{{3}}|[a-z]+|currentColor|url\(#.*\)|rg
 
 
 class Unsuitable(Exception):
-    """Why a file is not compared; args: reason, and whether Ozmira draws it, in a way of its own."""
+    """A file is not compared. Arguments: the reason; whether Ozmira draws it, but differently on purpose."""
 
 
 def left_out(what):
@@ -51,7 +51,7 @@ def own_way(what):
 
 
 def declarations(element):
-    """Presentation attributes, and above them the declarations of the style attribute."""
+    """Presentation attributes, overridden by the declarations of the style attribute."""
     found = dict(element.attrib)
     for declaration in found.pop("style", "").split(";"):
         name, colon, value = declaration.partition(":")
@@ -155,7 +155,7 @@ def check_element(element, fill_is_black):
 
 
 def whole_width(root, wanted):
-    """The width next to the wanted one at which the height is whole as well."""
+    """The width nearest to the wanted one for which the height is also a whole number of pixels."""
     if root.get("width"):
         width, height = (float(root.get(name).removesuffix("px")) for name in ("width", "height"))
     else:
@@ -170,7 +170,7 @@ def whole_width(root, wanted):
 
 
 def check(path, wanted_width, all_ways):
-    """The width at which to compare; raises `Unsuitable` for a file that need not look the same."""
+    """The width at which to compare. Raises `Unsuitable` for a file that need not look the same."""
     try:
         root = ElementTree.parse(path).getroot()
     except ElementTree.ParseError:
@@ -187,7 +187,7 @@ def check(path, wanted_width, all_ways):
 
 
 def unfilter(data, row_length, step):
-    """The rows of a PNG without their filters."""
+    """Undoes the filters of a PNG's rows."""
     rows, above = [], bytes(row_length)
     for start in range(0, len(data), row_length + 1):
         kind, row = data[start], bytearray(data[start + 1:start + 1 + row_length])
@@ -209,7 +209,7 @@ def unfilter(data, row_length, step):
 
 
 def read_png(data):
-    """Width, height and premultiplied RGBA bytes of a PNG of the kinds that the two programs write."""
+    """Width, height and premultiplied RGBA bytes of a PNG. Reads only the formats that the two programs write."""
     chunks, at = collections.defaultdict(bytes), 8
     while at < len(data):
         length, kind = struct.unpack_from(">I4s", data, at)
@@ -235,7 +235,7 @@ def read_png(data):
 
 
 def write_enlarged(path, width, height, pictures, factor=6):
-    """The pictures side by side on white, as PNG."""
+    """Writes the pictures side by side on white, as a PNG."""
     rows = b""
     for y in range(height):
         row = bytearray(1)
@@ -260,7 +260,7 @@ def draw(command):
 
 
 def compare(path, arguments):
-    """(outcome, detail): ("left out" or "own way", reason), ("compared", difference) or ("failed", why)."""
+    """Returns ("left out" or "own way", reason), ("compared", difference) or ("failed", message)."""
     try:
         width = str(check(path, arguments.width, arguments.all_ways))
     except Unsuitable as reason:
@@ -300,13 +300,13 @@ def find_files(inputs, sample):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("ozmira", help="the tool")
+    parser.add_argument("ozmira", help="path of the tool")
     parser.add_argument("inputs", nargs="+", metavar="FILE-OR-FOLDER")
-    parser.add_argument("--width", type=int, default=64, help="of the pictures, in pixels (default 64)")
-    parser.add_argument("--limit", type=float, default=1.0, help="of the difference, in 255ths (default 1)")
-    parser.add_argument("--sample", type=int, help="take so many files, evenly spread")
-    parser.add_argument("--all-ways", action="store_true", help="compare what Ozmira draws in its own way too")
-    parser.add_argument("--keep", metavar="DIR", help="write a picture of each disagreement")
+    parser.add_argument("--width", type=int, default=64, help="width of the pictures in pixels (default 64)")
+    parser.add_argument("--limit", type=float, default=1.0, help="limit of the mean difference in 255ths (default 1)")
+    parser.add_argument("--sample", type=int, help="number of files to take, evenly spread (default all)")
+    parser.add_argument("--all-ways", action="store_true", help="compare what Ozmira draws differently on purpose, too")
+    parser.add_argument("--keep", metavar="DIR", help="folder for a picture of each disagreement")
     parser.add_argument("-j", "--jobs", type=int, default=os.cpu_count())
     arguments = parser.parse_args()
     if arguments.keep:

@@ -10,7 +10,7 @@ namespace {
 
 constexpr double kByte = 0.00392156862745098;
 
-/// Name and sRGB value of every keyword.
+/// Name and sRGB value of every colour keyword.
 constexpr const char* kKeywords = R"(
 aliceblue f0f8ff antiquewhite faebd7 aqua 00ffff aquamarine 7fffd4 azure f0ffff beige f5f5dc bisque ffe4c4
 black 000000 blanchedalmond ffebcd blue 0000ff blueviolet 8a2be2 brown a52a2a burlywood deb887
@@ -72,7 +72,7 @@ TEST(ParseCSSColor, ReadsEverySyntax) {
     }
 }
 
-TEST(ParseCSSColor, RejectsTheRest) {
+TEST(ParseCSSColor, RejectsEverythingElse) {
     for (const char* const text : {"",
                                    " ",
                                    "#",
@@ -110,7 +110,7 @@ TEST(ParseCSSColor, RejectsTheRest) {
     }
 }
 
-TEST(ParseCSSColor, FunctionsTellWhatTheyConsume) {
+TEST(ParseCSSColor, FunctionsReportTheConsumedText) {
     SVGParser parser;
     Color color;
     StringView consumed;
@@ -140,7 +140,7 @@ TEST(ParseCSSColor, Knows147Keywords) {
 TEST(ParseFunctionalLocalIRI, ReadsTheID) {
     const struct {
         const char* text;
-        const char* id; ///< Null where there is none.
+        const char* id; ///< Null: the text is rejected.
     } cases[] = {
         {"url(#a)", "a"},      {"URL(#a)", "a"},     {"url(#a b) none", "a b"}, {"url(#a", "a"},
         {"url(#", ""},         {"url(# a )", " a "}, {"url(#)", nullptr},       {"url(#)a)", nullptr},

@@ -63,7 +63,7 @@ TEST(Documents, ListElementsInPreOrderAndIDsInDocumentOrder) {
         "Use 0,0 #a&amp; id=d\n");
 }
 
-TEST(Documents, AreEmptyForTextThatIsNoSVG) {
+TEST(Documents, AreEmptyForMalformedText) {
     for (const char* const text : {"",
                                    " \n",
                                    "x",
@@ -91,7 +91,7 @@ TEST(Documents, AreEmptyForTextThatIsNoSVG) {
     EXPECT_EQ(Parse("\xEF\xBB\xBF<svg></anything >"), std::string(kEmptyDocument) + "Group\n");
 }
 
-TEST(Documents, LeaveParserAndTextAsTheyWere) {
+TEST(Documents, LeaveParserAndTextUnchanged) {
     SVGParser parser{};
     Log log;
     parser.SetLog(&log);
@@ -100,7 +100,7 @@ TEST(Documents, LeaveParserAndTextAsTheyWere) {
     const auto document = parser.ParseSVGData(text.data());
     EXPECT_EQ(text, before);
     EXPECT_EQ(parser.document, nullptr);
-    EXPECT_EQ(parser.nodeCount, 3u); // All but the root.
+    EXPECT_EQ(parser.nodeCount, 3u); // The root is not counted.
     EXPECT_TRUE(log.entries.empty());
 
     text.assign(text.size(), '#'); // The document owns copies.
@@ -114,7 +114,7 @@ TEST(Documents, LeaveParserAndTextAsTheyWere) {
     EXPECT_EQ(parser.nodeCount, 1u);
 }
 
-TEST(Documents, HaveRoomForManyElements) {
+TEST(Documents, HoldManyElements) {
     std::string markup;
     for (int i = 0; i < 2000; ++i) markup += "<g id='g'><rect width='1' height='2' fill='red'/></g>";
     const auto document = SVGParser().CreateDocumentWithSVGData(("<svg>" + markup + "</svg>").c_str());
@@ -155,8 +155,9 @@ TEST(Operations, AddToTheirDocument) {
     EXPECT_EQ(parser.ProcessLinkNode(node.FirstChild()), 2u);
 }
 
-// Where no markup of a document stands behind a value, nothing behind it may be read.
-TEST(Operations, ReadPathsOfOtherTrees) {
+// Within a document, path data may be read past its end, because markup follows. In any other tree, it may
+// not.
+TEST(Operations, DoNotReadPastPathDataOfOtherTrees) {
     const std::string svg = "<path d='M1 2 3 4 5 6 7 8 9 1 2 3 4 5 6 7 8 9'/>";
     const auto text = std::make_unique<char[]>(svg.size() + 1);
     std::copy(svg.begin(), svg.end(), text.get());

@@ -10,7 +10,7 @@ namespace {
 
 struct Case {
     const char* markup;
-    const char* text; ///< A line for each element.
+    const char* text; ///< One line per element.
 };
 
 template <size_t N>

@@ -29,7 +29,7 @@ protected:
     const fs::path m_folder = fs::temp_directory_path() / ("ozmira-files-" + std::to_string(getpid()));
 };
 
-/// The document's text, or "null".
+/// The document as text, or "null".
 std::string Parse(const fs::path& path) {
     const auto document = SVGParser().CreateDocumentWithContentsOfSVGFile(path.c_str());
     return document ? test::Text(*document) : "null";
@@ -47,7 +47,7 @@ TEST_F(Files, AreRead) {
     EXPECT_EQ(Parse(Write("")), kEmptyDocument);
 }
 
-TEST_F(Files, MayBeBig) {
+TEST_F(Files, MayBeLarge) {
     const size_t count = 200000;
     std::string contents = "<svg>";
     for (size_t i = 0; i < count; ++i) contents += "<path d='M1 2'/>";
@@ -56,7 +56,7 @@ TEST_F(Files, MayBeBig) {
     EXPECT_EQ(document->elements.size(), count + 1);
 }
 
-TEST_F(Files, ThatCannotBeOpenedGiveNull) {
+TEST_F(Files, ThatCannotBeOpenedReturnNull) {
     EXPECT_EQ(Parse(m_folder / "missing.svg"), "null");
     EXPECT_EQ(Parse(m_folder / "missing" / "drawing.svg"), "null");
     EXPECT_EQ(Parse(""), "null");
@@ -68,7 +68,7 @@ TEST_F(Files, ThatCannotBeOpenedGiveNull) {
     }
 }
 
-TEST_F(Files, ThatAreNoneGiveAnEmptyDocument) {
+TEST_F(Files, ThatAreNotRegularReturnAnEmptyDocument) {
     EXPECT_EQ(Parse(m_folder), kEmptyDocument);
     EXPECT_EQ(Parse("/dev/null"), kEmptyDocument);
     EXPECT_EQ(Parse("/dev/zero"), kEmptyDocument);
@@ -77,7 +77,7 @@ TEST_F(Files, ThatAreNoneGiveAnEmptyDocument) {
     EXPECT_EQ(Parse(pipe), kEmptyDocument);
 }
 
-TEST_F(Files, ThatDoNotFitIntoMemoryGiveNull) {
+TEST_F(Files, ThatDoNotFitIntoMemoryReturnNull) {
 #if defined(__SANITIZE_ADDRESS__) || defined(OZMIRA_SANITIZED)
     GTEST_SKIP() << "the sanitizers end the program when an allocation fails";
 #endif

@@ -12,7 +12,7 @@ using namespace ozm;
 
 namespace {
 
-/// `depth` nested elements, the root included.
+/// `depth` nested elements, including the root.
 std::string Nested(size_t depth, const std::string& name = "g") {
     std::string text = "<svg>";
     for (size_t i = 1; i < depth; ++i) text += "<" + name + ">";
@@ -32,8 +32,8 @@ uint32_t Depth(const rapidxml::xml_node<char>* node) {
     return deepest;
 }
 
-/// What the scanner has to find out: -1 for text that the reader rejects.
-int64_t DepthForReader(std::string text) {
+/// The depth of the tree that RapidXML builds; -1 for text that it rejects.
+int64_t DepthOfTree(std::string text) {
     rapidxml::xml_document<char> xml;
     try {
         xml.parse<rapidxml::parse_fastest>(text.data());
@@ -52,13 +52,13 @@ TEST(Nesting, IsAcceptedUpToTheLimit) {
     EXPECT_EQ(ElementCount(Nested(kMaximumNestingDepth + 1, "x")), 0u);
     EXPECT_EQ(ElementCount(Nested(1000000)), 0u);
     EXPECT_EQ(ElementCount("<svg>" + std::string(1000000, '<')), 0u);
-    // Many elements that are not nested.
+    // The number of elements does not count.
     std::string siblings = "<svg>";
     for (int i = 0; i < 3000; ++i) siblings += "<g><g/></g>";
     EXPECT_EQ(ElementCount(siblings + "</svg>"), 6001u);
 }
 
-TEST(Nesting, IsCountedInStepWithTheReader) {
+TEST(Nesting, IsTheDepthOfTheXMLTree) {
     const char* const pieces[] = {"<a>",
                                   "<b >",
                                   "</a>",
@@ -91,7 +91,7 @@ TEST(Nesting, IsCountedInStepWithTheReader) {
         std::string text = i % 2 ? "<s>" : "";
         for (size_t count = random() % 12; count > 0; --count) text += pieces[random() % std::size(pieces)];
         if (i % 2) text += "</s>";
-        const int64_t depth = DepthForReader(text);
+        const int64_t depth = DepthOfTree(text);
         if (depth < 0) continue;
         ++accepted;
         for (uint32_t limit = 0; limit < 8; ++limit)
@@ -104,7 +104,7 @@ TEST(Nesting, FitsOnTheStackOfASecondaryThread) {
 #if defined(NDEBUG) && !defined(OZMIRA_SANITIZED)
     constexpr size_t kStackSize = 512 * 1024;
 #else
-    constexpr size_t kStackSize = 8 * 1024 * 1024; // Frames are several times as large without optimisation.
+    constexpr size_t kStackSize = 8 * 1024 * 1024; // Without optimisation, frames are several times as large.
 #endif
     pthread_attr_t attributes;
     ASSERT_EQ(pthread_attr_init(&attributes), 0);

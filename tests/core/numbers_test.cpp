@@ -19,14 +19,14 @@ using namespace std::literals;
 
 namespace {
 
-/// The definition of what is under test; correct as long as the process has the "C" locale.
+/// `toDouble` is defined by `strtod`, which depends on the locale: this is correct only in the "C" locale.
 double Expected(const std::string& text) {
     errno = 0;
     const double value = std::strtod(text.c_str(), nullptr);
     return errno == ERANGE ? 0.0 : value;
 }
 
-/// Compares bits, so that -0 and 0 differ and NaN equals itself.
+/// Compares bits, so that -0 differs from 0 and NaN equals itself.
 void ExpectSameAsStrtod(const std::string& text) {
     const double value = StringView(text).toDouble();
     EXPECT_EQ(std::bit_cast<uint64_t>(value), std::bit_cast<uint64_t>(Expected(text))) << '"' << text << '"';
@@ -65,7 +65,7 @@ private:
     std::mt19937 m_random;
 };
 
-/// Switches to a locale with a decimal comma, made for the occasion where the system has none.
+/// Switches to a locale with a decimal comma. If the system has none, one is compiled in a temporary folder.
 class CommaLocale {
 public:
     CommaLocale() {
@@ -118,20 +118,20 @@ TEST(ToDouble, EqualsStrtodOnChosenTexts) {
     for (const std::string& text : built) ExpectSameAsStrtod(text);
 
     std::istringstream chosen(
-        // Numbers and what is none.
+        // Plain numbers, and texts that are not numbers.
         " 7|abc|-|+|.|-.|+.|1,5|5.|.5|-0|-0.0e5|0e999999999999|1.5 junk|1.2.3|"
-        // Range errors in both directions, and what is close to them.
+        // Overflow, underflow, and numbers close to either.
         "1e999|-1e999|1e-999|1.7976931348623157e308|1.7976931348623159e308|2.2250738585072014e-308|"
         "2.2250738585072011e-308|4.9e-324|5e-324|2e-324|1e-320|4.4501477170144028e-308|"
         "1e99999999999999999999|"
         "1e-99999999999999999999|"
-        // Exponents that are none.
+        // Malformed exponents.
         "1e|1e+|1ex|1.5e 3|1e--1|"
-        // Hexadecimal numbers, names, and what only looks like them.
+        // Hexadecimal numbers, infinity and NaN, and texts that only resemble them.
         "0x1F|-0X1.8p3|0x|0x.p1|0x1p-2000|00x1|1x5|0x1.ffffffffffffffp1023|inf|-inf|INFINITY|infinit|nan|-"
         "nan|"
         "NaN(123)|nan(|+ inf|.inf|in|"
-        // 2^53 and beyond, halfway cases, more digits than an integer holds.
+        // 2^53 and above, halfway cases, more digits than an integer can hold.
         "9007199254740992|9007199254740993|9007199254740993.0000000000000000000000001|18446744073709551616|"
         "184467440737095516160|99999999999999999999|1e22|1e23|8.5e22|123456789012345678901234567890|0.1|"
         "0.30000000000000004|3.1415926535897932384626433832795|0.000001|1234567|12345678|1234567.|1234.567|."
@@ -146,14 +146,14 @@ TEST(ToDouble, EqualsStrtodOnRandomTexts) {
         ExpectSameAsStrtod(random.Number() + random.Of("0123456789eE.+-xXpPinfa ,", 3));
 }
 
-TEST(ToDouble, IgnoresWhatLiesBehindTheView) {
+TEST(ToDouble, IgnoresTextPastTheView) {
     const std::string text = "12345678901234567890";
     for (uint64_t length = 0; length <= text.size(); ++length) {
         EXPECT_EQ(StringView(text.data(), length).toDouble(), Expected(text.substr(0, length)));
     }
 }
 
-TEST(NumberReaders, GiveTheValueOfToDouble) {
+TEST(NumberReaders, AgreeWithToDouble) {
     RandomText random(2);
     for (int i = 0; i < 5000; ++i) {
         const std::string text = random.Number() + random.Of("0 ,-.eE%", 9);
@@ -176,8 +176,7 @@ TEST(NumberReaders, GiveTheValueOfToDouble) {
 TEST(Numbers, DoNotDependOnTheLocale) {
     const CommaLocale comma;
     ASSERT_TRUE(comma.IsSet())
-        << "no locale has a decimal comma, and localedef can make none: is the package \"locales\" "
-           "installed?";
+        << "no locale has a decimal comma, and localedef cannot make one; install the package \"locales\"";
     ASSERT_EQ(std::strtod("1,5", nullptr), 1.5);
     EXPECT_EQ(StringView("1.5").toDouble(), 1.5);
     EXPECT_EQ(StringView("1,5").toDouble(), 1);

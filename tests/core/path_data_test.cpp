@@ -20,7 +20,8 @@ std::string PathText(const std::string& data) {
     return test::Text(path);
 }
 
-/// Without a scanner, number by number.
+/// Reads with a scanner, or number by number if it is null. The digits after the text must not affect the
+/// result.
 std::string ScannedPathText(std::string data, const PathDataScanner* scanner) {
     const size_t length = data.size();
     if (scanner) data.append(scanner->overrun, '7');
@@ -29,7 +30,8 @@ std::string ScannedPathText(std::string data, const PathDataScanner* scanner) {
     return test::Text(path);
 }
 
-/// Documents end as early as they can, because their path data may be read beyond its end.
+/// Reads path data in the document with the fewest possible characters after it, because in documents path
+/// data may be read past its end.
 std::string DocumentPathText(const std::string& data) {
     const std::string text = "<svg><path d=\"" + data + "\"/></>";
     const auto document = SVGParser().CreateDocumentWithSVGData(text.c_str());
@@ -66,21 +68,21 @@ TEST(ParsePathData, ResolvesCommands) {
     });
 }
 
-TEST(ParsePathData, ReflectsOnlyBehindACurve) {
+TEST(ParsePathData, ReflectsOnlyAfterACurve) {
     Check({
         {"S1 2 3 4", "C0,0,1,2,3,4"},
         {"M5 5S1 2 3 4", "M5,5 C5,5,1,2,3,4"},
         {"C0 0 1 1 3 3L4 4S5 5 6 6", "C0,0,1,1,3,3 L4,4 C4,4,5,5,6,6"},
         {"C0 0 1 1 3 3ZS5 5 6 6", "C0,0,1,1,3,3 Z C3,3,5,5,6,6"},
         {"C0 0 1 1 3 3H S5 5 6 6", "C0,0,1,1,3,3 L C3,3,5,5,6,6"},
-        // What draws nothing does not stand between two curves.
+        // Commands that draw nothing do not separate two curves.
         {"C0 0 1 1 3 3Q9 9 9 9L1S5 5 6 6", "C0,0,1,1,3,3 C5,5,5,5,6,6"},
     });
 }
 
-TEST(ParsePathData, DropsWhatItCannotUse) {
+TEST(ParsePathData, DropsMalformedAndUnsupportedCommands) {
     Check({
-        // Wrong numbers of arguments.
+        // Too few or too many arguments.
         {"M0 0L 1", "M0,0"},
         {"M1 2 3L4 4", "L4,4"},
         {"ML1 1", "L1,1"},
@@ -89,7 +91,7 @@ TEST(ParsePathData, DropsWhatItCannotUse) {
         // Arcs and quadratic curves.
         {"M0 0 A 5 5 0 0 1 10 0 l 1 0", "M0,0 L1,0"},
         {"m1 1q1 1 2 2t3 3T1 1Q1 1 1 1a1 1 0 0 1 2 2h1", "M1,1 L2,1"},
-        // What ends the reading.
+        // Errors that end the path.
         {"M 1 2 x L 3 4", "M1,2"},
         {"M 1 2 , L 3 4", "M1,2 L3,4"},
         {"M 1 2 ,, L 3 4", "M1,2"},
@@ -106,7 +108,7 @@ TEST(ParsePathData, DropsWhatItCannotUse) {
 TEST(ParsePathData, AppendsToThePath) {
     Path path;
     SVGParser().ParsePathData("M1 1C0 0 1 1 3 3", path);
-    SVGParser().ParsePathData("s1 1 2 2", path); // About the new current point (0, 0).
+    SVGParser().ParsePathData("s1 1 2 2", path); // Reflects about the new current point, (0, 0).
     EXPECT_EQ(test::Text(path), "M1,1 C0,0,1,1,3,3 C-1,-1,1,1,2,2");
 }
 
@@ -128,8 +130,7 @@ TEST(ParsePathData, ReadsLongLists) {
     EXPECT_EQ(test::Text(dropped), "M1,1 Z");
 }
 
-// Elsewhere than on x86 there are no scanners, and this shows nothing.
-TEST(ParsePathData, ReadsAlikeWithEveryScanner) {
+TEST(ParsePathData, ReadsTheSameWithEveryScanner) {
     std::string fullBlocks = "l";
     for (int block = 0; block < 4; ++block)
         fullBlocks += "1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1              ";
@@ -146,11 +147,11 @@ TEST(ParsePathData, ReadsAlikeWithEveryScanner) {
     };
     for (const std::string& text : texts) {
         for (size_t length = 0; length <= text.size(); ++length) {
-            for (const char* const behind : {"", "5", "-", ".", "e", ",", "+1", "x", "\xda", " h1"}) {
-                // Blanks after the first letter move the ends of blocks; 64 of them make every scanner take
-                // the text.
+            for (const char* const suffix : {"", "5", "-", ".", "e", ",", "+1", "x", "\xda", " h1"}) {
+                // Blanks after the first letter shift the block boundaries. There are at least 64 of them, so
+                // that the text is long enough for every scanner.
                 std::string data = "H";
-                data.append(64 + 13 * length % 64, ' ').append("1 ").append(text, 0, length).append(behind);
+                data.append(64 + 13 * length % 64, ' ').append("1 ").append(text, 0, length).append(suffix);
                 const std::string expected = ScannedPathText(data, nullptr);
                 for (const PathDataScanner* const scanner : PathDataScanners()) {
                     ASSERT_EQ(ScannedPathText(data, scanner), expected) << scanner->name << ": " << data;
@@ -168,7 +169,7 @@ TEST(ParsePathData, KeepsNoMoreMemoryThanCommandsNeed) {
     EXPECT_LE(path.commands.capacity(), 64u);
 }
 
-TEST(ParsePathData, ChoosesTheFirstScannerThatTakesTheText) {
+TEST(ParsePathData, ChoosesTheFirstSuitableScanner) {
     constexpr PathDataScanner fast{nullptr, nullptr, nullptr, 32, 6}, slow{nullptr, nullptr, nullptr, 8, 0};
     const PathDataScanner* const both[] = {&fast, &slow};
     EXPECT_EQ(ChoosePathDataScanner(both, 32, 6), &fast);
@@ -187,7 +188,7 @@ TEST(ParsePathCommandArguments, ReadsNumberLists) {
         {"1;2", {1}},
         {"1-2.5.5", {1, -2.5, .5}},
         {"1,\t\r\n ,2,", {1, 2}},
-        {"1\v2", {1, 2}}, // Skipped in front of the number, where a comma may not follow it.
+        {"1\v2", {1, 2}}, // \v may precede a number, but not a comma.
         {"1\v,2", {1}},
         {",1", {}},
         {"1 2e 3", {1}},
@@ -199,7 +200,7 @@ TEST(ParsePathCommandArguments, ReadsNumberLists) {
     }
 }
 
-TEST(PathCommandIsRelative, KnowsTheLowerCaseLetters) {
+TEST(PathCommandIsRelative, HoldsForLowerCaseCommands) {
     std::string relative;
     for (int c = 0; c < 256; ++c) {
         if (SVGParser().PathCommandIsRelative(static_cast<char>(c))) relative += static_cast<char>(c);

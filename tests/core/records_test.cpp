@@ -1,7 +1,5 @@
 #include <Ozmira/ozmDocument.h>
-#include <Ozmira/OzmiraVersion.h>
 #include <Ozmira/ozmLog.h>
-#include <Ozmira/ozmRenderingState.h>
 
 #include "document_text.h"
 
@@ -11,7 +9,7 @@ using namespace ozm;
 
 namespace {
 
-const std::string kLongID = "an id that is too long to be stored in place";
+const std::string kLongID = "an id that is too long to be stored inside a std::string";
 
 PathCommand Lines(std::vector<TVec2<double>> points) {
     PathCommand command(PathCommand::Type::LineTo);
@@ -25,7 +23,7 @@ PathCommand Curves(size_t count) {
     return command;
 }
 
-/// A document-less style property with a payload that is not the default.
+/// A style property of any type, with a payload other than the default.
 StyleProperty Property(StyleProperty::Type type) {
     using Type = StyleProperty::Type;
     StyleProperty property(type);
@@ -50,9 +48,10 @@ std::string Text(const StyleProperty& property) {
     return test::Text(style);
 }
 
-/// Copies and moves `from` over `to` in every way and gives what arrives; `from` itself stays as it is.
+/// Copies and moves `from` onto copies of `to` in every way, self-assignment included, and returns the
+/// result.
 template <typename T>
-T Passed(const T& from, const T& to) {
+T PassedOn(const T& from, const T& to) {
     T copy(to);
     copy = from;
     T moved(to);
@@ -77,7 +76,7 @@ TEST(PathCommands, AreValues) {
                                     PathCommand(PathCommand::Type::HorizontalLineTo)};
     for (const PathCommand& from : commands) {
         for (const PathCommand& to : commands) {
-            EXPECT_EQ(Passed(from, to), from);
+            EXPECT_EQ(PassedOn(from, to), from);
             EXPECT_EQ(from == to, &from == &to);
         }
     }
@@ -88,10 +87,10 @@ TEST(PathCommands, AreValues) {
     EXPECT_TRUE(curves.type == PathCommand::Type::CurveTo && curves.curves.empty());
 }
 
-TEST(PathCommands, EndWhateverTheirType) {
-    for (const uint32_t type : {6u, 34u, 37u}) { // The last two are those of lists, modulo 32.
+TEST(PathCommands, OfUnknownTypesCanBeCopiedAndDestroyed) {
+    for (const uint32_t type : {6u, 34u, 37u}) { // Modulo 32, the last two are the types that hold lists.
         PathCommand command{static_cast<PathCommand::Type>(type)};
-        command.point = {1, 2}; // No list.
+        command.point = {1, 2}; // Would be freed as a list if the type were mistaken for one.
         EXPECT_EQ(PathCommand(command).point, command.point) << type;
     }
 }
@@ -104,6 +103,7 @@ constexpr size_t SizeOfListInConstantExpression() {
 }
 static_assert(SizeOfListInConstantExpression() == 2);
 #endif
+
 TEST(Paths, CopyDeeply) {
     Path path;
     path.commands = {PathCommand(PathCommand::Type::MoveTo), Lines({{1, 2}, {3, 4}, {5, 6}}), Curves(2)};
@@ -117,7 +117,7 @@ TEST(StyleProperties, AreValues) {
     std::vector<StyleProperty> properties;
     for (uint32_t i = 0; i <= 14; ++i) properties.push_back(Property(static_cast<StyleProperty::Type>(i)));
     for (const StyleProperty& from : properties) {
-        for (const StyleProperty& to : properties) EXPECT_EQ(Text(Passed(from, to)), Text(from));
+        for (const StyleProperty& to : properties) EXPECT_EQ(Text(PassedOn(from, to)), Text(from));
     }
     StyleProperty dashes = Property(StyleProperty::Type::StrokeDashArray);
     StyleProperty url = Property(StyleProperty::Type::FillURL);
@@ -157,7 +157,7 @@ TEST(Elements, StartWithDefaultsAndAreValues) {
         const std::string changed = test::Text({}, element);
         EXPECT_EQ(test::Text({}, Element(element)), changed);
         EXPECT_EQ(test::Text({}, Element(std::move(element))), changed);
-        // Everything on the heap has moved; plain numbers are copied.
+        // A move takes what is on the heap; plain numbers are copied.
         element.hidden = false;
         const bool ownsPayload = type != Element::Type::Ellipse && type != Element::Type::Rect;
         EXPECT_EQ(test::Text({}, element) == text, ownsPayload);
@@ -176,21 +176,7 @@ TEST(Elements, OfUnknownKindsHaveNoPayload) {
     }
 }
 
-TEST(RenderingState, DefaultsToABlackFill) {
-    const RenderingState& state = kRenderingStateDefault;
-    EXPECT_EQ(state.strokeColor, (Color{0, 0, 0, 0}));
-    EXPECT_EQ(state.fillColor, (Color{0, 0, 0, 1}));
-    EXPECT_EQ(state.strokeOpacity, 1);
-    EXPECT_EQ(state.strokeWidth, 1);
-    EXPECT_EQ(state.miterLimit, 4);
-    EXPECT_EQ(state.dashOffset, 0);
-    EXPECT_EQ(state.fillOpacity, 1);
-    EXPECT_EQ(state.opacity, 1);
-    EXPECT_EQ(state.lineCap + state.lineJoin + state.fillRule + state.clipRule, 0u);
-    EXPECT_TRUE(state.dashArray.empty() && state.fillReference.empty() && state.secondaryReference.empty());
-}
-
-TEST(Logs, ShowLevelAndMessage) {
+TEST(Logs, PrintLevelAndMessage) {
     Log log;
     log.Append(Log::Level::Error, "a");
     log.Append(Log::Level::Warning, "b");
@@ -198,9 +184,4 @@ TEST(Logs, ShowLevelAndMessage) {
     log.Append(Log::Level::Debug, "d e");
     log.Append(static_cast<Log::Level>(5), "f");
     EXPECT_EQ(to_string(log), "[Error]     a\n[Warning]   b\n[Info]      \n[Debug]     d e\n[Unknown]   f\n");
-}
-
-TEST(Version, IsWrittenForWhat) {
-    EXPECT_STREQ(reinterpret_cast<const char*>(OzmiraVersionString), "@(#)PROGRAM:Ozmira PROJECT:Ozmira-1\n");
-    EXPECT_EQ(OzmiraVersionNumber, 1.0);
 }

@@ -9,7 +9,7 @@ using test::ElementsText;
 
 namespace {
 
-/// What attributes make of an empty path: its properties, and whether it is hidden.
+/// The style of an empty path with the given attributes: its properties, and whether it is hidden.
 std::string AttributeText(const std::string& attributes) {
     std::string text = ElementsText("<path d='' " + attributes + "/>").substr(std::string("Path ").size());
     text.pop_back();
@@ -53,7 +53,7 @@ TEST(Styles, ReadEveryPresentationAttribute) {
     for (const auto& [attribute, text] : cases) EXPECT_EQ(AttributeText(attribute), text) << attribute;
 }
 
-TEST(Styles, DropWhatTheyDoNotUnderstand) {
+TEST(Styles, IgnoreUnknownNamesAndValues) {
     for (const char* const attribute : {"fill='url(#)'",
                                         "fill='URL(#g)'",
                                         "fill=' url(#g)'",
@@ -82,7 +82,7 @@ TEST(Styles, DropWhatTheyDoNotUnderstand) {
     }
 }
 
-TEST(Styles, AppliesAttributesInAFixedOrderAndDeclarationsLast) {
+TEST(Styles, ApplyAttributesInAFixedOrderAndDeclarationsLast) {
     EXPECT_EQ(
         AttributeText("clip-rule='evenodd' clip-path='url(#c)' opacity='.1' stroke-dashoffset='2' "
                       "stroke-miterlimit='3' stroke-linecap='butt' stroke-linejoin='miter' stroke-width='4' "
@@ -93,7 +93,7 @@ TEST(Styles, AppliesAttributesInAFixedOrderAndDeclarationsLast) {
         "ClipRule FillColor=0,0,1,1 Opacity=1}");
 }
 
-TEST(Styles, ReadsDeclarationLists) {
+TEST(Styles, ReadDeclarationLists) {
     const struct {
         const char* declarations;
         const char* text;
@@ -127,7 +127,7 @@ TEST(Styles, NestDeclarationsWithoutLimit) {
     EXPECT_EQ(AttributeText("style='" + chain + "fill:red;opacity:1'"), "{FillColor=1,0,0,1 Opacity=1}");
 }
 
-TEST(Styles, BelongToTheElementsThatSetSomething) {
+TEST(Styles, ExistOnlyForElementsWithProperties) {
     const auto document = SVGParser().CreateDocumentWithSVGData(
         "<svg fill='red'><path d='' fill='x'/><g opacity='1'><path d='' fill='red'/></g></svg>");
     ASSERT_EQ(document->styles.size(), 2u);
@@ -153,7 +153,7 @@ TEST(ProcessStyleProperty, CanBeCalledAlone) {
     EXPECT_TRUE(parser.ProcessCSSStylePropertyDeclarations("no declaration", element, style));
 }
 
-TEST(ParseCSSStylePropertyDeclaration, TellsWhatItConsumes) {
+TEST(ParseCSSStylePropertyDeclaration, ReportsTheConsumedText) {
     const struct {
         const char* text;
         const char* name;

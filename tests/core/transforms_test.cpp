@@ -41,7 +41,7 @@ TEST(ParseTransform, ReadsEveryItem) {
     for (const auto& [text, transform] : cases) EXPECT_EQ(Parse(text, true), transform) << text;
 }
 
-TEST(ParseTransform, ComposesSoThatTheLastItemActsFirst) {
+TEST(ParseTransform, AppliesTheLastItemFirst) {
     ExpectMaps("translate(10) scale(2)", {1, 1}, {12, 2});
     ExpectMaps("scale(2) translate(10)", {1, 1}, {22, 2});
     ExpectMaps("rotate(90)", {1, 0}, {0, 1});
@@ -56,7 +56,7 @@ TEST(ParseTransform, ComposesSoThatTheLastItemActsFirst) {
     ExpectMaps("matrix(1 2 3 4 5 6) matrix(0 1 -1 0 7 8)", {1, 0}, {7 + 3 * 9 + 5, 2 * 7 + 4 * 9 + 6});
 }
 
-TEST(ParseTransform, KeepsWhatStandsBeforeTheFault) {
+TEST(ParseTransform, KeepsTheItemsBeforeAnError) {
     for (const char* const text :
          {"", " ", "matrix(1 0 0 1 0)", "matrix(1 0 0 1 0 0,)", "Rotate(45)", "skewx(45)", "scale (2)",
           "scale(1e2)", "scale(2", "scale(,2)", "translate(+5)", "translate(1,,2)", "translate(1 2 3)",

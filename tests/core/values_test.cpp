@@ -19,7 +19,7 @@ TEST(StringView, CutsAndTrims) {
     EXPECT_FALSE(StringView("\xD2\xC7\xC2(").HasPrefixIgnoringCase("rgb("));
 }
 
-TEST(ScanScientificNumber, EndsBehindTheNumber) {
+TEST(ScanScientificNumber, EndsAfterTheNumber) {
     const struct {
         std::string_view text;
         uint64_t length;
@@ -30,7 +30,7 @@ TEST(ScanScientificNumber, EndsBehindTheNumber) {
         {"--1", 0},         {"- 1", 0},  {"inf", 0}, {"0x10", 1}, {"1\0002", 1}, {"1e5e5", 3},
     };
     for (const auto& [text, length] : cases) {
-        // The view is part of a longer text, none of which may be read.
+        // Digits follow the view; they must not be read.
         const std::string longer = std::string(text) + "99999999";
         const StringView scanned = ScanScientificNumber({longer.data(), text.size()});
         EXPECT_EQ(scanned.length, length) << text;

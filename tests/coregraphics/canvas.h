@@ -1,4 +1,4 @@
-// A small bitmap to draw on, and its pixels as numbers.
+// A small bitmap to draw on, and access to its pixels.
 #pragma once
 
 #include "owned.h"
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/// Components 0...255, premultiplied.
+/// A pixel: premultiplied components from 0 to 255.
 struct Rgba8 {
     int r = 0, g = 0, b = 0, a = 0;
     bool operator==(const Rgba8&) const = default;
@@ -19,7 +19,8 @@ inline std::ostream& operator<<(std::ostream& out, const Rgba8& p) {
     return out << p.r << ' ' << p.g << ' ' << p.b << ' ' << p.a;
 }
 
-/// A transparent RGBA bitmap whose user space, unlike a bare context's, has its origin top left and y down.
+/// A bitmap context, at first transparent. Unlike that of a bare context, its user space has the origin at
+/// the top left, and y points down.
 class Canvas {
 public:
     explicit Canvas(size_t width = 32, size_t height = 32,
@@ -42,14 +43,14 @@ public:
         if (m_info == kCGImageAlphaPremultipliedFirst) return {p[1], p[2], p[3], p[0]};
         return {p[2], p[1], p[0], p[3]};
     }
-    /// Painted area in pixels: the sum of alpha.
+    /// The painted area in pixels: the sum of all alphas.
     double area() const {
         double sum = 0;
         for (size_t y = 0; y < height(); ++y)
             for (size_t x = 0; x < width(); ++x) sum += at(x, y).a;
         return sum / 255;
     }
-    /// A character a pixel: '.' transparent, '#' opaque, '+' in between.
+    /// One character per pixel: '.' for transparent, '#' for opaque, '+' for anything in between.
     std::string rows() const {
         std::string text;
         for (size_t y = 0; y < height(); ++y) {
@@ -59,7 +60,7 @@ public:
         }
         return text;
     }
-    /// True when no component of a pixel exceeds its alpha.
+    /// Whether no component of any pixel exceeds its alpha.
     bool isPremultiplied() const {
         for (size_t y = 0; y < height(); ++y)
             for (size_t x = 0; x < width(); ++x) {

@@ -1,4 +1,4 @@
-// Clips, gradients, images, blending and bitmaps, by pixels.
+// Clips, gradients, alpha, images and bitmaps, checked by their pixels.
 #include "canvas.h"
 
 #include "raster/vector_code.h"
@@ -66,7 +66,7 @@ TEST(Clip, Intersects) {
     }
 }
 
-TEST(Clip, WithoutAntialiasingPixelsAreWhole) {
+TEST(Antialiasing, CanBeSwitchedOff) {
     const Canvas canvas;
     CGContextSetShouldAntialias(canvas, false);
     CGContextFillEllipseInRect(canvas, CGRectMake(3.3, 3.3, 20, 20));
@@ -86,7 +86,7 @@ void expectNear(const Rgba8& p, const Rgba8& wanted, const char* name) {
     EXPECT_LE(worst, 2) << name << ": " << p << " instead of " << wanted;
 }
 
-TEST(Gradient, LinearHasItsColoursAtKnownPoints) {
+TEST(Gradient, LinearInterpolatesAlongItsAxis) {
     const Canvas canvas;
     CGContextDrawLinearGradient(canvas, redToBlue(0.5), {8, 0}, {24, 0}, 3);
     expectNear(canvas.at(2, 5), {255, 0, 0, 255}, "before");
@@ -103,22 +103,22 @@ TEST(Gradient, LinearHasItsColoursAtKnownPoints) {
     EXPECT_EQ(bare.at(12, 5).a, 255);
 }
 
-TEST(Gradient, RadialTakesTheGreatestCircle) {
+TEST(Gradient, RadialUsesTheLargestCircleThroughAPixel) {
     const Canvas canvas;
     CGContextDrawRadialGradient(canvas, redToBlue(), {12.5, 16.5}, 0, {16.5, 16.5}, 12, 3);
     expectNear(canvas.at(12, 16), {255, 0, 0, 255}, "focus");
-    // On the ray to the right the circles end at 12.5 + 16 s, to the left at 12.5 - 8 s.
+    // The circle at position s ends at x = 12.5 + 16 s on the right and at x = 12.5 - 8 s on the left.
     expectNear(canvas.at(20, 16), {128, 0, 128, 255}, "half-way right");
     expectNear(canvas.at(8, 16), {128, 0, 128, 255}, "half-way left");
     expectNear(canvas.at(0, 0), {0, 0, 255, 255}, "outside");
 
-    const Canvas cone; // focus outside of the end circle: nothing beyond the cone's sides
+    const Canvas cone; // The focus is outside the end circle, so nothing is painted outside their cone.
     CGContextDrawRadialGradient(cone, redToBlue(), {2.5, 16.5}, 0, {22.5, 16.5}, 5, 3);
     EXPECT_EQ(cone.at(2, 2), Rgba8());
     EXPECT_EQ(cone.at(20, 16).a, 255);
 }
 
-TEST(Gradient, DegenerateOnesDrawNothing) {
+TEST(Gradient, DrawsNothingIfDegenerate) {
     const Canvas canvas;
     const auto gradient = redToBlue();
     CGContextDrawLinearGradient(canvas, gradient, {5, 5}, {5, 5}, 3);
@@ -152,7 +152,7 @@ TEST(Alpha, AppliesToEverything) {
     }
 }
 
-// Four quarters: red, green / blue, white.
+/// An image of four quarters: red and green above blue and white.
 Owned<CGImageRef> quarters(size_t side) {
     const Canvas canvas(side, side);
     const double h = static_cast<double>(side) / 2;
@@ -167,7 +167,7 @@ Owned<CGImageRef> quarters(size_t side) {
     return Owned<CGImageRef>(CGBitmapContextCreateImage(canvas));
 }
 
-TEST(Image, IsUprightWhereYGoesUp) {
+TEST(Image, IsUprightWhereYPointsUp) {
     for (const bool yUp : {true, false}) {
         const Canvas canvas;
         if (yUp) CGContextConcatCTM(canvas, CGAffineTransformInvert(CGContextGetCTM(canvas)));
@@ -183,10 +183,10 @@ TEST(Image, IsUprightWhereYGoesUp) {
 TEST(Image, AveragesWhenReducedAndInterpolatesWhenEnlarged) {
     const Canvas small(1, 1);
     CGContextDrawImage(small, CGRectMake(0, 0, 1, 1), quarters(64));
-    expectNear(small.at(0, 0), {128, 128, 128, 255}, "mean of all");
+    expectNear(small.at(0, 0), {128, 128, 128, 255}, "mean of all quarters");
 
     const Canvas large;
-    CGContextDrawImage(large, kAll, quarters(2)); // upside down here: blue, white / red, green
+    CGContextDrawImage(large, kAll, quarters(2)); // Upside down here: blue and white above red and green.
     expectNear(large.at(0, 0), {0, 0, 255, 255}, "corner");
     expectNear(large.at(15, 0), {120, 120, 255, 255}, "between");
     const Canvas blocks;
@@ -196,7 +196,7 @@ TEST(Image, AveragesWhenReducedAndInterpolatesWhenEnlarged) {
     EXPECT_EQ(blocks.at(16, 0), (Rgba8{255, 255, 255, 255}));
 }
 
-TEST(Bitmap, RefusesWhatItCannotHold) {
+TEST(Bitmap, RefusesUnsupportedSizesAndFormats) {
     const Owned<CGColorSpaceRef> rgb(CGColorSpaceCreateDeviceRGB()), gray(CGColorSpaceCreateDeviceGray());
     const auto refused = [](size_t w, size_t h, size_t bits, size_t row, CGColorSpaceRef space,
                             CGBitmapInfo info) {
@@ -213,7 +213,7 @@ TEST(Bitmap, RefusesWhatItCannotHold) {
     EXPECT_TRUE(refused(4, 4, 8, 0, rgb, kCGImageAlphaLast));
 }
 
-TEST(Bitmap, DrawsIntoTheCallersMemoryAndLeavesThePaddingAlone) {
+TEST(Bitmap, DrawsIntoTheCallersMemoryButNotIntoThePadding) {
     const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
     for (const ozcg::VectorCode* const code : ozcg::vectorCodes()) {
         ozcg::chooseVectorCode(code);
@@ -223,7 +223,7 @@ TEST(Bitmap, DrawsIntoTheCallersMemoryAndLeavesThePaddingAlone) {
             for (size_t y = 0; y < 8; ++y) std::memset(memory.data() + rowBytes * y, 0, used);
             const Owned<CGContextRef> c(
                 CGBitmapContextCreate(memory.data(), width, 8, 8, rowBytes, space, 2));
-            // A slope whose right side goes on beyond every row's end, then all that is left.
+            // A triangle that reaches past the right end of every row, then everything.
             CGContextMoveToPoint(c, 0, 8);
             CGContextAddLineToPoint(c, 80, 0);
             CGContextAddLineToPoint(c, 80, 8);

@@ -1,4 +1,4 @@
-// Paths that take too long, and the way out of them.
+// Interrupting paths that take too long.
 #include "canvas.h"
 
 #include <CoreGraphics/OZMInterrupt.h>
@@ -7,35 +7,36 @@
 
 namespace {
 
-struct Patience {
-    int left;
-    int asked = 0;
+struct Interrupt {
+    int grantedCalls;
+    int calls = 0;
 };
 
-// A path that takes seconds, given up at the question after `patience`; then how often it was asked.
-int questions(int patience, CGPoint far, void (*use)(CGContextRef), const Canvas& canvas) {
-    Patience state = {patience};
+/// Draws a path that would take seconds, with an interrupt function that stops it after `grantedCalls` calls.
+/// Returns how often the function was called.
+int callsUntilInterrupted(int grantedCalls, CGPoint far, void (*draw)(CGContextRef), const Canvas& canvas) {
+    Interrupt state = {grantedCalls};
     OZMSetDrawingInterrupt(
         [](void* info) {
-            auto& p = *static_cast<Patience*>(info);
-            return ++p.asked > p.left;
+            auto& interrupt = *static_cast<Interrupt*>(info);
+            return ++interrupt.calls > interrupt.grantedCalls;
         },
         &state);
     CGContextMoveToPoint(canvas, 0, 0);
     for (int i = 0; i < 20'000; ++i)
         CGContextAddCurveToPoint(canvas, i % 31, far.y, far.x, i % 29, i % 23, i % 2 ? 0 : 1000);
-    use(canvas);
+    draw(canvas);
     OZMSetDrawingInterrupt(nullptr, nullptr);
-    return state.asked;
+    return state.calls;
 }
 
-TEST(Interrupt, GivesUpAPathAndKeepsTheThreadUsable) {
-    for (const auto& use : {CGContextFillPath, CGContextStrokePath, CGContextClip}) {
+TEST(DrawingInterrupt, AbandonsThePathAndKeepsTheThreadUsable) {
+    for (const auto& draw : {CGContextFillPath, CGContextStrokePath, CGContextClip}) {
         for (const CGPoint far : {CGPointMake(31, 1000), CGPointMake(1e9, -1e9)}) {
             const Canvas canvas(32, 1000);
-            EXPECT_EQ(questions(2, far, use, canvas), 3);
+            EXPECT_EQ(callsUntilInterrupted(2, far, draw, canvas), 3);
             EXPECT_FALSE(Owned<CGImageRef>(CGBitmapContextCreateImage(canvas)));
-            if (use == CGContextClip) {
+            if (draw == CGContextClip) {
                 CGContextFillRect(canvas, CGRectMake(0, 0, 32, 1000));
                 EXPECT_EQ(canvas.area(), 0);
             }

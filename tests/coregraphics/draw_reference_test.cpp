@@ -1,5 +1,4 @@
-// Drawing against a second way to the same answer: slow and plain code, or the same shape drawn by other
-// calls.
+// Compares drawings with references: slow and simple implementations, or the same shape drawn by other calls.
 #include "canvas.h"
 #include "raster/vector_code.h"
 
@@ -14,7 +13,7 @@
 
 namespace {
 
-constexpr double kSide = 32; // of a canvas
+constexpr double kSide = 32; // of a canvas, in pixels
 using Points = std::vector<CGPoint>;
 
 CGPoint onCubic(const CGPoint* p, double t) {
@@ -29,8 +28,8 @@ Points sampled(const CGPoint* cubic, int count) {
     return points;
 }
 
-// Coverage of each pixel, 0...1: the mean of 64 scan lines, each with its exact spans.
-std::vector<double> scanLines(const Points& contour, bool evenOdd) {
+/// The coverage of each pixel, from 0 to 1: the mean of 64 scanlines, each with exact spans.
+std::vector<double> scanlineCoverage(const Points& contour, bool evenOdd) {
     constexpr int kLines = 64;
     constexpr auto size = static_cast<size_t>(kSide);
     std::vector<double> coverage(size * size);
@@ -58,9 +57,10 @@ std::vector<double> scanLines(const Points& contour, bool evenOdd) {
     return coverage;
 }
 
-// In levels of 255, over the pixels that are covered in part: nine in ten are no more than `usual` off.
+/// Differences from a reference, in 255ths: the largest of all pixels, and the 90th percentile of the pixels
+/// that are partly covered.
 struct Errors {
-    double worst = 0, usual = 0;
+    double worst = 0, percentile90 = 0;
 };
 
 Errors errorsOf(const Canvas& canvas, const std::vector<double>& coverage) {
@@ -74,19 +74,19 @@ Errors errorsOf(const Canvas& canvas, const std::vector<double>& coverage) {
     return {std::max(partly.back(), std::ranges::max(whole)), partly[partly.size() * 9 / 10]};
 }
 
-TEST(Reference, FillsMatchScanLines) {
-    // Points are random within boxes, taken in turn.
+TEST(Reference, FillsMatchScanlines) {
+    // Each point is random within the next of the boxes.
     const CGRect anywhere = CGRectMake(-4, -4, kSide + 8, kSide + 8);
     const struct {
         const char* name;
         size_t points;
         bool isCurve;
         std::vector<CGRect> boxes;
-        Errors most;
+        Errors limits;
     } shapes[] = {
         {"triangle", 3, false, {anywhere}, {1.5, 0.6}},
-        // Where edges cross within a pixel, areas of either winding cancel.
-        {"self-intersecting polygon", 9, false, {anywhere}, {255, 8}},
+        // Where edges cross within a pixel, areas of opposite winding cancel.
+        {"self-intersecting polygon", 9, false, {anywhere}, {200, 8}},
         {"arch",
          4,
          true,
@@ -113,14 +113,14 @@ TEST(Reference, FillsMatchScanLines) {
                 CGContextAddLines(canvas, p.data(), p.size());
             }
             CGContextDrawPath(canvas, evenOdd ? kCGPathEOFill : kCGPathFill);
-            const Errors errors = errorsOf(canvas, scanLines(p, evenOdd));
-            EXPECT_LE(errors.worst, shape.most.worst) << shape.name << ' ' << i;
-            EXPECT_LE(errors.usual, shape.most.usual) << shape.name << ' ' << i;
+            const Errors errors = errorsOf(canvas, scanlineCoverage(p, evenOdd));
+            EXPECT_LE(errors.worst, shape.limits.worst) << shape.name << ' ' << i;
+            EXPECT_LE(errors.percentile90, shape.limits.percentile90) << shape.name << ' ' << i;
         }
 }
 
-// Round pens reach all that is no farther than half a width from the curve, whatever the curve does.
-TEST(Reference, StrokedCurvesCoverWhatIsNear) {
+// A stroke with round caps and joins covers exactly the points within half its width of the curve.
+TEST(Reference, RoundStrokesCoverAllNearbyPoints) {
     const struct {
         const char* name;
         CGPoint p[4];
@@ -137,7 +137,8 @@ TEST(Reference, StrokedCurvesCoverWhatIsNear) {
     for (const auto& curve : curves) {
         const Points spine = sampled(curve.p, 400);
         double area = 0;
-        constexpr double kCell = 0.5; // covered by how far its centre is from the stroke's edge
+        // Side of the sampling cells, whose coverage follows from the distance of their centre to the edge.
+        constexpr double kCell = 0.5;
         for (double y = kCell / 2; y < kSide; y += kCell)
             for (double x = kCell / 2; x < kSide; x += kCell) {
                 double nearest = kSide;
@@ -156,7 +157,7 @@ TEST(Reference, StrokedCurvesCoverWhatIsNear) {
     }
 }
 
-TEST(Reference, PenIsTheUserSpaceCircle) {
+TEST(Reference, PenIsACircleInUserSpace) {
     const CGAffineTransform matrices[] = {
         {1, 0, 1.5, 1, 16, 16}, {3, 0, 0, 0.5, 16, 16}, {0, 2, -1, 0, 16, 16}, {-1, 0.5, 0.5, 2, 16, 16}};
     for (const CGAffineTransform& matrix : matrices) {
@@ -176,7 +177,7 @@ TEST(Reference, PenIsTheUserSpaceCircle) {
     }
 }
 
-// Uses every kind of paint and every way to the pixels, starting from the initial state.
+/// Draws with every kind of paint and through every compositing path. Expects the initial state.
 void drawEverything(CGContextRef c, double width, double height) {
     const CGRect all = CGRectMake(0, 0, width, height);
     const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
@@ -218,7 +219,7 @@ int greatestDifference(const Canvas& a, const Canvas& b) {
     return greatest;
 }
 
-TEST(Reference, EveryVectorTargetAndByteOrderDrawsTheSame) {
+TEST(Reference, EveryInstructionSetAndByteOrderDrawsTheSame) {
     constexpr CGBitmapInfo first{kCGImageAlphaPremultipliedFirst}, last{kCGImageAlphaPremultipliedLast};
     for (const size_t width : {1u, 3u, 16u, 61u, 130u}) {
         const Canvas best(width, 47);
@@ -238,14 +239,14 @@ TEST(Reference, EveryVectorTargetAndByteOrderDrawsTheSame) {
     }
 }
 
-TEST(Reference, RestoringBringsTheWholeStateBack) {
+TEST(Reference, RestoresTheWholeState) {
     const Canvas plain, restored;
     drawEverything(plain, kSide, kSide);
     CGContextRef c = restored;
     const CGFloat dashes[] = {1, 2};
     CGContextSaveGState(c);
     CGContextRotateCTM(c, 1);
-    CGContextClip(c); // of nothing
+    CGContextClip(c); // The path is empty, so nothing can be drawn.
     CGContextSetLineWidth(c, 9);
     CGContextSetLineCap(c, kCGLineCapRound);
     CGContextSetLineJoin(c, kCGLineJoinBevel);
@@ -276,7 +277,8 @@ TEST(Reference, FillStrokeStrokesOverTheFill) {
     }
 }
 
-using Blend = double (*)(double b, double s); // of colours that are not premultiplied
+/// Blends one component of backdrop and source, not premultiplied.
+using Blend = double (*)(double b, double s);
 
 double hardLight(double b, double s) { return s <= 0.5 ? 2 * b * s : 1 - 2 * (1 - b) * (1 - s); }
 
@@ -306,7 +308,7 @@ const std::map<CGBlendMode, Blend> kBlends = {
     {kCGBlendModeExclusion, [](double b, double s) { return b + s - 2 * b * s; }},
 };
 
-// How much of source and backdrop stays, by their alphas.
+/// A Porter-Duff operator: the fractions of source and backdrop that remain, as functions of their alphas.
 struct Operator {
     CGBlendMode mode;
     double (*source)(double sa, double ba);
@@ -338,7 +340,7 @@ struct Gray {
     double level, alpha;
 };
 
-// What pixels hold, premultiplied, is what the formulas start from.
+/// Fills a pixel with `backdrop`, then the fraction `height` of it with `source` in the given mode.
 Rgba8 drawn(Gray backdrop, Gray source, CGBlendMode mode, double height = 1) {
     const Canvas canvas(1, 1);
     CGContextSetGrayFillColor(canvas, backdrop.level, backdrop.alpha);
@@ -355,11 +357,12 @@ TEST(Reference, BlendModesFollowTheirFormulas) {
         for (const double alpha : {0.0, 0.3, 0.7, 1.0}) colors.push_back({level, alpha});
     for (const Gray backdrop : colors)
         for (const Gray source : colors) {
+            // The formulas start from what the pixels hold, which is rounded and premultiplied.
             const Rgba8 under = drawn(backdrop, {}, kCGBlendModeNormal),
                         over = drawn(source, {}, kCGBlendModeNormal);
             const double ba = under.a / 255.0, sa = over.a / 255.0, bc = under.r / 255.0, sc = over.r / 255.0;
             const auto check = [&](CGBlendMode mode, double alpha, double level) {
-                for (const double height : {1.0, 0.4}) { // covered whole and in part
+                for (const double height : {1.0, 0.4}) { // full and partial coverage
                     const Rgba8 is = drawn(backdrop, source, mode, height);
                     const double a = 255 * (std::min(1.0, alpha) * height + ba * (1 - height));
                     const double c = 255 * (std::min(1.0, level) * height + bc * (1 - height));
@@ -382,7 +385,8 @@ TEST(Reference, BlendModesFollowTheirFormulas) {
         }
 }
 
-// Hue, saturation and colour keep the backdrop's luminosity; luminosity takes the source's.
+// The modes hue, saturation and colour keep the backdrop's luminosity. The mode luminosity takes the
+// source's.
 TEST(Reference, BlendModesOfColourKeepLuminosity) {
     const auto luminosity = [](const Rgba8& p) { return 0.3 * p.r + 0.59 * p.g + 0.11 * p.b; };
     const Rgba8 colors[] = {
@@ -400,15 +404,16 @@ TEST(Reference, BlendModesOfColourKeepLuminosity) {
                 const Rgba8 is = canvas.at(0, 0);
                 const double wanted = luminosity(mode == kCGBlendModeLuminosity ? over : under);
                 EXPECT_NEAR(luminosity(is), wanted, 1) << mode << ": " << under << " and " << over;
-                // A gray source takes the colour away, unless only its luminosity counts.
+                // A gray source makes the result gray, except in the mode luminosity.
                 const bool isGray = is.r == is.g && is.g == is.b,
                            wasGray = over.r == over.g && over.g == over.b;
                 EXPECT_TRUE(isGray || !wasGray || mode == kCGBlendModeLuminosity) << mode << ": " << is;
             }
 }
 
-// Rounding alone takes the luminosity of translucent grays below black and above white.
-TEST(Reference, BlendModesOfColourKeepBlackAndWhite) {
+// Rounding takes the luminosity of translucent grays slightly below black or above white; the result must be
+// clamped.
+TEST(Reference, BlendModeColourKeepsBlackAndWhite) {
     for (const double under : {0.0, 1.0})
         for (int alpha = 1; alpha < 255; ++alpha) {
             const Canvas canvas(1, 1);

@@ -7,9 +7,9 @@
 
 namespace {
 
-constexpr double kNothing = 1e-12; // what rounding leaves of a 0
+constexpr double kRoundingError = 1e-12; // Anything smaller is written as 0.
 
-// Streams do not read "inf" and "nan".
+// Unlike streams, strtod reads "inf" and "nan".
 double nextNumber(std::istream& in) {
     std::string word;
     in >> word;
@@ -51,7 +51,7 @@ std::string textOf(CGPathRef path) {
         text << "MLQCZ"[element->type];
         for (int i = 0; i < counts[element->type]; ++i)
             for (const double v : {element->points[i].x, element->points[i].y})
-                text << ' ' << (std::abs(v) < kNothing ? 0 : v);
+                text << ' ' << (std::abs(v) < kRoundingError ? 0 : v);
     });
     return out.str();
 }

@@ -1,4 +1,4 @@
-// What the tests share: scoped ownership of objects, and paths as text.
+// Helpers that the tests share: scoped ownership of objects, and paths as text.
 #pragma once
 
 #include <CoreGraphics/CoreGraphics.h>
@@ -12,7 +12,7 @@ struct ReleasesObject {
     void operator()(CFTypeRef object) const { CFRelease(object); }
 };
 
-/// Owns one reference to an object that a Create function returned, or none.
+/// Owns one reference, as returned by a Create or Copy function, or none.
 template <class Ref>
 class Owned {
 public:
@@ -25,13 +25,13 @@ private:
     std::unique_ptr<std::remove_pointer_t<Ref>, ReleasesObject> m_object;
 };
 
-/// A path from text: "M x y", "L x y", "Q" with two points, "C" with three and "Z".
+/// Reads a path from text: "M x y", "L x y", "Q" with two points, "C" with three and "Z".
 Owned<CGMutablePathRef> pathFromText(const std::string& text);
-/// The elements of a path in that form; coordinates have at most six digits, and nothing
-/// is smaller than 1e-12.
+/// Writes the elements of a path in that form. Coordinates are rounded to six digits, and those below 1e-12
+/// to 0.
 std::string textOf(CGPathRef path);
 
-// For comparing and printing in assertions.
+// These compare and print values in assertions.
 inline bool operator==(const CGPoint& a, const CGPoint& b) { return CGPointEqualToPoint(a, b); }
 inline bool operator==(const CGRect& a, const CGRect& b) { return CGRectEqualToRect(a, b); }
 inline bool operator==(const CGAffineTransform& a, const CGAffineTransform& b) {

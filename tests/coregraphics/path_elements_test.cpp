@@ -11,7 +11,7 @@ namespace {
 constexpr double kPi = std::numbers::pi;
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-TEST(Path, KeepsOnlyWhatHasACurrentPoint) {
+TEST(Path, IgnoresSegmentsThatAreNotFiniteOrLackACurrentPoint) {
     struct Case {
         const char* added;
         const char* kept;
@@ -36,7 +36,7 @@ TEST(Path, KeepsOnlyWhatHasACurrentPoint) {
     for (const Case& c : cases) EXPECT_EQ(textOf(pathFromText(c.added)), c.kept) << c.added;
 }
 
-TEST(Path, KnowsItsCurrentPoint) {
+TEST(Path, HasACurrentPoint) {
     EXPECT_EQ(CGPathGetCurrentPoint(pathFromText("")), CGPointZero);
     EXPECT_EQ(CGPathGetCurrentPoint(pathFromText("M 1 2 L 3 4")), CGPointMake(3, 4));
     EXPECT_EQ(CGPathGetCurrentPoint(pathFromText("M 1 2 L 3 4 Z")), CGPointMake(1, 2));
@@ -62,13 +62,13 @@ const ShapeCase kShapes[] = {
     {"rounded rect", [](auto p, auto m) { CGPathAddRoundedRect(p, m, CGRectMake(0, 0, 10, 8), 1, 2); },
      "M 1 0 L 9 0 C 9.55228 0 10 0.895431 10 2 L 10 6 C 10 7.10457 9.55228 8 9 8 "
      "L 1 8 C 0.447715 8 0 7.10457 0 6 L 0 2 C 0 0.895431 0.447715 0 1 0 Z"},
-    {"radii beyond half the sides",
+    {"radii above half the sides",
      [](auto p, auto m) { CGPathAddRoundedRect(p, m, CGRectMake(0, 0, 2, 2), 9, kInf); },
      "M 1 0 L 1 0 C 1.55228 0 2 0.447715 2 1 L 2 1 C 2 1.55228 1.55228 2 1 2 "
      "L 1 2 C 0.447715 2 0 1.55228 0 1 L 0 1 C 0 0.447715 0.447715 0 1 0 Z"},
     {"no radius", [](auto p, auto m) { CGPathAddRoundedRect(p, m, CGRectMake(0, 0, 2, 2), 0, 1); },
      "M 0 0 L 2 0 L 2 2 L 0 2 Z"},
-    {"negative and unknown radius",
+    {"NaN and negative radius",
      [](auto p, auto m) { CGPathAddRoundedRect(p, m, CGRectMake(0, 0, 2, 2), std::nan(""), -1); },
      "M 0 0 L 2 0 L 2 2 L 0 2 Z"},
     {"lines",
@@ -78,8 +78,8 @@ const ShapeCase kShapes[] = {
      },
      "M 1 1 L 2 2 L 3 1"},
     {"null rect", [](auto p, auto m) { CGPathAddRect(p, m, CGRectNull); }, ""},
-    {"rect with an unknown side",
-     [](auto p, auto m) { CGPathAddRect(p, m, CGRectMake(0, 0, std::nan(""), 1)); }, ""},
+    {"rect with a NaN side", [](auto p, auto m) { CGPathAddRect(p, m, CGRectMake(0, 0, std::nan(""), 1)); },
+     ""},
     {"quarter arc", [](auto p, auto m) { CGPathAddArc(p, m, 0, 0, 1, 0, kPi / 2, false); },
      "M 1 0 C 1 0.552285 0.552285 1 0 1"},
     {"arc of no sweep", [](auto p, auto m) { CGPathAddArc(p, m, 1, 1, 2, 0, 0, true); }, "M 3 1"},
@@ -94,7 +94,7 @@ TEST(Path, Shapes) {
     }
 }
 
-TEST(Path, ShapesGoThroughTheTransform) {
+TEST(Path, TransformsShapes) {
     const CGAffineTransform m = CGAffineTransformMake(2, 1, -1, 3, 10, 20);
     for (const ShapeCase& c : kShapes) {
         const Owned<CGMutablePathRef> plain(CGPathCreateMutable()), mapped(CGPathCreateMutable());
@@ -106,7 +106,7 @@ TEST(Path, ShapesGoThroughTheTransform) {
     }
 }
 
-TEST(Path, CreateFunctionsMakeTheSameShapes) {
+TEST(Path, CreateFunctionsReturnTheSameShapes) {
     const Owned<CGPathRef> rounded(CGPathCreateWithRoundedRect(CGRectMake(0, 0, 10, 8), 1, 2, nullptr));
     const Owned<CGPathRef> ellipse(CGPathCreateWithEllipseInRect(CGRectMake(-2, -1, 4, 2), nullptr));
     const Owned<CGPathRef> rect(CGPathCreateWithRect(CGRectMake(1, 2, 3, 4), nullptr));
@@ -115,7 +115,7 @@ TEST(Path, CreateFunctionsMakeTheSameShapes) {
     EXPECT_EQ(textOf(rect), kShapes[0].elements);
 }
 
-TEST(Path, ArcsKeepTheirDistanceFromTheCenter) {
+TEST(Path, ArcsStayAtTheirRadius) {
     struct Case {
         double start, end;
         bool clockwise;
@@ -169,7 +169,7 @@ TEST(Path, ArcToPointTouchesBothLines) {
         {"straight back", "M 0 0", {10, 0}, {5, 0}, 4, "M 0 0 L 10 0"},
         {"no first line", "M 0 0", {0, 0}, {5, 5}, 4, "M 0 0 L 0 0"},
         {"no radius", "M 0 0", {10, 0}, {10, 10}, 0, "M 0 0 L 10 0"},
-        {"unknown point", "M 0 0", {10, kInf}, {10, 10}, 0, "M 0 0"},
+        {"infinite point", "M 0 0", {10, kInf}, {10, 10}, 0, "M 0 0"},
         {"no current point", "", {10, 0}, {10, 10}, 4, ""},
         {"after a close",
          "M 0 0 L 0 5 Z",
@@ -199,28 +199,28 @@ TEST(Path, AppendsOtherPathsAndItself) {
     CGPathAddPath(path, nullptr, nullptr);
     CGPathAddPath(nullptr, nullptr, path);
 
-    // What the transform takes beyond all numbers is left out, the rest stays.
+    // Segments that the transform takes to infinity are left out; the others stay.
     const CGAffineTransform huge = CGAffineTransformMakeScale(1e10, 1e10);
     const auto far = pathFromText("M 0 0 L 1 1"), added = pathFromText("M 1 1 L 1e305 1 L 2 1 Q 1 1 2 2 Z");
     CGPathAddPath(far, &huge, added);
     EXPECT_EQ(textOf(far), "M 0 0 L 1 1 M 1e+10 1e+10 L 2e+10 1e+10 Q 1e+10 1e+10 2e+10 2e+10 Z");
 }
 
-TEST(Path, CopiesStandOnTheirOwn) {
+TEST(Path, CopiesAreIndependent) {
     const auto path = pathFromText("M 1 2 L 3 4");
     const Owned<CGPathRef> copy(CGPathCreateCopy(path));
-    const Owned<CGMutablePathRef> changeable(CGPathCreateMutableCopy(path));
+    const Owned<CGMutablePathRef> mutableCopy(CGPathCreateMutableCopy(path));
     EXPECT_TRUE(CFEqual(path, copy));
     CGPathAddLineToPoint(path, nullptr, 5, 6);
-    CGPathCloseSubpath(changeable);
+    CGPathCloseSubpath(mutableCopy);
     EXPECT_EQ(textOf(copy), "M 1 2 L 3 4");
-    EXPECT_EQ(textOf(changeable), "M 1 2 L 3 4 Z");
+    EXPECT_EQ(textOf(mutableCopy), "M 1 2 L 3 4 Z");
     EXPECT_FALSE(CGPathEqualToPath(path, copy));
     EXPECT_FALSE(CGPathEqualToPath(nullptr, copy));
     EXPECT_TRUE(CGPathEqualToPath(nullptr, nullptr));
 }
 
-TEST(Path, MayGrowWhileItIsWalked) {
+TEST(Path, MayGrowDuringApply) {
     const auto path = pathFromText("M 0 0 L 1 1 L 2 2");
     CGPathApply(path, path.get(), [](void* info, const CGPathElement*) {
         for (int i = 0; i < 100; ++i)
@@ -229,7 +229,7 @@ TEST(Path, MayGrowWhileItIsWalked) {
     EXPECT_EQ(CGPathGetCurrentPoint(path), CGPointMake(99, 99));
 }
 
-TEST(Path, NullIsNoPath) {
+TEST(Path, AcceptsNull) {
     CGPathMoveToPoint(nullptr, nullptr, 1, 1);
     CGPathAddRects(nullptr, nullptr, nullptr, 3);
     CGPathAddLines(nullptr, nullptr, nullptr, 3);

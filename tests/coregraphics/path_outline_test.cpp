@@ -49,7 +49,7 @@ const OutlineCase kOutlines[] = {
     {"M 0 0 L 10 0", {-2, kCGLineCapRound}, CGRectNull},
     {"M 0 0 L 10 0 L 10 10 L 0 10 Z", {2}, {{-1, -1}, {12, 12}}},
     {"M 0 0 L 10 0 L 10 10", {2, kCGLineCapButt, kCGLineJoinMiter}, {{0, -1}, {11, 11}}},
-    // A right angle's miter is 1.41 times as long as the line is wide.
+    // At a right angle, the miter is 1.41 times as long as the line is wide.
     {"M 0 10 L 0 0 L 10 10",
      {2, kCGLineCapButt, kCGLineJoinMiter, 3},
      {{-1, -2.414214}, {11.707107, 13.121320}}},
@@ -61,14 +61,14 @@ const OutlineCase kOutlines[] = {
     {"M 0 0 L 10 0 L 0 0", {2, kCGLineCapButt, kCGLineJoinRound}, {{0, -1}, {11, 2}}},
 };
 
-constexpr double kTolerance = 0.01; // of flattened curves and round caps
+constexpr double kTolerance = 0.01; // for flattened curves and round caps
 
-TEST(StrokedPath, HasTheBoxOfTheStroke) {
+TEST(StrokedPath, HasTheBoundsOfTheStroke) {
     for (const OutlineCase& c : kOutlines)
         expectNear(CGPathGetBoundingBox(stroked(pathFromText(c.path), c.pen)), c.box, kTolerance, c.path);
 }
 
-TEST(StrokedPath, IsTheSameAtEverySize) {
+TEST(StrokedPath, HasTheSameShapeAtEveryScale) {
     for (const double scale : {1e-300, 1e-9, 1e9, 1e300}) {
         const CGAffineTransform m = CGAffineTransformMakeScale(scale, scale);
         for (const OutlineCase& c : kOutlines) {
@@ -103,7 +103,7 @@ TEST(StrokedPath, IsTransformedWithItsPen) {
     expectNear(CGPathGetBoundingBox(outline), CGRectMake(97, 0, 6, 10), 1e-9, "vertical line");
 }
 
-TEST(StrokedPath, SurvivesEveryNumber) {
+TEST(StrokedPath, AcceptsExtremeNumbers) {
     for (const double width : {kInf, std::nan(""), 1e308, 5e-324})
         for (const char* path :
              {"M 0 0 L 1 1 C 1e300 0 0 -1e300 5 5 Z", "M -1e308 0 L 1e308 1e308 L 0 -1e308 Z",
@@ -118,7 +118,7 @@ TEST(StrokedPath, SurvivesEveryNumber) {
     EXPECT_EQ(stroked(nullptr, {}).get(), nullptr);
 }
 
-TEST(DashedPath, CutsLines) {
+TEST(DashedPath, SplitsLines) {
     struct Case {
         const char* path;
         double phase;

@@ -13,11 +13,11 @@ namespace {
 
 using Polygon = std::vector<CGPoint>;
 
-/// Random subpaths of lines and curves, and the same as polygons of many short sides.
+/// A path of random lines and curves, and the same subpaths as polygons with many short sides.
 struct RandomPath {
     explicit RandomPath(std::mt19937& random) {
         const auto point = [&] {
-            std::uniform_int_distribution<int> coordinate(-100, 100); // whole numbers, so that some coincide
+            std::uniform_int_distribution<int> coordinate(-100, 100); // integers, so that some coincide
             const double x = coordinate(random);
             return CGPoint{x, static_cast<double>(coordinate(random))};
         };
@@ -59,7 +59,7 @@ struct RandomPath {
     std::vector<Polygon> polygons;
 };
 
-// The sum of the angles under which the sides are seen. NaN for a point close to a side.
+/// The winding number, from the angles that the sides subtend at the point. NaN for a point close to a side.
 double windingByAngles(const std::vector<Polygon>& polygons, CGPoint p) {
     double sum = 0;
     for (const Polygon& polygon : polygons) {
@@ -75,7 +75,7 @@ double windingByAngles(const std::vector<Polygon>& polygons, CGPoint p) {
     return std::round(sum / (2 * std::numbers::pi));
 }
 
-TEST(PathBounds, HoldRandomCurvesTightly) {
+TEST(PathBounds, AreTightAroundRandomCurves) {
     std::mt19937 random(7);
     for (int i = 0; i < 300; ++i) {
         const RandomPath r(random);
@@ -99,7 +99,7 @@ TEST(PathBounds, HoldRandomCurvesTightly) {
     }
 }
 
-TEST(PathBounds, AsNumbers) {
+TEST(PathBounds, OfKnownPaths) {
     struct Case {
         const char* path;
         CGRect all, tight;
@@ -156,7 +156,7 @@ TEST(PathContains, AgreesWithSummedAngles) {
     EXPECT_GT(inside, 300);
 }
 
-TEST(PathContains, HugeAndUnknownPoints) {
+TEST(PathContains, AcceptsExtremePointsAndATransform) {
     const auto path = pathFromText("M -1e308 -1e308 L 1e308 -1e308 L 0 1e308 Z");
     EXPECT_TRUE(CGPathContainsPoint(path, nullptr, {0, 0}, false));
     EXPECT_FALSE(CGPathContainsPoint(path, nullptr, {1e308, 1e307}, false));
@@ -168,7 +168,7 @@ TEST(PathContains, HugeAndUnknownPoints) {
     EXPECT_FALSE(CGPathContainsPoint(square, nullptr, {5, 5}, true));
 }
 
-TEST(PathIsRect, OneUprightRectOnly) {
+TEST(PathIsRect, HoldsForASingleAxisAlignedRect) {
     struct Case {
         const char* path;
         bool isRect;

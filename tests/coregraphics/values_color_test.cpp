@@ -48,7 +48,7 @@ TEST(ColorSpace, IsFoundByName) {
     EXPECT_EQ(CFStringGetCStringPtr(kCGColorSpaceSRGB, 1), nullptr);
 }
 
-TEST(ColorSpace, CalibratedIsApartFromTheDevice) {
+TEST(ColorSpace, CalibratedDiffersFromDevice) {
     const CGFloat white[] = {0.95, 1, 1.09};
     const Owned<CGColorSpaceRef> space(CGColorSpaceCreateCalibratedRGB(white, nullptr, nullptr, nullptr));
     const Owned<CGColorSpaceRef> device(CGColorSpaceCreateDeviceRGB());
@@ -70,7 +70,7 @@ TEST(Color, KeepsItsComponentsAsGiven) {
     EXPECT_EQ(CGColorGetAlpha(gray), 0.75);
 }
 
-TEST(Color, EqualityIsOfSpaceAndComponents) {
+TEST(Color, EqualityComparesSpaceAndComponents) {
     const Owned<CGColorRef> red(CGColorCreateSRGB(1, 0, 0, 1)), same(CGColorCreateSRGB(1, 0, 0, 1));
     const Owned<CGColorRef> generic(CGColorCreateGenericRGB(1, 0, 0, 1));
     const Owned<CGColorRef> faint(CGColorCreateCopyWithAlpha(red, 0.5)), copy(CGColorCreateCopy(faint));
@@ -82,7 +82,7 @@ TEST(Color, EqualityIsOfSpaceAndComponents) {
     EXPECT_FALSE(CGColorEqualToColor(red, nullptr));
 }
 
-TEST(Color, BecomesAPremultipliedPixel) {
+TEST(Color, ConvertsToAPremultipliedPixel) {
     struct Case {
         ozcg::Rgba color;
         double alpha;
@@ -97,7 +97,7 @@ TEST(Color, BecomesAPremultipliedPixel) {
     for (const Case& c : cases) EXPECT_EQ(bytesOf(ozcg::premultipliedPixel(c.color, c.alpha)), c.bytes);
 }
 
-/// A gradient of device RGB stops and what its table holds.
+/// A gradient with stops in device RGB, and access to its table of colours.
 struct RgbGradient {
     RgbGradient(std::vector<CGFloat> components, const CGFloat* locations)
         : gradient(CGGradientCreateWithColorComponents(space, components.data(), locations,
@@ -116,7 +116,7 @@ TEST(Gradient, MixesColorsBeforePremultiplication) {
     EXPECT_EQ(g.at(0), (Bytes{255, 0, 0, 255}));
     EXPECT_EQ(g.at(1), (Bytes{0, 0, 0, 0}));
     const Bytes middle = g.at(0.5);
-    const Bytes expected = {64, 0, 64, 128}; // half red, half blue, times half
+    const Bytes expected = {64, 0, 64, 128}; // half red and half blue, at alpha 0.5
     for (size_t i = 0; i < 4; ++i) EXPECT_NEAR(middle[i], expected[i], 1) << i;
 }
 
@@ -139,12 +139,12 @@ TEST(Gradient, SortsAndClampsStops) {
     }
 }
 
-TEST(Gradient, StopsAtOnePlaceKeepTheirOrder) {
+TEST(Gradient, StopsAtTheSameLocationKeepTheirOrder) {
     const CGFloat middle[] = {0.5, 0.5, 0.5};
     const RgbGradient hard({1, 0, 0, 1, 0, 1, 0, 1, 0, 0, 1, 1}, middle);
     EXPECT_EQ(hard.at(0.499), (Bytes{255, 0, 0, 255}));
     EXPECT_EQ(hard.at(0.501), (Bytes{0, 0, 255, 255}));
-    // More stops than a sort that is stable by chance keeps in order.
+    // So many stops that an unstable sort would not keep them in order by chance.
     std::vector<CGFloat> many, place;
     for (int i = 0; i <= 40; ++i) {
         many.insert(many.end(), {i / 40.0, 0, 1 - i / 40.0, 1});
@@ -153,7 +153,7 @@ TEST(Gradient, StopsAtOnePlaceKeepTheirOrder) {
     const RgbGradient crowded(many, place.data());
     EXPECT_EQ(crowded.at(0.499), (Bytes{0, 0, 255, 255}));
     EXPECT_EQ(crowded.at(0.501), (Bytes{255, 0, 0, 255}));
-    // What lies before the start and after the end.
+    // Of several stops at 0, the first counts for 0; of several at 1, the last counts for 1.
     const CGFloat ends[] = {0, 0, 1, 1};
     const RgbGradient g({1, 0, 0, 1, 0, 1, 0, 1, 0, 1, 0, 1, 0, 0, 1, 1}, ends);
     EXPECT_EQ(g.at(0), (Bytes{255, 0, 0, 255}));
@@ -177,7 +177,7 @@ TEST(Gradient, NeedsSpaceAndColors) {
     EXPECT_EQ(CGGradientCreateWithColors(space, nullptr, nullptr), nullptr);
 }
 
-TEST(Gradient, OfColorObjects) {
+TEST(Gradient, CanBeCreatedFromColors) {
     const Owned<CGColorRef> red(CGColorCreateSRGB(1, 0, 0, 1)), gray(CGColorCreateGenericGray(0.5, 1));
     const void* values[] = {red.get(), gray.get()};
     const Owned<CFArrayRef> colors(CFArrayCreate(nullptr, values, 2, &kCFTypeArrayCallBacks));
@@ -220,7 +220,7 @@ TEST(Object, ArraysHoldReferences) {
     EXPECT_EQ(CFArrayCreate(nullptr, values, -1, nullptr), nullptr);
 }
 
-TEST(Object, NullIsNoObject) {
+TEST(Object, FunctionsAcceptNull) {
     EXPECT_EQ(CFRetain(nullptr), nullptr);
     CFRelease(nullptr);
     CGPathRelease(nullptr);

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-TEST(Rect, KnowsItsKinds) {
+TEST(Rect, IsEmptyNullOrInfinite) {
     struct Case {
         CGRect rect;
         bool empty, null, infinite;
@@ -31,7 +31,7 @@ TEST(Rect, KnowsItsKinds) {
     }
 }
 
-TEST(Rect, WithNegativeSidesIsItsStandardForm) {
+TEST(Rect, WithNegativeSidesEqualsItsStandardForm) {
     const CGRect rect = CGRectMake(10, 20, -4, -6);
     const CGRect standard = CGRectStandardize(rect);
     EXPECT_EQ(standard.origin, CGPointMake(6, 14));
@@ -83,7 +83,7 @@ TEST(Rect, UnionIntersectionAndContainment) {
     }
 }
 
-TEST(Rect, ContainsThePointsOfItsLowerSidesOnly) {
+TEST(Rect, ContainsItsMinimumEdgesButNotItsMaximumEdges) {
     const CGRect rect = CGRectMake(1, 1, 2, 2);
     EXPECT_TRUE(CGRectContainsPoint(rect, {1, 1}));
     for (const CGPoint p :
@@ -93,7 +93,7 @@ TEST(Rect, ContainsThePointsOfItsLowerSidesOnly) {
     EXPECT_FALSE(CGRectContainsPoint(CGRectNull, {1, 1}));
 }
 
-TEST(Rect, IntegralIsTheWholeRectAround) {
+TEST(Rect, IntegralRoundsOutwards) {
     EXPECT_EQ(CGRectIntegral(CGRectMake(0.5, -0.5, 2, 2)), CGRectMake(0, -1, 3, 3));
     EXPECT_EQ(CGRectIntegral(CGRectMake(2, 3, 4, 5)), CGRectMake(2, 3, 4, 5));
     EXPECT_TRUE(CGRectIsNull(CGRectIntegral(CGRectNull)));
@@ -122,7 +122,7 @@ TEST(Rect, DividesFromEverySide) {
     CGRectDivide(CGRectZero, nullptr, nullptr, 1, CGRectMinXEdge);
 }
 
-TEST(AffineTransform, AppliesTheNewPartFirst) {
+TEST(AffineTransform, AppliesTheAddedTransformFirst) {
     const CGAffineTransform t = CGAffineTransformMake(2, 1, -1, 3, 10, 20);
     const CGPoint p = {5, 7};
     const CGAffineTransform parts[] = {CGAffineTransformMakeTranslation(3, 4),
@@ -143,7 +143,7 @@ TEST(AffineTransform, AppliesTheNewPartFirst) {
     EXPECT_TRUE(CGSizeEqualToSize(size, CGSizeMake(1, 4)));
 }
 
-TEST(AffineTransform, InverseUndoesAndASingularMatrixStays) {
+TEST(AffineTransform, IsInvertedUnlessSingular) {
     const CGAffineTransform t = CGAffineTransformMake(2, 1, -1, 3, 10, 20);
     const CGPoint p =
         CGPointApplyAffineTransform(CGPointApplyAffineTransform({5, 7}, t), CGAffineTransformInvert(t));
@@ -160,7 +160,7 @@ TEST(AffineTransform, InverseUndoesAndASingularMatrixStays) {
                   CGAffineTransformMake(1 / scale, 0, 0, -1 / scale, -1, 3));
 }
 
-TEST(AffineTransform, BoundsTheImageOfARect) {
+TEST(AffineTransform, ReturnsTheBoundsOfATransformedRect) {
     const CGAffineTransform quarter = CGAffineTransformMake(0, 1, -1, 0, 0, 0);
     EXPECT_EQ(CGRectApplyAffineTransform(CGRectMake(1, 2, 3, 4), quarter), CGRectMake(-6, 1, 4, 3));
     EXPECT_EQ(CGRectApplyAffineTransform(CGRectMake(4, 6, -3, -4), quarter), CGRectMake(-6, 1, 4, 3));

@@ -13,7 +13,7 @@ namespace {
 
 using Bytes = std::vector<uint8_t>;
 
-// Constants of one type, so that they can be combined.
+// The same type for all, so that they can be combined.
 constexpr CGBitmapInfo little = kCGBitmapByteOrder32Little, big = kCGBitmapByteOrder32Big;
 constexpr CGBitmapInfo words = kCGBitmapByteOrder16Little, floats = kCGBitmapFloatComponents;
 
@@ -73,7 +73,8 @@ TEST(Image, ReadsEveryFormat) {
         {8, Space::none, kCGImageAlphaOnly, {77}, {0, 0, 0, 77}},
     };
     for (const Case& c : cases) {
-        // Two rows of three pixels, one byte of padding; the pixel in question is the last.
+        // Two rows of three pixels with a byte of padding between the rows. The last pixel is the one that is
+        // read.
         const size_t bytesPerPixel = c.bitsPerPixel / 8, bytesPerRow = 3 * bytesPerPixel + 1;
         Bytes bytes(2 * bytesPerRow - 1);
         std::ranges::copy(c.pixel, bytes.end() - static_cast<ptrdiff_t>(bytesPerPixel));
@@ -86,7 +87,7 @@ TEST(Image, ReadsEveryFormat) {
     }
 }
 
-TEST(Image, RefusesWhatItCannotRead) {
+TEST(Image, RefusesUnsupportedFormats) {
     struct Case {
         const char* why;
         size_t width, height, bitsPerComponent, bitsPerPixel, bytesPerRow;
@@ -98,14 +99,14 @@ TEST(Image, RefusesWhatItCannotRead) {
         {"no height", 2, 0, 8, 32, 8, Space::rgb, kCGImageAlphaLast},
         {"short rows", 2, 2, 8, 32, 7, Space::rgb, kCGImageAlphaLast},
         {"more rows than bytes", 2, 3, 8, 32, 8, Space::rgb, kCGImageAlphaLast},
-        {"size beyond all numbers", SIZE_MAX / 2, 2, 8, 32, SIZE_MAX - 1, Space::rgb, kCGImageAlphaLast},
-        {"height beyond all numbers", 2, SIZE_MAX, 8, 32, 8, Space::rgb, kCGImageAlphaLast},
+        {"size that overflows", SIZE_MAX / 2, 2, 8, 32, SIZE_MAX - 1, Space::rgb, kCGImageAlphaLast},
+        {"height that overflows", 2, SIZE_MAX, 8, 32, 8, Space::rgb, kCGImageAlphaLast},
         {"16 bits per component", 1, 1, 16, 64, 8, Space::rgb, kCGImageAlphaLast},
         {"float components", 2, 2, 8, 32, 8, Space::rgb, kCGImageAlphaLast | floats},
         {"no space", 2, 2, 8, 32, 8, Space::none, kCGImageAlphaLast},
         {"space for alpha only", 2, 2, 8, 8, 8, Space::gray, kCGImageAlphaOnly},
         {"gray as RGB", 2, 2, 8, 32, 8, Space::gray, kCGImageAlphaLast},
-        {"alpha without room", 2, 2, 8, 24, 8, Space::rgb, kCGImageAlphaLast},
+        {"no room for alpha", 2, 2, 8, 24, 8, Space::rgb, kCGImageAlphaLast},
         {"byte order of 24 bits", 2, 2, 8, 24, 8, Space::rgb, little},
         {"16-bit byte order", 2, 2, 8, 32, 8, Space::rgb, kCGImageAlphaLast | words},
         {"unknown alpha", 2, 2, 8, 32, 8, Space::rgb, 9},
@@ -123,14 +124,14 @@ TEST(Image, RefusesWhatItCannotRead) {
     EXPECT_EQ(make(good, decode).get(), nullptr);
 }
 
-TEST(Image, PartSharesTheBytes) {
+TEST(Image, CanBeCropped) {
     Bytes bytes(4 * 12);
     std::iota(bytes.begin(), bytes.end(), uint8_t{0});
     const auto image = makeImage(4, 3, 32, 16, Space::rgb, kCGImageAlphaPremultipliedLast, bytes);
     struct Case {
         CGRect rect;
         size_t width, height;
-        uint8_t first; // 0: no image
+        uint8_t first; // The first byte; 0 if there is no image.
     };
     const Case cases[] = {
         {CGRectMake(1, 1, 2, 2), 2, 2, 20},
@@ -155,7 +156,7 @@ TEST(Image, PartSharesTheBytes) {
     }
 }
 
-TEST(Image, CopyWithAnotherSpace) {
+TEST(Image, CanBeCopiedWithAnotherSpace) {
     const auto image = makeImage(1, 1, 32, 4, Space::rgb, kCGImageAlphaPremultipliedLast, {1, 2, 3, 4});
     const Owned<CGColorSpaceRef> sRGB(CGColorSpaceCreateWithName(kCGColorSpaceSRGB));
     const Owned<CGImageRef> copy(CGImageCreateCopyWithColorSpace(image, sRGB));
@@ -165,30 +166,13 @@ TEST(Image, CopyWithAnotherSpace) {
     EXPECT_EQ(CGImageCreateCopyWithColorSpace(nullptr, sRGB), nullptr);
 }
 
-TEST(Image, GivesItsBytesBack) {
+TEST(Image, ReturnsItsBytes) {
     const Bytes bytes = {1, 2, 3, 4, 5, 6, 7, 8};
     const auto image = makeImage(2, 1, 32, 8, Space::rgb, kCGImageAlphaFirst, bytes);
     const Owned<CFDataRef> data(CGDataProviderCopyData(CGImageGetDataProvider(image)));
     ASSERT_EQ(CFDataGetLength(data), 8);
     EXPECT_TRUE(std::equal(bytes.begin(), bytes.end(), CFDataGetBytePtr(data)));
     EXPECT_EQ(CGImageGetAlphaInfo(image), kCGImageAlphaFirst);
-}
-
-TEST(Image, SnapshotSharesTheStorage) {
-    const auto storage = ozcg::PixelStorage::create(16);
-    EXPECT_TRUE(std::ranges::all_of(std::span(storage->bytes(), 16), [](uint8_t byte) { return byte == 0; }));
-    CGImageFormat format;
-    format.width = format.height = 2;
-    format.bytesPerRow = 8;
-    format.bitmapInfo = kCGImageAlphaPremultipliedLast;
-    format.layout = *ozcg::pixelLayout(8, 32, makeSpace(Space::rgb), format.bitmapInfo);
-    {
-        const Owned<CGImageRef> image(ozcg::createImage(format, storage));
-        EXPECT_FALSE(storage->isUnique());
-        storage->bytes()[12] = 9;
-        EXPECT_EQ(rowOf(image, 1, 1, 1), (Bytes{9, 0, 0, 0}));
-    }
-    EXPECT_TRUE(storage->isUnique());
 }
 
 TEST(DataProvider, ReleasesItsBytesOnce) {

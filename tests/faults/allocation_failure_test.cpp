@@ -1,5 +1,5 @@
-// Every single allocation of a parse and of a drawing fails once, alone and with all that follow it. Nothing
-// may leak, a result is whole or missing, and what comes later is right again.
+// Every single allocation of parsing and drawing fails once by itself, and once together with all that
+// follow. Nothing may leak, a result must be complete or missing, and later results must be correct again.
 #include "allocations.h"
 #include "samples.h"
 
@@ -17,21 +17,22 @@ using namespace ozm::test;
 
 namespace {
 
-constexpr size_t kForEver = std::numeric_limits<size_t>::max();
+constexpr size_t kForever = std::numeric_limits<size_t>::max();
 
-/// Runs a function whose n-th allocation fails, for every n until none does; `after` sees what became of it.
-/// Each run has a thread of its own, whose buffers begin empty and end with it.
-template <typename Function, typename After>
-void FailEachAllocation(Function function, After after) {
+/// Runs `function` repeatedly, each time with the next allocation failing, until none is left to fail.
+/// `check` examines each result. Each run has a thread of its own, so that no buffers are left from the run
+/// before.
+template <typename Function, typename Check>
+void FailEachAllocation(Function function, Check check) {
     for (const bool recovers : {true, false}) {
         bool hasFailed = true;
         for (size_t n = 0; hasFailed && !testing::Test::HasFailure(); ++n) {
-            SCOPED_TRACE(std::to_string(n) + (recovers ? "" : " and all that follow"));
+            SCOPED_TRACE("allocation " + std::to_string(n) + (recovers ? "" : " and all that follow"));
             const int64_t before = LiveBlocks();
             std::thread([&] {
                 decltype(function()) result{};
                 {
-                    const FailingAllocations failing(n, recovers ? n : kForEver);
+                    const FailingAllocations failing(n, recovers ? n : kForever);
                     try {
                         result = function();
                     } catch (const std::bad_alloc&) {
@@ -39,10 +40,10 @@ void FailEachAllocation(Function function, After after) {
                     hasFailed = failing.HaveFailed();
                 }
                 if (!hasFailed) {
-                    EXPECT_TRUE(result) << "though nothing failed";
+                    EXPECT_TRUE(result) << "although no allocation failed";
                     EXPECT_GT(n, 3u);
                 }
-                after(result);
+                check(result);
             }).join();
             EXPECT_EQ(LiveBlocks(), before);
         }
@@ -60,7 +61,7 @@ std::string TextOf(const Document& document) {
 
 class AllocationFailure : public testing::TestWithParam<Sample> {};
 
-/// Builds one of everything and draws it.
+/// Creates an object of every kind and draws with them.
 Image DrawThroughEveryObject() {
     const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
     const Owned<CGContextRef> context(
@@ -73,7 +74,7 @@ Image DrawThroughEveryObject() {
     const void* colors[] = {red.get(), half.get()};
     Owned<CFArrayRef> list;
     if (red && half) list = Owned<CFArrayRef>(CFArrayCreate(nullptr, colors, 2, &kCFTypeArrayCallBacks));
-    // An array that is missing is no array of colours, which is the caller's business.
+    // Passing a missing array to CGGradientCreateWithColors would be an error of the caller.
     if (!list) return Image();
     const Owned<CGGradientRef> gradient(CGGradientCreateWithColors(space.get(), list.get(), nullptr));
 
@@ -111,12 +112,12 @@ Image DrawThroughEveryObject() {
     CGContextStrokePath(c);
     const Image image(CGBitmapContextCreateImage(c));
     const Image part(CGImageCreateWithImageInRect(image.get(), CGRectMake(5, 5, 20, 20)));
-    if (!part) return Image(); // as with the list
+    if (!part) return Image(); // Likewise.
     CGContextDrawImage(c, CGRectMake(3, 3, 11, 7.5), part.get());
     return Image(CGBitmapContextCreateImage(c));
 }
 
-/// A context with a saved state and another matrix, made on a thread that keeps no memory for further states.
+/// Creates a context with a saved state and another matrix, on a thread that has kept no memory for states.
 Owned<CGContextRef> MakeSavedContext() {
     Owned<CGContextRef> context;
     std::thread([&] {
@@ -129,7 +130,8 @@ Owned<CGContextRef> MakeSavedContext() {
     return context;
 }
 
-/// True, so that it can be told from a throw.
+/// Draws a document with dashes and debug frames. Returns true, unlike the default result that a throw
+/// leaves.
 bool DrawInto(Document& document, CGContextRef context) {
     CoreGraphicsRenderer renderer;
     renderer.SetDocument(&document);
@@ -140,33 +142,33 @@ bool DrawInto(Document& document, CGContextRef context) {
 
 } // namespace
 
-TEST_P(AllocationFailure, WhileParsingLeavesNothing) {
+TEST_P(AllocationFailure, WhileParsingLeaksNothing) {
     const std::string& text = GetParam().text;
     const std::string expected = TextOf(*Parse(text));
-    const auto isWholeOrMissing = [&](const std::unique_ptr<Document>& document) {
+    const auto isCompleteOrMissing = [&](const std::unique_ptr<Document>& document) {
         EXPECT_EQ(document ? TextOf(*document) : expected, expected);
     };
-    FailEachAllocation([&] { return Parse(text); }, isWholeOrMissing);
+    FailEachAllocation([&] { return Parse(text); }, isCompleteOrMissing);
     if (GetParam().file.empty()) return;
     FailEachAllocation(
         [&] { return SVGParser().CreateDocumentWithContentsOfSVGFile(GetParam().file.c_str()); },
-        isWholeOrMissing);
+        isCompleteOrMissing);
 }
 
-TEST_P(AllocationFailure, WhileDrawingGivesNoPictureOrAWholeOne) {
+TEST_P(AllocationFailure, WhileDrawingReturnsACompletePictureOrNone) {
     const auto document = Parse(GetParam().text);
     const std::vector<uint8_t> expected = PixelsOf(Draw(*document));
     ASSERT_FALSE(expected.empty());
     FailEachAllocation([&] { return Draw(*document); },
                        [&](const Image& image) {
                            EXPECT_TRUE(!image || PixelsOf(image) == expected);
-                           EXPECT_TRUE(PixelsOf(Draw(*document)) == expected) << "drawn again";
+                           EXPECT_TRUE(PixelsOf(Draw(*document)) == expected) << "when drawn again";
                        });
 }
 
 TEST_P(AllocationFailure, WhileDrawingKeepsTheCallersState) {
     const auto document = Parse(GetParam().text);
-    DrawInto(*document, MakeSavedContext().get()); // What it leaves for later contexts is no leak.
+    DrawInto(*document, MakeSavedContext().get()); // Memory that it keeps for later contexts is not a leak.
     Owned<CGContextRef> context = MakeSavedContext();
     FailEachAllocation([&] { return DrawInto(*document, context.get()); },
                        [&](bool) {
@@ -178,12 +180,12 @@ TEST_P(AllocationFailure, WhileDrawingKeepsTheCallersState) {
                        });
 }
 
-TEST(AllocationFailureOfObjects, GivesNoPictureOrAWholeOne) {
+TEST(AllocationFailureOfObjects, LeavesACompletePictureOrNone) {
     const std::vector<uint8_t> expected = PixelsOf(DrawThroughEveryObject());
     ASSERT_FALSE(expected.empty());
     FailEachAllocation(DrawThroughEveryObject, [&](const Image& image) {
         EXPECT_TRUE(!image || PixelsOf(image) == expected);
-        EXPECT_TRUE(PixelsOf(DrawThroughEveryObject()) == expected) << "drawn again";
+        EXPECT_TRUE(PixelsOf(DrawThroughEveryObject()) == expected) << "when drawn again";
     });
 }
 

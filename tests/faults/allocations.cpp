@@ -18,7 +18,7 @@ struct Watch {
 constinit thread_local Watch watch;
 constinit std::atomic<int64_t> live = 0;
 
-/// Whether an allocation may go on.
+/// Whether an allocation may succeed.
 bool IsGranted(size_t size) {
     if (!watch.isOn) return true;
     const size_t number = watch.blocks++;
@@ -33,7 +33,7 @@ void* Counted(void* block) {
 
 } // namespace
 
-// The linker's names: __wrap_X takes the calls of X, __real_X is X.
+// Names that the linker defines: calls of X go to __wrap_X, and __real_X is X itself.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 void* __real_malloc(size_t size);
@@ -61,7 +61,7 @@ void __wrap_free(void* block) {
 }
 // NOLINTEND(bugprone-reserved-identifier)
 
-// All forms, because a sanitizer brings those that are missing.
+// All forms are replaced, because a sanitizer provides any that are missing.
 void* operator new(size_t size, const std::nothrow_t&) noexcept { return __wrap_malloc(size ? size : 1); }
 void* operator new(size_t size) {
     if (void* const block = __wrap_malloc(size ? size : 1)) return block;

@@ -1,5 +1,5 @@
-// What the program allocates: operator new and delete are replaced, and the C functions that the libraries
-// under test call are wrapped by the linker.
+// Observes the program's allocations, and makes them fail. operator new and delete are replaced; the linker
+// wraps the C functions that the libraries under test call.
 #pragma once
 
 #include <cstddef>
@@ -7,10 +7,10 @@
 
 namespace ozm::test {
 
-/// Blocks that are allocated and not yet freed, by all threads.
+/// The number of blocks that all threads have allocated and not yet freed.
 int64_t LiveBlocks();
 
-/// Counts the allocations of the calling thread for as long as it lives; one at a time per thread.
+/// Counts the calling thread's allocations during its lifetime. Each thread can have one at a time.
 class AllocationCount {
 public:
     AllocationCount();
@@ -25,7 +25,7 @@ protected:
     AllocationCount(size_t first, size_t last);
 };
 
-/// Lets the calling thread's allocations number `first` to `last` (counted from 0) fail, while it lives.
+/// Makes the calling thread's allocations number `first` to `last` (counted from 0) fail during its lifetime.
 class FailingAllocations : public AllocationCount {
 public:
     FailingAllocations(size_t first, size_t last) : AllocationCount(first, last) {}

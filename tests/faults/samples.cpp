@@ -21,7 +21,8 @@ std::string Repeated(int times, std::string (*part)(const std::string& number)) 
     return all;
 }
 
-// Strings too long to be stored in place; lists longer than what the renderer keeps on the stack.
+// Its names are too long to be stored inside a std::string, and its lists too long for the renderer's stack
+// buffers.
 std::string MakeCrowdedDrawing() {
     const auto definition = [](const std::string& number) {
         return "<path id='a-name-of-some-length-" + number + "' d='M1 1h9v9C3 4 5 6 7 8S9 9 3 3z'/>";

@@ -7,8 +7,8 @@
 
 using namespace ozm::test;
 
-// A document of its own for every drawing; what the threads share is what the libraries share.
-TEST(Threads, DrawWhatOneThreadDraws) {
+// Every drawing has its own document, so the threads share only what the libraries share.
+TEST(Threads, DrawTheSameAsASingleThread) {
     constexpr size_t kDrawings = 100;
     const auto draw = [](size_t i) { return PixelsOf(Draw(*Parse(Samples()[i % Samples().size()].text))); };
     std::vector<std::vector<uint8_t>> pictures(kDrawings);

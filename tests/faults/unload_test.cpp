@@ -4,8 +4,9 @@
 #include <dlfcn.h>
 #include <thread>
 
-// What a thread keeps has to go when the thread ends. By then the code that frees it may be gone.
-TEST(Unloading, LeavesThreadsThatHaveDrawn) {
+// A thread frees the memory it has kept when it ends. By then, the module with that code may have been
+// unloaded.
+TEST(Unloading, DoesNotHarmThreadsThatHaveDrawn) {
     void* const module = dlopen(OZMIRA_UNLOADED_MODULE, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(module, nullptr) << dlerror();
     const auto parseAndDraw = reinterpret_cast<bool (*)(const char*)>(dlsym(module, "ParseAndDraw"));

@@ -1,9 +1,9 @@
-// A module that holds the parser, the renderer and the drawing library, as a plug-in of a larger program
-// does.
+// A module that contains the parser, the renderer and the drawing library, like a plug-in of a larger
+// program.
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
 #include <Ozmira/SVG/ozmSVGParser.h>
 
-/// True when the text could be drawn.
+/// Returns whether the text could be drawn.
 extern "C" [[gnu::visibility("default")]] bool ParseAndDraw(const char* text) {
     const auto document = ozm::SVGParser().CreateDocumentWithSVGData(text);
     ozm::CoreGraphicsRenderer renderer;

@@ -10,13 +10,13 @@
 using namespace ozm;
 using namespace ozm::test;
 
-#ifndef OZMIRA_SANITIZED // Sanitizers find more when memory is not used again.
-// Once a thread has drawn a document, drawing it again allocates the bitmap, its context and its image: five
-// blocks. The renderer's stack keeps a record of each drawing, so it grows at times.
-TEST(WarmDrawing, AllocatesThePictureAlone) {
+#ifndef OZMIRA_SANITIZED // With sanitizers memory is not reused, because they find more errors that way.
+// Once a thread has drawn a document, drawing it again allocates only the bitmap, its context and its image:
+// five blocks. The renderer's stack keeps a record of each drawing, so it grows occasionally.
+TEST(WarmDrawing, AllocatesOnlyThePicture) {
     constexpr size_t kDrawings = 20, kBlocks = 5, kBytesBesidePixels = 2048;
     for (const Sample& sample : Samples()) {
-        // Names and dashes are copied with every record: short names fit into it.
+        // Each record copies names and dashes, and long names need memory of their own.
         if (sample.name == "crowded") continue;
         SCOPED_TRACE(sample.name);
         const auto document = Parse(sample.text);
@@ -38,9 +38,9 @@ TEST(WarmDrawing, AllocatesThePictureAlone) {
 }
 #endif
 
-// A thread keeps memory of the lists that it destroys, until it ends: also those of documents that go while
-// it ends.
-TEST(WarmParsing, TakesTheListsOfDocumentsBefore) {
+// A thread keeps the memory of the lists that it destroys until it ends. It must also free those of a
+// document that is destroyed while the thread ends.
+TEST(WarmParsing, ReusesTheListsOfEarlierDocuments) {
     std::string text = "<svg><path d='M1 2h";
     for (const char* command : {"l1 2", "c1 2 3 4 5 6", "l1 2 3 4 5 6 7 8", "h1 2 3 4 5", "v1"})
         for (int i = 0; i < 40; ++i) text += command;
@@ -64,13 +64,13 @@ TEST(WarmParsing, TakesTheListsOfDocumentsBefore) {
     EXPECT_EQ(LiveBlocks(), before);
 }
 
-TEST(WarmParsing, KeepsLittleOfALargeDocumentAndGivesItBack) {
+TEST(WarmParsing, KeepsLittleOfALargeDocumentUntilTrimmed) {
     std::string text = "<svg><path d='M1 2";
     for (int i = 0; i < 50'000; ++i) text += "h1";
     const auto parse = [&] {
         EXPECT_EQ(SVGParser().CreateDocumentWithSVGData((text + "'/></svg>").c_str())->elements.size(), 2u);
     };
-    parse(); // What is made once for all threads is made now.
+    parse(); // Creates what all threads share.
     TrimThreadMemory();
     const int64_t before = LiveBlocks();
     parse();
@@ -84,7 +84,7 @@ TEST(WarmParsing, KeepsLittleOfALargeDocumentAndGivesItBack) {
 }
 
 #ifndef OZMIRA_SANITIZED
-TEST(WarmParsing, AShortPathTakesNoMemory) {
+TEST(WarmParsing, AShortPathAllocatesNothing) {
     const auto blocksOf = [](const char* text) {
         size_t blocks = 0;
         for (int i = 0; i < 3; ++i) {

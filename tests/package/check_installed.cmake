@@ -1,5 +1,5 @@
-# Installs BUILD_DIR into a fresh prefix, moves the tree elsewhere and builds the examples against it, with
-# CMake's find_package and with pkg-config.
+# Installs BUILD_DIR into a new prefix, moves the installed tree and builds the examples against it, both with CMake's
+# find_package and with pkg-config.
 set(prefix "${WORK_DIR}/moved")
 set(examples "${SOURCE_DIR}/examples")
 set(flags "")

@@ -9,13 +9,13 @@
 #include <string>
 #include <string_view>
 
-/// A parsed document, a renderer bound to it and a fresh recorder.
+/// A parsed document and a renderer bound to it. The recorder is reset.
 struct Drawing {
     std::unique_ptr<ozm::Document> document;
     std::unique_ptr<ozm::CoreGraphicsRenderer> renderer;
     CGContextRef context;
 
-    /// A whole "svg" element, or what stands inside one of 100 by 100.
+    /// Takes a whole "svg" element, or the content of one of 100 by 100.
     explicit Drawing(const std::string& svg) {
         const bool isWhole = svg.starts_with("<svg");
         const std::string text = isWhole ? svg : R"(<svg width="100" height="100">)" + svg + "</svg>";
@@ -26,15 +26,15 @@ struct Drawing {
         context = recording::newContext();
     }
 
-    /// All calls of a render.
+    /// Renders and returns all calls.
     std::string render(CGRect rect, double scale, const ozm::RenderingState& state) {
         recording::takeCalls();
         renderer->Render(rect, scale, state, context);
         return recording::takeCalls();
     }
 
-    /// What the children of the root call in a render at the document's own size: without the frame, which is
-    /// always the same, and without the root's own saved state.
+    /// Renders at the document's own size and returns the calls for the root's children: without the calls
+    /// that set up the view, which are always the same, and without saving and restoring the root's state.
     std::string renderChildren(const ozm::RenderingState& state = ozm::kRenderingStateDefault) {
         constexpr int callsBefore = 18;
         const std::string after = "RestoreGState\nRestoreGState\n";
@@ -45,7 +45,7 @@ struct Drawing {
     }
 };
 
-/// A list of calls as the recorder writes it, from one separated by "; ".
+/// Converts a list of calls separated by "; " to lines, as the recorder writes them.
 inline std::string lines(std::string_view calls) {
     std::string result;
     for (size_t i = 0; i < calls.size(); ++i) {

@@ -1,5 +1,5 @@
-// The drawings of drawings.txt, and what takes more than a drawing and its calls: large documents, documents
-// that no parser makes, second renders.
+// The drawings of drawings.txt, and cases that need more than a drawing and its calls: large documents,
+// documents that the parser does not produce, and repeated rendering.
 
 #include "drawing.h"
 
@@ -39,20 +39,20 @@ TEST(DrawingsTest, MakeTheirCalls) {
     EXPECT_GT(count, 40) << OZMIRA_DRAWINGS_FILE;
 }
 
-TEST(DrawingsTest, CommandsAndKindsWithoutAMeaningDrawNothing) {
+TEST(DrawingsTest, UnknownCommandsAndTypesDrawNothing) {
     Drawing drawing("<path d='M1 2'/><linearGradient id='g'/><path d='' fill='url(#g)'/><g/>");
     std::vector<Element>& elements = drawing.document->elements;
     for (const uint32_t type : {3U, 4U, 2U, 5U, 6U})
         elements[1].path.commands.emplace_back(static_cast<PathCommand::Type>(type));
     elements[2].gradient.type = static_cast<Gradient::Type>(2);
     elements.pop_back();
-    elements.emplace_back(static_cast<Element::Type>(1)).styleIndex = 1; // of a style that is not there
+    elements.emplace_back(static_cast<Element::Type>(1)).styleIndex = 1; // There is no such style.
     EXPECT_EQ(drawing.renderChildren(),
               lines("SaveGState; MoveToPoint 1 2; DrawPath 0; RestoreGState; SaveGState; RestoreGState; "
                     "SaveGState; RestoreGState; SaveGState; RestoreGState"));
 }
 
-TEST(DrawingsTest, ManyDefinitionsResolveAsFewDo) {
+TEST(DrawingsTest, ResolvesReferencesAmongManyDefinitions) {
     std::string body;
     for (int i = 0; i < 1000; ++i) {
         const std::string id = std::to_string(i);
@@ -66,7 +66,7 @@ TEST(DrawingsTest, ManyDefinitionsResolveAsFewDo) {
                                "ConcatCTM [1 0 0 1 0 1]; RestoreGState; RestoreGState; "
                                "SaveGState; TranslateCTM 0 0; RestoreGState")));
 
-    // Another document, whose definitions lie elsewhere.
+    // Another document, whose elements have other indices.
     const std::string other =
         "<svg width='100' height='100'><g id='other'/>" + body + end("other") + "</svg>";
     drawing.document = SVGParser().CreateDocumentWithSVGData(other.c_str());
@@ -75,7 +75,7 @@ TEST(DrawingsTest, ManyDefinitionsResolveAsFewDo) {
                 EndsWith(lines("SaveGState; TranslateCTM 0 0; SaveGState; RestoreGState; RestoreGState")));
 }
 
-TEST(DrawingsTest, ASecondRenderBuildsNothingAgain) {
+TEST(DrawingsTest, ASecondRenderReusesGradientsAndClips) {
     Drawing drawing("<linearGradient id='g'/><clipPath id='c'><path d='M0 0'/></clipPath>"
                     "<g opacity='.5'><circle r='1' fill='url(#g)' clip-path='url(#c)'/></g>");
     EXPECT_THAT(drawing.renderChildren(), AllOf(HasSubstr("GradientCreate"), HasSubstr("PathCreate")));
@@ -84,7 +84,7 @@ TEST(DrawingsTest, ASecondRenderBuildsNothingAgain) {
     EXPECT_EQ(drawing.renderChildren(), second);
 }
 
-TEST(DrawingsTest, StopWhereTheyAreAskedTo) {
+TEST(DrawingsTest, StopOnRequest) {
     Drawing drawing("<g><rect id='a'/><rect id='b'/></g><rect id='c'/>");
     const auto count = [](const std::string& calls, std::string_view call) {
         int found = 0;
@@ -96,10 +96,11 @@ TEST(DrawingsTest, StopWhereTheyAreAskedTo) {
         int asked = 0;
         drawing.renderer->SetStopRequest([&] { return ++asked > elements; });
         const std::string calls = drawing.render(CGRectMake(0, 0, 100, 100), 1, kRenderingStateDefault);
-        EXPECT_EQ(count(calls, "DrawPath"), std::max(elements - 2, 0)); // behind the root and the group
-        EXPECT_EQ(count(calls, "StrokeRect"), elements == 5 ? 2 : 1);   // the frames
+        EXPECT_EQ(count(calls, "DrawPath"),
+                  std::max(elements - 2, 0));                         // The root and the group draw nothing.
+        EXPECT_EQ(count(calls, "StrokeRect"), elements == 5 ? 2 : 1); // The debug frames.
         EXPECT_EQ(count(calls, "SaveGState"), count(calls, "RestoreGState"));
-        EXPECT_EQ(asked, std::min(elements + 1, 5)); // not again once it was answered
+        EXPECT_EQ(asked, std::min(elements + 1, 5)); // Once it says stop, it is not asked again.
         asked = 0;
         const CGImageRef image =
             drawing.renderer->createCGImageFitToSize({9, 9}, 1, kRenderingStateDefault, nullptr);

@@ -1,4 +1,4 @@
-// Sizes, images, the caller's record, and who releases what.
+// Sizes, images, the caller's rendering state, and ownership of objects.
 
 #include "drawing.h"
 
@@ -32,7 +32,7 @@ std::string text(CGSize size) {
     return out.str();
 }
 
-/// Calls `check(renderer, row)` for each row with a document of that viewport.
+/// Calls `check(renderer, row)` for each row, with a document of the row's viewport size.
 void forEach(std::initializer_list<SizeCase> cases, auto check) {
     Drawing drawing("<svg width='1' height='1'/>");
     for (const SizeCase& row : cases) {
@@ -43,7 +43,7 @@ void forEach(std::initializer_list<SizeCase> cases, auto check) {
     }
 }
 
-/// As a caller would, with an error that must stay as it is.
+/// Creates an image and checks that the caller's NSError is not touched.
 CGImageRef createImage(CoreGraphicsRenderer& renderer, CGSize size, double scale) {
     auto* const sentinel = reinterpret_cast<NSError*>(&renderer);
     NSError* error = sentinel;
@@ -67,7 +67,7 @@ TEST(FrameTest, FitsIntoASize) {
             });
 }
 
-TEST(FrameTest, ImagesAreRoundedUpToWholePixels) {
+TEST(FrameTest, RoundsImagesUpToWholePixels) {
     forEach({{{10, 10}, {10.1, 0}, {10.5, 10.5}, 2}, {{10, 10}, {0, 0}, {10, 10}, 1},
              {{40, 30}, {10, 10}, {10, 8}, 1},       {{40, 30}, {10, 10}, {10, 7.5}, 4}},
             [](const CoreGraphicsRenderer& renderer, const SizeCase& row) {
@@ -75,11 +75,11 @@ TEST(FrameTest, ImagesAreRoundedUpToWholePixels) {
             });
 }
 
-TEST(FrameTest, SizesThatNoBitmapCanHaveGiveNoImage) {
+TEST(FrameTest, CreatesNoImageOfAnImpossibleSize) {
     forEach({{{10, 10}, {10, 10}, {}, 0},    {{10, 10}, {10, 10}, {}, -1},        {{10, 10}, {10, 10}, {}, kNaN},
              {{10, 10}, {10, 10}, {}, 1e18}, {{10, 10}, {10, 10}, {}, kInfinity}, {{10, 10}, {1e300, 0}, {}},
              {{0, 10}, {10, 0}, {}},         {{-10, 10}, {0, 0}, {}},
-             {{10, 10}, {0x1p62, 0}, {}}}, // a row has more bytes than 64 bits can count
+             {{10, 10}, {0x1p62, 0}, {}}}, // the bytes of a row overflow 64 bits
             [](CoreGraphicsRenderer& renderer, const SizeCase& row) {
                 EXPECT_EQ(createImage(renderer, row.requested, row.scale), nullptr);
                 EXPECT_EQ(recording::takeCalls(), "");
@@ -87,7 +87,7 @@ TEST(FrameTest, SizesThatNoBitmapCanHaveGiveNoImage) {
 }
 // clang-format on
 
-TEST(FrameTest, ImagesAreDrawnTopDownIntoABitmap) {
+TEST(FrameTest, DrawsImagesIntoABitmapWithYPointingDown) {
     Drawing drawing("<svg width='10' height='5'/>");
     recording::takeCalls();
     EXPECT_NE(createImage(*drawing.renderer, {5.2, 0}, 2), nullptr);
@@ -104,7 +104,7 @@ TEST(FrameTest, ImagesAreDrawnTopDownIntoABitmap) {
     EXPECT_EQ(recording::takeCalls(), "BitmapContextCreate null 10 5 8 40 colorSpace1 2\n");
 }
 
-TEST(FrameTest, TheViewBoxIsTheSizeWhereItIsEmpty) {
+TEST(FrameTest, UsesTheSizeForAnEmptyViewBox) {
     const std::pair<const char*, const char*> cases[] = {
         {"<svg width='30' height='40' viewBox='3 4 5 0'/>", "0 0 30 x 40"},
         {"<svg width='30' height='40' viewBox='-3 4 5 10'/>", "-3 4 5 x 10"},
@@ -117,13 +117,13 @@ TEST(FrameTest, TheViewBoxIsTheSizeWhereItIsEmpty) {
     }
 }
 
-TEST(FrameTest, OneSideIsEnoughOfASize) {
+TEST(FrameTest, DrawsIfOnlyOneSideIsZero) {
     Drawing drawing("<svg width='0' height='10' viewBox='0 0 5 5'/>");
     EXPECT_THAT(drawing.render(CGRectMake(0, 0, 10, 10), 1, kRenderingStateDefault),
                 HasSubstr("ClipToRect [0 0 0 10]\n"));
 }
 
-TEST(FrameTest, NothingIsDrawnWithoutAContextAndNoElementWithoutElements) {
+TEST(FrameTest, DrawsNothingWithoutAContextOrElements) {
     Drawing drawing("<svg width='10' height='10'/>");
     drawing.document->elements.clear();
     EXPECT_THAT(drawing.render({}, 1, kRenderingStateDefault), EndsWith("SetAlpha 1\nRestoreGState\n"));
@@ -131,7 +131,7 @@ TEST(FrameTest, NothingIsDrawnWithoutAContextAndNoElementWithoutElements) {
     EXPECT_EQ(drawing.render({}, 1, kRenderingStateDefault), "");
 }
 
-TEST(FrameTest, TheCallersRecordIsLoadedWholeAndInherited) {
+TEST(FrameTest, SendsTheCallersWholeStateAndInheritsFromIt) {
     RenderingState state{{0.1, 0.2, 0.3, 0.5}, 0.5, 3,  2, 1,  7, {1, 2, 3}, 4,
                          {1, 0, 0, 0.5},       1,   "", 0, "", 1, 0.5};
     Drawing drawing("<g opacity='.5' fill-opacity='.5' clip-path='url(#c)'/><clipPath id='c'/>");
@@ -149,7 +149,7 @@ TEST(FrameTest, TheCallersRecordIsLoadedWholeAndInherited) {
                 HasSubstr(lines("SetLineCap 0; SetLineJoin 0; SetMiterLimit 7; SetLineDash 0 null []")));
 }
 
-TEST(FrameTest, TheDestructorReleasesWhatTheRendererOwnsAndSetDocumentNothing) {
+TEST(FrameTest, ReleasesItsObjectsInTheDestructorButNotInSetDocument) {
     const char* svg = "<linearGradient id='g'/><clipPath id='c'><path d='M0 0L1 1'/></clipPath>"
                       "<circle r='1' fill='url(#g)' clip-path='url(#c)'/>";
     Drawing drawing(svg);

@@ -1,4 +1,4 @@
-// Styles that no parser makes, gradients that can't be made, lists of stops.
+// Styles that the parser does not produce, gradients that cannot be created, and lists of stops.
 
 #include "drawing.h"
 
@@ -10,10 +10,11 @@ using Type = StyleProperty::Type;
 
 namespace {
 
-/// Calls of a group with the first style around one with the second.
+/// The calls for a group with the style `outer` that contains one with the style `inner`.
 std::string styled(std::vector<StyleProperty> outer, std::vector<StyleProperty> inner = {}) {
     Drawing drawing("<g fill='red'><g fill='red'/></g>");
-    drawing.document->styles[0].properties = std::move(inner); // the inner element's style is read first
+    drawing.document->styles[0].properties =
+        std::move(inner); // The parser stores the inner element's style first.
     drawing.document->styles[1].properties = std::move(outer);
     return drawing.renderChildren();
 }
@@ -38,28 +39,28 @@ StyleProperty keyword(Type type, uint32_t value) {
 
 } // namespace
 
-TEST(PaintTest, StylesThatNoParserMakes) {
+TEST(PaintTest, AppliesStylesThatTheParserDoesNotProduce) {
     const struct {
         const char* name;
         std::vector<StyleProperty> outer, inner;
         const char *outerCalls, *innerCalls;
     } cases[] = {
-        {"dashes, then the same",
+        {"dashes, then the same dashes",
          {dashArray({1, 2}), dashOffset(3)},
          {dashArray({1, 2})},
          "SetLineDash 3 data [1 2]; ",
          ""},
-        {"a longer list, and another",
+        {"a longer list, then yet another",
          {dashArray({1})},
          {dashArray({1, 2}), dashArray({1, 3})},
          "SetLineDash 0 data [1]; ",
          "SetLineDash 0 data [1 3]; "},
-        {"solid again, with the phase kept",
+        {"solid again, but with the same phase",
          {dashArray({1}), dashOffset(3)},
          {dashArray({})},
          "SetLineDash 3 data [1]; ",
          "SetLineDash 3 null []; "},
-        {"keywords out of range are sent as the first",
+        {"keywords out of range are sent as 0",
          {keyword(Type::StrokeLineCap, 7), keyword(Type::StrokeLineJoin, 3)},
          {keyword(Type::StrokeLineCap, 7)},
          "SetLineCap 0; SetLineJoin 0; ",
@@ -74,7 +75,7 @@ TEST(PaintTest, StylesThatNoParserMakes) {
     }
 }
 
-TEST(PaintTest, AGradientThatCanNotBeMadeIsTriedOnceAndFillsNothing) {
+TEST(PaintTest, TriesAFailingGradientOnceAndFillsNothing) {
     Drawing drawing("<circle r='1' fill='url(#g)' stroke='red'/><linearGradient id='g'/>");
     recording::state.createsGradients = false;
     const std::string create = "GradientCreateWithColorComponents colorSpace1 [] [] 0\n";
@@ -86,7 +87,7 @@ TEST(PaintTest, AGradientThatCanNotBeMadeIsTriedOnceAndFillsNothing) {
     EXPECT_EQ(drawing.renderChildren(), stroked);
 }
 
-TEST(PaintTest, StopListsOfAnyLengthAreHandedOverAsTheyStand) {
+TEST(PaintTest, PassesStopsOfAnyNumberOnUnchanged) {
     recording::reset();
     const CGColorSpaceRef space = CGColorSpaceCreateDeviceRGB();
     for (const size_t count : {0U, 16U, 17U, 1000U}) {

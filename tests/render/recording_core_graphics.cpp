@@ -50,7 +50,7 @@ std::string text(const Numbers& numbers) {
     for (const CGFloat number : numbers) result.append(result.empty() ? "" : " ").append(text(number));
     return '[' + result + ']';
 }
-/// Points, rectangles and matrices: all are made of CGFloats.
+/// Points, rectangles and matrices, all of which consist of CGFloats.
 template <typename T>
 requires std::is_trivial_v<T> && std::is_class_v<T> std::string text(const T& value) {
     const auto parts = std::bit_cast<std::array<CGFloat, sizeof(T) / sizeof(CGFloat)>>(value);

@@ -17,7 +17,7 @@ protected:
     }
 };
 
-/// A document without size whose root has the given children, with `after` its elements after the root.
+/// The JSON of a document without a size. `children` are the root's; `after` are the elements after the root.
 std::string Document(const std::string& definitions, const std::string& children, const std::string& after,
                      const std::string& styles) {
     return R"({"viewBox":[0,0,0,0],"size":{"width":{"unit":"PX","value":0},"height":{"unit":"PX","value":0}},)"
@@ -93,8 +93,8 @@ TEST_F(Dump, JSONHasEveryField) {
     for (const auto& [drawing, json] : kCases) EXPECT_EQ(JSON(drawing), json) << drawing;
 }
 
-TEST_F(Dump, NumbersAndStringsKeepWhatTheyAre) {
-    // What stands in the file, and the JSON text of the point or id.
+TEST_F(Dump, WritesNumbersAndStringsAsJSON) {
+    // The text in the file, and the number or string in the JSON.
     const std::pair<std::string, std::string> kNumbers[] = {
         {"0.1", "0.1"},
         {"1e22", "1e+22"},
@@ -119,7 +119,7 @@ TEST_F(Dump, NumbersAndStringsKeepWhatTheyAre) {
         {"\xC0\xAF", kReplacement + kReplacement},                    // overlong
         {"\xED\xA0\x80", kReplacement + kReplacement + kReplacement}, // surrogate
         {"\xF4\x90\x80\x80z", kReplacement + kReplacement + kReplacement + kReplacement + "z"},
-        {"\xE2\x82z", kReplacement + "z"}, // cut short: one mark for the part
+        {"\xE2\x82z", kReplacement + "z"}, // An incomplete sequence becomes a single replacement character.
         {"\xF0\x9F\x98", kReplacement},
     };
     for (const auto& [text, json] : kIds) {
@@ -129,7 +129,7 @@ TEST_F(Dump, NumbersAndStringsKeepWhatTheyAre) {
     }
 }
 
-TEST_F(Dump, AnswersAnyBytes) {
+TEST_F(Dump, AcceptsAnyBytes) {
     for (const char* text : {"", "x", "<svg", "<svg><g></svg>", "<html/>", "<SVG/>", "\xFF\xFE<"}) {
         EXPECT_EQ(JSON(text), kEmptyDocument) << text;
     }

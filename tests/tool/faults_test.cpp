@@ -1,4 +1,4 @@
-// What goes wrong outside of the drawings: memory, files, signals, terminals.
+// Faults outside the drawings: memory, time, files, signals and terminals.
 #include "tool_test.h"
 
 #include <gmock/gmock.h>
@@ -17,8 +17,8 @@ class Faults : public ToolTest {
 protected:
     Faults() { Write("a.svg", kTwoHalves); }
 
-    /// The number of files in a folder, all of which must be pictures to the last byte.
-    size_t WholePictures(const std::string& folder) const {
+    /// The number of files in a folder. Checks that each is a complete PNG file.
+    size_t CompletePictures(const std::string& folder) const {
         size_t count = 0;
         if (!fs::exists(m_folder / folder)) return 0;
         for (const auto& entry : fs::directory_iterator(m_folder / folder)) {
@@ -29,7 +29,7 @@ protected:
         }
         return count;
     }
-    /// Runs the tool on a terminal, which shows what is printed on both outputs.
+    /// Runs the tool on a terminal. The outcome's `output` holds what both streams print.
     Outcome RunOnTerminal(const std::string& arguments) const {
         return Run("export tool='" OZMIRA_TOOL "'; script -qec '\"$tool\" " + arguments + "' /dev/null");
     }
@@ -37,8 +37,8 @@ protected:
 
 } // namespace
 
-#ifndef OZMIRA_SANITIZED // The sanitizers' own memory is beyond all limits.
-TEST_F(Faults, LackOfMemoryGivesALineForEachFile) {
+#ifndef OZMIRA_SANITIZED // The sanitizers themselves need more memory than any of the limits.
+TEST_F(Faults, LackOfMemoryIsReportedForEachFile) {
     constexpr int kFiles = 6;
     std::string files;
     for (int i = 0; i < kFiles; ++i) {
@@ -51,7 +51,7 @@ TEST_F(Faults, LackOfMemoryGivesALineForEachFile) {
         SCOPED_TRACE(megabytes);
         const Outcome outcome = Run("ulimit -v " + std::to_string(megabytes * 1024) +
                                     "; ozmira render -o out/ --width 3000 -j 2" + files);
-        const size_t drawn = WholePictures("out");
+        const size_t drawn = CompletePictures("out");
         least = std::min(least, drawn);
         most = std::max(most, drawn);
         EXPECT_EQ(outcome.exitCode, drawn == kFiles ? 0 : 1);
@@ -62,12 +62,12 @@ TEST_F(Faults, LackOfMemoryGivesALineForEachFile) {
                         testing::MatchesRegex("ozmira: [0-5].svg: there is not enough memory for it; .*"));
         Run("rm -rf out");
     }
-    EXPECT_EQ(least, 0u); // both ends were reached
+    EXPECT_EQ(least, 0u); // The limits range from too little memory for any file to enough for all.
     EXPECT_EQ(most, size_t{kFiles});
 }
 #endif
 
-TEST_F(Faults, DrawingsThatTakeTooLongAreGivenUp) {
+TEST_F(Faults, DrawingsThatTakeTooLongAreAbandoned) {
     std::string slow = "<svg viewBox='0 0 9 9'>";
     for (int i = 0; i < 100'000; ++i) slow += "<rect width='9' height='9' opacity='.5'/>";
     Write("slow.svg", slow + "</svg>");
@@ -79,10 +79,10 @@ TEST_F(Faults, DrawingsThatTakeTooLongAreGivenUp) {
         EXPECT_EQ(outcome.exitCode, 1);
         EXPECT_THAT(outcome.errors,
                     testing::StartsWith("ozmira: " + file + ": takes more than 0.1 s to draw; choose a"));
-        EXPECT_EQ(WholePictures("out"), 0u);
+        EXPECT_EQ(CompletePictures("out"), 0u);
     }
     EXPECT_EQ(Run("ozmira render slow.svg -o out/ --width 9 --timeout 0").exitCode, 0);
-    EXPECT_EQ(WholePictures("out"), 1u);
+    EXPECT_EQ(CompletePictures("out"), 1u);
 }
 
 TEST_F(Faults, FilesThatChangeWhileTheyAreReadDoNoHarm) {
@@ -91,12 +91,12 @@ TEST_F(Faults, FilesThatChangeWhileTheyAreReadDoNoHarm) {
     const Outcome outcome =
         Run("while :; do cat long.svg > b.svg; cat a.svg > b.svg; done & "
             "for i in {1..40}; do ozmira render b.svg -o out/$i.png -q; echo $?; done; kill $!");
-    EXPECT_EQ(WholePictures("out"), static_cast<size_t>(std::ranges::count(Lines(outcome.output), "0")));
+    EXPECT_EQ(CompletePictures("out"), static_cast<size_t>(std::ranges::count(Lines(outcome.output), "0")));
     for (const std::string& code : Lines(outcome.output)) EXPECT_THAT(code, testing::AnyOf("0", "1"));
     for (const std::string& line : Lines(outcome.errors)) EXPECT_THAT(line, StartsWith("ozmira: b.svg: "));
 }
 
-TEST_F(Faults, FilesThatMayNotGrowAreReported) {
+TEST_F(Faults, PicturesThatExceedTheFileSizeLimitAreReported) {
     Write("big.svg", "<svg viewBox='0 0 9 9'><circle cx='4' cy='5' r='4' stroke='red' opacity='.6'/></svg>");
     const Outcome outcome = Run("ulimit -f 1; ozmira render big.svg --width 500 -o out/big.png");
     EXPECT_EQ(outcome.exitCode, 1);
@@ -104,7 +104,7 @@ TEST_F(Faults, FilesThatMayNotGrowAreReported) {
     EXPECT_EQ(Files(), "");
 }
 
-TEST_F(Faults, TerminalsSeeProgressAndNoPictures) {
+TEST_F(Faults, TerminalsShowProgressButNoPictures) {
     Write("b.svg", kTwoHalves);
     const Outcome progress = RunOnTerminal("render a.svg b.svg -o out/");
     EXPECT_EQ(progress.exitCode, 0);
@@ -117,7 +117,7 @@ TEST_F(Faults, TerminalsSeeProgressAndNoPictures) {
     EXPECT_THAT(picture.output, testing::Not(HasSubstr("PNG")));
 }
 
-TEST_F(Faults, SignalsLeaveNoPartOfAPicture) {
+TEST_F(Faults, SignalsLeaveNoPartialPicture) {
     for (int i = 0; i < 200; ++i) {
         Write("many/" + std::to_string(i) + ".svg",
               "<svg viewBox='0 0 9 9'><path d='M0 0L9 5 3 9z' fill='#abc'/></svg>");
@@ -128,15 +128,15 @@ TEST_F(Faults, SignalsLeaveNoPartOfAPicture) {
     } kSignals[] = {{"INT", SIGINT}, {"TERM", SIGTERM}, {"HUP", SIGHUP}};
     for (const auto& [name, number] : kSignals) {
         SCOPED_TRACE(name);
-        // Job control keeps SIGINT from being ignored in the background.
+        // Without job control, the shell would start background jobs with SIGINT ignored.
         const Outcome outcome = Run("set -m; '" OZMIRA_TOOL "' render many --width 1500 -o out -q & "
                                     "while [ -z \"$(ls out 2> /dev/null)\" ]; do sleep 0.01; done; kill -" +
                                     std::string(name) + " $!; wait $!");
         EXPECT_EQ(outcome.exitCode, 128 + number);
-        EXPECT_LT(WholePictures("out"), 200u);
+        EXPECT_LT(CompletePictures("out"), 200u);
         Run("rm -r out");
     }
-    // What the caller ignores stays ignored.
+    // A signal that the caller ignores stays ignored.
     EXPECT_EQ(
         Run("trap '' HUP; '" OZMIRA_TOOL "' render a.svg --width 3000 -q & sleep 0.02; kill -HUP $!; wait $!")
             .exitCode,

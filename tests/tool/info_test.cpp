@@ -23,7 +23,7 @@ protected:
 
 } // namespace
 
-TEST_F(Info, SaysWhatAFileHolds) {
+TEST_F(Info, SummarisesAFile) {
     EXPECT_EQ(
         Run("ozmira info icon.svg").output,
         "icon.svg\n"
@@ -51,7 +51,7 @@ TEST_F(Info, SaysWhatAFileHolds) {
         "\n");
 }
 
-TEST_F(Info, GoesOnAfterABadFile) {
+TEST_F(Info, ContinuesAfterABadFile) {
     Outcome outcome = Run("ozmira info bad.svg none.svg cycle.svg");
     EXPECT_EQ(outcome.exitCode, 1);
     EXPECT_THAT(outcome.errors, testing::MatchesRegex("ozmira: bad.svg: not well-formed XML: .*\n"

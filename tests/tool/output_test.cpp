@@ -26,7 +26,7 @@ protected:
 
 } // namespace
 
-TEST_F(Output, GoesWhereItIsExpected) {
+TEST_F(Output, IsNamedByInputsAndOptions) {
     const struct {
         const char* command;
         const char* summary;
@@ -67,10 +67,10 @@ TEST_F(Output, GoesWhereItIsExpected) {
     }
 }
 
-TEST_F(Output, StandsBesideWhatCouldNotBeDrawn) {
+TEST_F(Output, IsWrittenForTheGoodFilesAmongBadOnes) {
     const struct {
         const char* command;
-        std::vector<const char*> errors; ///< Regular expressions, a line each.
+        std::vector<const char*> errors; ///< Regular expressions, one per line.
         const char* files;
     } kCases[] = {
         {"render bad.svg a.svg none.svg in -o out -j 4",
@@ -136,7 +136,7 @@ TEST_F(Output, ReplacesFilesAndFollowsLinks) {
     EXPECT_EQ(fs::status(m_folder / "a.png").permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(Read("real.png"), Read("a.png"));
     EXPECT_TRUE(fs::is_symlink(m_folder / "link.png"));
-    // A file that can't be drawn leaves the picture of an earlier run alone.
+    // A file that cannot be drawn does not touch the picture of an earlier run.
     const std::string before = Read("a.png");
     EXPECT_EQ(Run("ozmira render bad.svg -o a.png").exitCode, 1);
     EXPECT_EQ(Read("a.png"), before);

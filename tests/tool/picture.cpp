@@ -58,7 +58,7 @@ std::string Picture::Size() const { return std::to_string(width) + " x " + std::
 Picture DecodePNG(const std::string& file) {
     Picture picture;
     Reader reader{file};
-    // Warnings of libpng, such as a wrong checksum, are failures too.
+    // Warnings of libpng, for example about a wrong checksum, also count as failures.
     png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, Fail, Fail);
     png_infop info = png_create_info_struct(png);
     png_set_read_fn(png, &reader, ReadBytes);

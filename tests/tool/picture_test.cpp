@@ -9,7 +9,7 @@ namespace {
 
 class PictureTest : public ToolTest {
 protected:
-    /// Draws a file and reads the picture back.
+    /// Draws a file and decodes the picture.
     Picture Render(const std::string& drawing, const std::string& arguments = "") const {
         Write("drawing.svg", drawing);
         const Outcome outcome = Run("ozmira render drawing.svg -o picture.png " + arguments);
@@ -20,7 +20,7 @@ protected:
 
 constexpr uint32_t kBlack = 0x000000FF, kRed = 0xFF0000FF, kGreen = 0x00FF00FF, kBlue = 0x0000FFFF;
 
-/// A row of squares, one point wide, each in a colour of its own.
+/// A row of squares, one point wide, each of a different colour.
 std::string Squares(int count) {
     std::string drawing = "<svg viewBox='0 0 " + std::to_string(count) + " 1'>";
     for (int i = 0; i < count; ++i) {
@@ -32,7 +32,7 @@ std::string Squares(int count) {
 
 } // namespace
 
-TEST_F(PictureTest, FitsTheSize) {
+TEST_F(PictureTest, FitsTheRequestedSize) {
     const struct {
         const char* arguments;
         const char* size;
@@ -45,7 +45,7 @@ TEST_F(PictureTest, FitsTheSize) {
         {"--width 8 --scale 2", "16 x 8", 5669},
         {"--scale 3", "12 x 6", 8504},
         {"--scale 0.5", "2 x 1", 1417},
-        {"--width 3.1", "4 x 2", 2835}, // whole pixels
+        {"--width 3.1", "4 x 2", 2835}, // rounded up to whole pixels
     };
     for (const auto& [arguments, size, pixelsPerMetre] : kCases) {
         SCOPED_TRACE(arguments);
@@ -55,7 +55,7 @@ TEST_F(PictureTest, FitsTheSize) {
     }
 }
 
-TEST_F(PictureTest, HasTheColoursAskedFor) {
+TEST_F(PictureTest, HasTheRequestedColours) {
     const struct {
         const char* arguments;
         uint32_t left, right;
@@ -78,7 +78,7 @@ TEST_F(PictureTest, HasTheColoursAskedFor) {
     EXPECT_EQ(framed.At(30, 10), kRed);
 }
 
-TEST_F(PictureTest, TakesTheFewestBits) {
+TEST_F(PictureTest, UsesTheFewestBits) {
     const struct {
         int colors;
         const char* format;
@@ -96,7 +96,7 @@ TEST_F(PictureTest, TakesTheFewestBits) {
     }
 }
 
-TEST_F(PictureTest, SmallGrayPicturesNeedNoPalette) {
+TEST_F(PictureTest, UsesGrayAndAlphaForSmallGrayPictures) {
     std::string grays = "<svg viewBox='0 0 32 8'>";
     for (int x = 0; x < 32; ++x) {
         const std::string place = "<rect height='8' width='1' x='" + std::to_string(x) + "' ";
@@ -119,9 +119,9 @@ TEST_F(PictureTest, SmallGrayPicturesNeedNoPalette) {
     }
 }
 
-TEST_F(PictureTest, TakesBackThePremultiplicationExactly) {
-    // Both kinds of picture: 64 and more than 256 different pixels. The colour of a pixel is stored times its
-    // alpha, rounded, so it comes back within half a step of that.
+TEST_F(PictureTest, UndoesPremultiplication) {
+    // 64 different pixels make a palette, 400 make RGBA. The bitmap holds colours multiplied by alpha and
+    // rounded to whole numbers, which limits how exactly they can be restored.
     for (const int steps : {8, 20}) {
         SCOPED_TRACE(steps);
         std::string drawing =

@@ -23,7 +23,8 @@ std::string Repeat(const std::string& text, int count) {
     return all;
 }
 
-/// Groups g0 to g`levels`, each holding ten references to the one before; g0 holds `content`.
+/// Definitions of the groups g0 to g`levels`. g0 contains `content`; each other group refers ten times to the
+/// previous.
 std::string Tower(int levels, const std::string& content) {
     std::string tower = "<g id='g0'>" + content + "</g>";
     for (int i = 1; i <= levels; ++i) {
@@ -33,7 +34,8 @@ std::string Tower(int levels, const std::string& content) {
     return "<defs>" + tower + "</defs>";
 }
 
-/// A rectangle and `length` uses, each of the one before; draw "u`length`" to draw them all.
+/// Definitions of a rectangle and `length` uses, each of the previous one. A use of u`length` draws the whole
+/// chain.
 std::string Chain(int length) {
     std::string chain = "<rect id='u0' width='1' height='1'/>";
     for (int i = 1; i <= length; ++i) {
@@ -45,17 +47,17 @@ std::string Chain(int length) {
 
 } // namespace
 
-TEST_F(References, WithoutEndAreRefused) {
+TEST_F(References, InCyclesAreRefused) {
     const std::string kCases[] = {
         "<g id='a'>" + Use("a") + "</g>",
         "<use id='a' xlink:href='#a'/>",
         "<defs><g id='a'>" + Use("b") + "</g><g id='b'><g>" + Use("a") + "</g></g></defs>" + Use("b"),
-        // The parent of a use is drawn while the use is.
+        // An ancestor of the use.
         "<g id='a'><g><g opacity='.5'>" + Use("a") + "</g></g></g>",
         "<clipPath id='a'>" + Use("a") + "</clipPath><rect width='9' height='9' clip-path='url(#a)'/>",
         "<clipPath id='a'>" + Use("b") + "</clipPath><clipPath id='b'>" + Use("a") +
             "</clipPath><g style='clip-path:url(#b)'/>",
-        // Clips apply to what draws nothing, too.
+        // Clips are built even for elements that draw nothing.
         "<clipPath id='a'>" + Use("a") + "</clipPath><defs clip-path='url(#a)'/>",
     };
     for (const std::string& content : kCases) {
@@ -67,19 +69,19 @@ TEST_F(References, WithoutEndAreRefused) {
     }
 }
 
-TEST_F(References, ThatDrawingNeverReachesDoNoHarm) {
+TEST_F(References, InCyclesThatAreNeverDrawnDoNoHarm) {
     const std::string kCases[] = {
         "<defs><g id='a'>" + Use("a") + "</g></defs>",
         "<g id='a' display='none'>" + Use("a") + "</g>",
         "<g id='a' opacity='0'>" + Use("a") + "</g>",
         "<clipPath id='a'>" + Use("a") + "</clipPath>",
-        // A clip path that is used draws nothing, and a group in one adds nothing to it.
+        // A use of a clip path draws nothing, and a group inside a clip path adds nothing to it.
         "<clipPath id='a'>" + Use("a") + "</clipPath>" + Use("a"),
         "<clipPath id='a'><g>" + Use("a") + "</g></clipPath><rect width='9' height='9' clip-path='url(#a)'/>",
-        // The first element with an id is the one meant.
+        // An id refers to the first element that has it.
         "<rect id='a'/><g id='a'>" + Use("a") + "</g>",
         "<g id='a'>" + Use("b") + "</g>",
-        // No properties apply to what is added to a clip.
+        // Properties of the shapes in a clip path are ignored.
         "<clipPath id='a'><rect width='9' height='9' clip-path='url(#a)'/></clipPath>"
         "<rect width='9' height='9' clip-path='url(#a)'/>",
     };
@@ -93,7 +95,7 @@ TEST_F(References, ThatMultiplyAreRefused) {
     const std::string longPath = "<path d='M0 0" + Repeat("l1 1", 20000) + "'/>";
     const struct {
         std::string content;
-        const char* error; ///< Empty: the drawing is drawn.
+        const char* error; ///< Empty: the drawing is accepted.
     } kCases[] = {
         {Tower(3, "<rect/>") + Use("g3"), ""},
         {Tower(7, "<rect/>") + Use("g7"), "draws more than 10,000,000 elements"},

@@ -12,7 +12,7 @@ namespace {
 
 class ShellFiles : public ToolTest {
 protected:
-    /// The options that the help of a sub-command lists.
+    /// The options in the help text of a subcommand.
     std::set<std::string> Options(const std::string& command) const {
         std::set<std::string> options;
         const std::regex option("-(?:-[a-z-]+|[a-z])(?=[, ])");
@@ -40,7 +40,7 @@ bool HasWord(const std::string& text, const std::string& word) {
 
 } // namespace
 
-TEST_F(ShellFiles, KnowEveryCommandAndOption) {
+TEST_F(ShellFiles, ListEveryCommandAndOption) {
     std::string manual = Source("ozmira.1");
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
     for (const std::string command : {"", "render", "info", "dump"}) {

@@ -30,21 +30,21 @@ std::string ReadFile(const fs::path& path) {
 const char* const kTwoHalves = R"(<svg viewBox="0 0 4 2"><rect width="2" height="2"/>)"
                                R"(<rect x="2" width="2" height="2" fill="red"/></svg>)";
 
-// What the command prints stands beside the folder, so as not to be one of its files.
+// Output and errors are stored next to the folder, so that they are not among its files.
 ToolTest::ToolTest() : m_folder(MakeFolder() / "work") { fs::create_directory(m_folder); }
 
 ToolTest::~ToolTest() { fs::remove_all(m_folder.parent_path()); }
 
 Outcome ToolTest::Run(const std::string& command) const {
-    const std::string prints = m_folder.parent_path().string();
-    std::ofstream(prints + "/script")
+    const std::string outside = m_folder.parent_path().string();
+    std::ofstream(outside + "/script")
         << "ozmira() { '" OZMIRA_TOOL "' \"$@\"; }\ncd '" << m_folder.string() << "'\n{\n"
         << command << "\n} > ../out 2> ../err < /dev/null\n";
-    const int status = std::system(("bash '" + prints + "/script'").c_str());
+    const int status = std::system(("bash '" + outside + "/script'").c_str());
     Outcome outcome;
     outcome.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    outcome.output = ReadFile(prints + "/out");
-    outcome.errors = ReadFile(prints + "/err");
+    outcome.output = ReadFile(outside + "/out");
+    outcome.errors = ReadFile(outside + "/err");
     return outcome;
 }
 

@@ -18,7 +18,7 @@ protected:
 
 } // namespace
 
-TEST_F(Usage, ErrorsAreOneLineThatSaysWhatIsAccepted) {
+TEST_F(Usage, ErrorsAreOneLineThatNamesWhatIsAccepted) {
     const struct {
         const char* arguments;
         const char* message; ///< A regular expression.
@@ -78,7 +78,7 @@ TEST_F(Usage, ErrorsAreOneLineThatSaysWhatIsAccepted) {
     EXPECT_EQ(Read("a.svg"), kTwoHalves);
 }
 
-TEST_F(Usage, HelpHasExamplesOnEveryLevel) {
+TEST_F(Usage, EveryHelpHasExamples) {
     for (const std::string command : {"", "render", "info", "dump"}) {
         const Outcome outcome = Run("ozmira " + command + " --help");
         EXPECT_EQ(outcome.exitCode, 0);
