@@ -201,6 +201,8 @@ TEST(Logs, ShowLevelAndMessage) {
 }
 
 TEST(Version, IsWrittenForWhat) {
-    EXPECT_STREQ(reinterpret_cast<const char*>(OzmiraVersionString), "@(#)PROGRAM:Ozmira PROJECT:Ozmira-1\n");
-    EXPECT_EQ(OzmiraVersionNumber, 1.0);
+    const std::string major = std::to_string(std::stoi(OZMIRA_VERSION));
+    EXPECT_EQ(reinterpret_cast<const char*>(OzmiraVersionString),
+              "@(#)PROGRAM:Ozmira PROJECT:Ozmira-" + major + "\n");
+    EXPECT_EQ(OzmiraVersionNumber, std::stod(OZMIRA_VERSION)); // reads up to the second point
 }
