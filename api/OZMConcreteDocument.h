@@ -12,7 +12,7 @@ NS_ASSUME_NONNULL_BEGIN
 @private
     OZMDocumentState _documentState;
 }
-/// Parses the file at the URL's path; nil when it can't be opened.
+/// Parses the file at the URL's path; nil if it can't be opened.
 - (nullable instancetype)initWithContentsOfURL:(NSURL*)url NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;
 

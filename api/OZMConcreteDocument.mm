@@ -10,7 +10,7 @@
     if (!(self = [super init])) return nil;
     std::unique_ptr<ozm::Document> document;
     if (const char* path = url.path.UTF8String) {
-        ozm::SVGParser parser; // keeps silent: it is given no log
+        ozm::SVGParser parser; // reports nothing, because it has no log
         document = parser.CreateDocumentWithContentsOfSVGFile(path);
     }
     if (!document) {

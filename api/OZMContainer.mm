@@ -8,7 +8,7 @@ namespace {
 
 NSString* const kOptionsKey = @"documentCacheAutoPurgeOptions";
 
-NSMutableDictionary<NSURL*, OZMContainer*>* containerCache; // used on its queue only
+NSMutableDictionary<NSURL*, OZMContainer*>* containerCache; // only used on its queue
 dispatch_queue_t containerCacheQueue;
 
 } // namespace
@@ -51,7 +51,7 @@ dispatch_queue_t containerCacheQueue;
     ozm::dispatchAsync(containerCacheQueue, [] { [containerCache removeAllObjects]; });
 }
 
-// The setter tells its observers itself.
+// The setter notifies its observers itself.
 + (BOOL)automaticallyNotifiesObserversForKey:(NSString*)key {
     return ![key isEqualToString:kOptionsKey] && [super automaticallyNotifiesObserversForKey:key];
 }
@@ -84,7 +84,7 @@ dispatch_queue_t containerCacheQueue;
 }
 
 - (void)setDocumentCacheAutoPurgeOptions:(OZMDocumentCacheAutoPurgeOptions)options {
-    [self willChangeValueForKey:kOptionsKey]; // outside the queue: observers ask for the value
+    [self willChangeValueForKey:kOptionsKey]; // outside the queue, because observers may read the value
     ozm::dispatchSync(_queue, [&] {
         const OZMDocumentCacheAutoPurgeOptions old = _documentCacheAutoPurgeOptions;
         _documentCacheAutoPurgeOptions = options;
@@ -150,8 +150,8 @@ dispatch_queue_t containerCacheQueue;
     return count;
 }
 
-// A memory warning may bring this about on one thread while another, that has released the container for the
-// last time, waits to remove it as observer: so nothing here retains the container.
+// A memory warning may call this on one thread while another thread, which is deallocating the container,
+// waits to remove it as an observer. Hence nothing here retains the container.
 - (void)purgeDocumentCache {
     NSMutableDictionary<NSString*, id>* const cache = [_documentCache retain];
     ozm::dispatchAsync(_queue, [cache] {

@@ -14,7 +14,7 @@ namespace {
 
 BOOL debugRenderingIsOn = NO;
 
-/// Nil for a level without a colour.
+/// The colour of a log level as text attributes; nil for an unknown level.
 NSDictionary* textAttributes(ozm::Log::Level level) {
     UIColor* color = nil;
     switch (level) {
@@ -35,7 +35,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 } // namespace
 
 @interface OZMDocument ()
-/// Nil after a purge. Atomic, so that a purge on one thread does not take from another what it draws.
+/// Nil after a purge. Atomic, so that a purge on one thread does not free content that another thread draws.
 @property (atomic, retain) OZMConcreteDocument* heldConcreteDocument;
 @end
 
@@ -61,7 +61,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 }
 
 + (instancetype)documentWithName:(NSString*)name {
-    if (!name) return nil; // a bundle would answer with any of its files
+    if (!name) return nil; // for nil, a bundle would return any of its files
     NSURL* const url = [name hasPrefix:@"/"]
                            ? [NSURL URLWithString:name]
                            : [[NSBundle mainBundle] URLForResource:name withExtension:@"svg"];
@@ -90,7 +90,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 
 - (void)purgeDocument {
     self.heldConcreteDocument = nil;
-    ozm::TrimThreadMemory(); // which has just kept the document's memory
+    ozm::TrimThreadMemory(); // this thread still holds the document's memory for reuse
 }
 
 - (OZMConcreteDocument*)reloadDocument {

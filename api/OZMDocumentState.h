@@ -6,7 +6,7 @@
 
 #include <memory>
 
-/// A parsed file and what belongs to it.
+/// A parsed file with its renderer and its log.
 struct OZMDocumentState {
     std::unique_ptr<ozm::Document> m_document;
     ozm::CoreGraphicsRenderer m_renderer; ///< Bound to `m_document`.

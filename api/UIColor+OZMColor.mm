@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Borrowed; made once and kept.
+/// Borrowed; created once and kept.
 CGColorSpaceRef deviceRGBColorSpace() {
     static dispatch_once_t once;
     static CGColorSpaceRef space;

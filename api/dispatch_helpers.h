@@ -1,4 +1,5 @@
-// C++ functions on libdispatch's queues. Unlike a block, a lambda retains no object that it captures.
+// Runs C++ functions through libdispatch. Unlike a block, a lambda does not retain the objects that it
+// captures.
 #pragma once
 
 #include <dispatch/dispatch.h>
@@ -9,14 +10,14 @@
 
 namespace ozm {
 
-/// dispatch_sync
+/// Like dispatch_sync.
 template <class Function>
 void dispatchSync(dispatch_queue_t queue, Function&& function) {
     using Work = std::remove_reference_t<Function>;
     dispatch_sync_f(queue, std::addressof(function), [](void* work) { (*static_cast<Work*>(work))(); });
 }
 
-/// dispatch_async
+/// Like dispatch_async; the function is moved or copied.
 template <class Function>
 void dispatchAsync(dispatch_queue_t queue, Function&& function) {
     using Work = std::decay_t<Function>;
@@ -26,7 +27,7 @@ void dispatchAsync(dispatch_queue_t queue, Function&& function) {
     });
 }
 
-/// dispatch_once
+/// Like dispatch_once.
 template <class Function>
 void dispatchOnce(dispatch_once_t& predicate, Function&& function) {
     using Work = std::remove_reference_t<Function>;

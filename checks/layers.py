@@ -9,8 +9,7 @@ import re
 import sys
 from pathlib import Path
 
-# What each folder may include, besides itself and the system's and libraries' headers. Folders of one block share
-# the root that their quoted includes are relative to.
+# What each folder may include, besides itself and the headers of the system and of libraries.
 CORE_MODEL = {"include/Ozmira", "include/Ozmira/SVG"}
 APPLE = {
     "platform/include/CoreGraphics",
@@ -46,7 +45,7 @@ ALLOWED = {
     "platform/include/dispatch": set(),
     "platform/include/objc": {"platform/include"},
     "platform/include": set(),
-    # What everything may build on: it knows neither SVG nor drawing.
+    # What every layer may use; it knows neither SVG nor drawing.
     "support": set(),
     # The parser and the document model.
     "core/numbers": CORE_MODEL,
@@ -64,12 +63,12 @@ ALLOWED = {
     f"{CG}/image": DRAWING | below(CG, "base", "values"),
     f"{CG}/paint": DRAWING | below(CG, "base", "values", "path", "stroke", "raster", "image"),
     f"{CG}/context": DRAWING | below(CG, "base", "values", "path", "stroke", "raster", "image", "paint"),
-    # What stands in for the other frameworks.
+    # The stand-ins for Apple's other frameworks.
     "platform/foundation": APPLE_OBJC,
     "platform/dispatch": APPLE_OBJC,
     "platform/coreimage": APPLE_OBJC,
     "platform/uikit": APPLE_OBJC,
-    # The renderer sees CoreGraphics through its public headers alone.
+    # The renderer uses CoreGraphics through its public headers only.
     "render": CORE_MODEL | APPLE,
     "api": CORE_MODEL | APPLE_OBJC,
     # The command-line tool.
@@ -80,14 +79,14 @@ ALLOWED = {
     f"{TOOL}/commands": CORE_MODEL | APPLE | below(TOOL, "base", "files", "picture", "report"),
     TOOL: below(TOOL, "base", "files", "picture", "report", "commands"),
 }
-# Public headers of the parser and the model, which know nothing of drawing and of Objective-C.
+# The public headers of the parser and the model, which know neither drawing nor Objective-C.
 CORE_HEADER = re.compile(r"include/Ozmira/(SVG/)?(ozm|OzmiraVersion)")
 ROOTS = ["core", CG, TOOL, "render", "api"]
 INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]')
 
 
 def resolve(root, file, quote, name):
-    """The file of this repository that an include names, or None for the system's and libraries'."""
+    """The file of this repository that an include names, or None for headers of the system and of libraries."""
     folders = ["include", "platform/include"]
     if quote == '"':
         folders = [str(file.parent)] + [r for r in ROOTS if str(file).startswith(r + "/")] + ["."]
@@ -97,7 +96,7 @@ def resolve(root, file, quote, name):
     return None
 
 
-def faults(root):
+def violations(root):
     for pattern in ("support", "core", "platform", "render", "api", "tools", "include"):
         for path in sorted((root / pattern).rglob("*")):
             if path.suffix not in {".h", ".cpp", ".m", ".mm"}:
@@ -126,7 +125,7 @@ def faults(root):
 
 def main():
     root = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().parent.parent
-    found = list(faults(root))
+    found = list(violations(root))
     print("\n".join(found) if found else "Every include points down.")
     return 1 if found else 0
 

@@ -2,7 +2,7 @@
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/Ozmira")
-# Beside the framework's own headers and not among them: a folder to name in the search path.
+# A separate folder rather than a part of the framework's own headers, so that a search path can name it.
 set(platform_include_dir "${CMAKE_INSTALL_INCLUDEDIR}/OzmiraPlatform")
 
 set(libraries core coregraphics render)
@@ -35,7 +35,7 @@ write_basic_package_version_file(OzmiraConfigVersion.cmake COMPATIBILITY SameMaj
 install(FILES "${PROJECT_BINARY_DIR}/OzmiraConfig.cmake" "${PROJECT_BINARY_DIR}/OzmiraConfigVersion.cmake"
   DESTINATION "${package_dir}")
 
-# The prefix is found from the file's own place, so that the installed tree can be moved.
+# The prefix is relative to the file's own location, so that the installed tree can be moved.
 file(RELATIVE_PATH prefix_from_pc "/prefix/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/prefix")
 string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
 set(pc_platform_libs "-lozmira_coregraphics")

@@ -1,4 +1,4 @@
-# What can be switched, and the compiler flags that every target of the project shares.
+# Build options, and the compiler flags that all targets of the project share.
 
 option(OZMIRA_BUILD_TOOL "Build the command-line tool" "${PROJECT_IS_TOP_LEVEL}")
 option(OZMIRA_BUILD_EXAMPLES "Build the example programs" "${PROJECT_IS_TOP_LEVEL}")
@@ -24,20 +24,20 @@ set(CMAKE_OBJCXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-# Linked PRIVATE by every target of the project, never by those who use it.
+# Every target of the project links this PRIVATE, so that its users do not get these flags.
 add_library(ozmira_options INTERFACE)
 target_compile_options(ozmira_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor
-  # Without fused multiply-add every machine computes the same doubles.
+  # Without fused multiply-add, all machines compute the same doubles.
   -ffp-contract=off
-  # Else chance decides whether short loops straddle two lines of the instruction cache, for 7 % of parsing.
+  # Otherwise it is chance whether short loops straddle two cache lines, which costs 7 % of parsing time.
   -falign-loops=32)
 if(OZMIRA_WERROR)
   target_compile_options(ozmira_options INTERFACE -Werror)
 endif()
 
 if(OZMIRA_SANITIZE)
-  # The Objective-C layer is built by clang, and the runtimes of two compilers do not mix.
+  # Clang builds the object layer, and the sanitizer runtimes of two compilers do not mix.
   if(NOT CMAKE_CXX_COMPILER_ID MATCHES Clang)
     message(FATAL_ERROR "OZMIRA_SANITIZE needs clang: pass -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_C_COMPILER=clang")
   endif()
@@ -46,7 +46,7 @@ if(OZMIRA_SANITIZE)
 endif()
 
 if(OZMIRA_BUILD_FUZZERS)
-  # Fuzzers see which branches of the libraries an input takes.
+  # Lets fuzzers see which branches an input takes in the libraries.
   add_compile_options(-fsanitize=fuzzer-no-link)
   add_link_options(-fsanitize=fuzzer-no-link)
 endif()

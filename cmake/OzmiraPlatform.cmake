@@ -2,7 +2,7 @@
 #
 # ozmira_coregraphics   <CoreGraphics/CoreGraphics.h> and what it needs at link time
 # ozmira_frameworks     what the object layer builds on: Foundation, UIKit, Core Image, libdispatch
-# OZMIRA_BUILD_API      whether the object layer is built: OZMIRA_API, and AUTO decided
+# OZMIRA_BUILD_API      whether the object layer is built: OZMIRA_API, with AUTO resolved
 
 set(OZMIRA_API_MISSING "")
 if(APPLE)
@@ -25,7 +25,7 @@ if(APPLE)
     enable_language(OBJCXX)
   endif()
 elseif(NOT OZMIRA_API STREQUAL "OFF")
-  include(OzmiraObjC) # platform/CMakeLists.txt makes ozmira_frameworks
+  include(OzmiraObjC) # platform/CMakeLists.txt defines ozmira_frameworks
 endif()
 
 if(OZMIRA_API STREQUAL "OFF")

@@ -1,4 +1,5 @@
 #include <Ozmira/OzmiraVersion.h>
 
-const double OzmiraVersionNumber = 1.0;
-const unsigned char OzmiraVersionString[] = "@(#)PROGRAM:Ozmira PROJECT:Ozmira-1\n";
+// The build defines both macros from the version in the project's CMakeLists.txt.
+const double OzmiraVersionNumber = OZMIRA_VERSION_NUMBER;
+const unsigned char OzmiraVersionString[] = "@(#)PROGRAM:Ozmira PROJECT:Ozmira-" OZMIRA_VERSION_MAJOR "\n";

@@ -1,4 +1,4 @@
-# Runs PROGRAM, a build of hello.cpp, and looks at the pixels that it writes: 8 by 4, the left half red.
+# Runs PROGRAM, a build of hello.cpp, and checks the pixels that it writes: 8 by 4, the left half red.
 set(output "${PROGRAM}.argb")
 execute_process(COMMAND "${PROGRAM}" OUTPUT_FILE "${output}" COMMAND_ERROR_IS_FATAL ANY)
 file(READ "${output}" pixels HEX)

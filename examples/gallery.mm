@@ -11,13 +11,14 @@ constexpr CGFloat kHeight = 32; // points
 
 NSURL* folderURL(const char* path) { return [NSURL fileURLWithPath:@(path) isDirectory:YES]; }
 
-/// Writes `name`@1x.png and `name`@2x.png. False when the document or a file can't be had.
+/// Writes `name`@1x.png and `name`@2x.png. Returns false if the document can't be drawn or a file can't be
+/// written.
 bool writePictures(OZMContainer* container, NSString* name, NSURL* output) {
     OZMDocument* const document = [container documentNamed:name];
     if (!document) return false;
     UIColor* const color = [UIColor colorWithRed:0.1 green:0.3 blue:0.6 alpha:1];
     for (int scale = 1; scale <= 2; ++scale) {
-        // The shared image cache keeps the image: a view that asks again gets the same object.
+        // The shared image cache keeps the image, so that a view that asks again gets the same object.
         UIImage* const image = [document imageWithHeight:kHeight scale:scale defaultFillColor:color];
         NSString* const file = [NSString stringWithFormat:@"%@@%dx.png", name, scale];
         NSURL* const url = [output URLByAppendingPathComponent:file isDirectory:NO];

@@ -1,4 +1,5 @@
-// The renderer's lifetime, and what surrounds the walk of the element tree: fitting, bitmaps, debug frames.
+// The renderer's lifetime, and everything around the walk of the element tree: fitting, bitmaps, debug
+// frames.
 
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
 #include <Ozmira/OZMFitToSize.h>
@@ -19,14 +20,14 @@ struct ContextRelease {
     void operator()(CGContextRef context) const { CGContextRelease(context); }
 };
 
-/// The whole part, or nothing where a row of that many pixels has no size in bytes.
+/// The integral part, or nullopt if the size in bytes of a row of that many pixels overflows.
 std::optional<size_t> toPixelCount(double pixels) {
     constexpr auto limit = static_cast<double>(SIZE_MAX / kBytesPerPixel);
     if (!(pixels >= 0 && pixels < limit)) return std::nullopt;
     return static_cast<size_t>(pixels);
 }
 
-/// A frame one pixel wide just inside a box at the origin.
+/// Strokes a frame one pixel wide just inside a box at the origin.
 void strokeDebugFrame(CGContextRef context, CGSize box, double scale, const Color& color) {
     const double t = 1 / scale;
     const StateGuard saved(context);
@@ -118,7 +119,7 @@ void CoreGraphicsRenderer::Render(CGRect rect, double scale, const RenderingStat
 
         CGContextSetStrokeColorSpace(context, m_colorSpace);
         CGContextSetFillColorSpace(context, m_colorSpace);
-        m_renderingState.PushState(initialState); // Stays there: every render begins from its own record.
+        m_renderingState.PushState(initialState); // Never popped: every call starts from its own record.
         setRenderState(m_renderingState.Top(), context);
         if (!m_document->elements.empty()) renderElement(m_document->elements.front(), context);
     }

@@ -6,7 +6,7 @@
 
 namespace ozm {
 
-/// The same map in CoreGraphics' type.
+/// The same transform as CoreGraphics' type.
 inline CGAffineTransform ToCGAffineTransform(const Transform& t) {
     return CGAffineTransformMake(t.a, t.b, t.c, t.d, t.tx, t.ty);
 }

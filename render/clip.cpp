@@ -1,4 +1,4 @@
-// Clip paths: the outlines of a container's children, added up and clipped to.
+// Clip paths: the outlines of a clip path's children form one path, which becomes the clip.
 
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
 
@@ -9,7 +9,8 @@
 namespace ozm {
 namespace {
 
-// Kept out of `clipElement`, which recurses on stacks as small as 512 KB: its frame holds no matrix.
+// Not inlined, so that their matrices do not enlarge the frame of `clipElement`, whose recursion must get by
+// with stacks as small as 512 KB.
 
 [[gnu::noinline]] void concat(const Transform& transform, CGContextRef context) {
     CGContextConcatCTM(context, ToCGAffineTransform(transform));

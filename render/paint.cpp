@@ -11,14 +11,14 @@
 namespace ozm {
 namespace {
 
-/// Lists of up to this many stops are passed on without a heap allocation.
+/// Up to this many stops are passed on without a heap allocation.
 constexpr size_t kStopsOnStack = 16;
 
 struct GradientRelease {
     void operator()(CGGradientRef gradient) const { CGGradientRelease(gradient); }
 };
 
-/// Where gradient coordinates lie: fractions of a shape's box, or user space.
+/// The space of gradient coordinates: fractions of a shape's bounding box, or user space.
 class GradientSpace {
 public:
     GradientSpace(const Gradient& gradient, CGRect box)
@@ -63,7 +63,7 @@ void CoreGraphicsRenderer::paintShape(const Element& element, CGContextRef conte
     if (source != nullptr && source->type == Element::Type::GradientElement)
         fillWithGradient(source->gradient, element, context);
     if (isStroked) {
-        // Inside the clip and under the transform that the gradient has left.
+        // The clip and the transform of the gradient still apply.
         addCGPathForElement(element, context);
         CGContextDrawPath(context, kCGPathStroke);
     }

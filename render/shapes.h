@@ -6,8 +6,8 @@
 
 namespace ozm {
 
-// Neither is inlined into the functions that recurse on stacks as small as 512 KB: their frames hold no
-// rectangle.
+// Not inlined, so that their rectangles do not enlarge the frames of the recursive callers, which must get by
+// with stacks as small as 512 KB.
 
 /// Adds the outline of an `Ellipse` element to the context's current path.
 [[gnu::noinline]] void AddEllipse(const Element& element, CGContextRef context);

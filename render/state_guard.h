@@ -6,8 +6,8 @@
 
 namespace ozm {
 
-/// Saves a context's graphics state and, with a stack, pushes a copy of its top record. Undoes both at the
-/// end of the scope.
+/// Saves a context's graphics state and, if given a stack, pushes a copy of its top record. Undoes both at
+/// the end of the scope.
 class StateGuard {
 public:
     explicit StateGuard(CGContextRef context, RenderingStack* stack = nullptr)

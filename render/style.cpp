@@ -7,7 +7,7 @@
 namespace ozm {
 namespace {
 
-/// What of a record the context has to be told.
+/// The fields of a rendering state that the context must be told about.
 struct Changes {
     bool strokeColor = false;
     bool lineWidth = false;
@@ -21,7 +21,7 @@ struct Changes {
     static constexpr Changes All() { return {true, true, true, true, true, true, true, true}; }
 };
 
-/// True when that makes a difference.
+/// Returns true if the value changed.
 template <typename T>
 bool assign(T& field, const T& value) {
     if (field == value) return false;
@@ -29,7 +29,7 @@ bool assign(T& field, const T& value) {
     return true;
 }
 
-/// Everything but `ClipPathURL`, which leaves no trace in the record.
+/// Applies every property but `ClipPathURL`, which does not change the rendering state.
 void applyProperty(const StyleProperty& property, RenderingState& state, Changes& changes) {
     using Type = StyleProperty::Type;
     switch (property.type) {
@@ -102,7 +102,7 @@ void CoreGraphicsRenderer::setStyle(const Style& style, CGContextRef context) {
         else
             applyProperty(property, state, changes);
     }
-    // Unlike `setRenderState`, a solid line keeps its phase.
+    // Unlike in `setRenderState`, the phase is passed on even if the line is solid.
     sendState(state, changes, state.dashOffset, context);
 }
 

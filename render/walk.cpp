@@ -8,7 +8,8 @@
 namespace ozm {
 namespace {
 
-/// Kept out of `renderElement`, which recurses on stacks as small as 512 KB: its frame holds no matrix.
+/// Not inlined, so that its matrix does not enlarge the frame of `renderElement`, whose recursion must get by
+/// with stacks as small as 512 KB.
 [[gnu::noinline]] void concat(const Transform& transform, CGContextRef context) {
     CGContextConcatCTM(context, ToCGAffineTransform(transform));
 }

@@ -5,11 +5,11 @@
 namespace ozm {
 
 /// The largest size with the proportions of `viewPort` inside `size`. A component of `size` that is not
-/// positive sets no limit; without any limit the result is `viewPort`. Where both components limit alike, the
-/// height decides.
+/// positive sets no limit; without any limit the result is `viewPort`. If both allow the same scale, the
+/// height determines the result.
 CGSize FitToSize(CGSize viewPort, CGSize size);
 
-/// As `FitToSize`, each component rounded up to whole pixels at `scale` pixels a point.
+/// Like `FitToSize`, but each component is rounded up to whole pixels at `scale` pixels per point.
 CGSize FitToPixels(CGSize viewPort, CGSize size, double scale);
 
 } // namespace ozm

@@ -24,14 +24,15 @@ typedef struct OZMImageCacheKeyImpl {
     NSURL* _url;
     OZMImageCacheKeyImpl _impl;
 }
-/// `size` is the requested size in points, before it is fitted; `scale` is in pixels per point. No colour
-/// counts as transparent black.
+/// `size` is the requested size in points, before it is fitted; `scale` is in pixels per point. A nil colour
+/// is taken as transparent black.
 - (instancetype)initWithURL:(NSURL*)url
                   imageSize:(CGSize)size
                       scale:(CGFloat)scale
                   fillColor:(nullable UIColor*)color NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;
 
+/// The file that the image was rendered from.
 @property (nonatomic, readonly) NSURL* url;
 @end
 
@@ -40,12 +41,12 @@ typedef struct OZMImageCacheKeyImpl {
 @private
     NSCache<OZMImageCacheKey*, UIImage*>* _cache;
 }
-/// The cache that documents use, made on first use and kept for the life of the process.
+/// The cache that documents use, created on first use and kept for the life of the process.
 + (OZMImageCache*)sharedImageCache;
 
-/// The image stored under an equal key; nil without one.
+/// The image stored under an equal key; nil if there is none.
 - (nullable UIImage*)imageForKey:(OZMImageCacheKey*)key;
-/// Stores an image, in place of an earlier one. Nothing is stored without an image or a key.
+/// Stores an image, replacing an earlier one under an equal key. Does nothing if the image or the key is nil.
 - (void)setImage:(UIImage*)image forKey:(OZMImageCacheKey*)key;
 /// Drops all images. Images that callers hold stay valid.
 - (void)purgeCache;

@@ -1,4 +1,4 @@
-// Platform colours as the core's.
+// Converts colours of UIKit and CoreGraphics to the core's.
 #pragma once
 
 #include <CoreGraphics/CoreGraphics.h>
@@ -17,14 +17,15 @@ typedef struct OZMColor {
 
 NS_ASSUME_NONNULL_BEGIN
 
+/// Conversion to the core's colour.
 @interface UIColor (OZMColor)
 /// The receiver's red, green, blue and alpha.
 - (OZMColor)ozm_color;
 @end
 
 #ifdef __cplusplus
-/// Components of a colour of any space but patterns; all zero for NULL. Those of device RGB are taken as they
-/// are, those of other spaces as Core Image reads them.
+/// Components of a colour in any space except patterns; all zero for NULL. Device RGB components are returned
+/// unchanged; colours in other spaces are converted by Core Image.
 OZMColor OZMColorFromCGColor(CGColorRef _Nullable color);
 #endif
 

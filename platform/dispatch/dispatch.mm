@@ -1,5 +1,6 @@
 // A serial queue has at most one owner: a thread inside dispatch_sync_f, or a thread of the queue's own,
-// which lives as long as asynchronous work is next. The owner hands the queue on to what waits first.
+// which ends when the next item is not asynchronous work. The owner hands the queue over to the first item
+// that waits.
 #include <dispatch/dispatch.h>
 
 #include <Block.h>
@@ -18,17 +19,17 @@
 
 namespace {
 
-/// Where a thread in dispatch_sync_f waits to become the owner.
-struct Turn {
+/// A thread in dispatch_sync_f that waits to become the owner.
+struct Waiter {
     std::condition_variable changed;
-    bool hasCome = false; // guarded by the queue's mutex
+    bool isOwner = false; // guarded by the queue's mutex
 };
 
-/// Asynchronous work, or the turn of a waiting thread.
+/// Asynchronous work, or a waiting thread.
 struct Item {
     dispatch_function_t work;
     void* context;
-    Turn* turn;
+    Waiter* waiter;
 };
 
 } // namespace
@@ -74,18 +75,18 @@ void run(dispatch_queue_t queue, dispatch_function_t work, void* context) {
     }
 }
 
-void handOn(dispatch_queue_t queue, std::unique_lock<std::mutex> lock);
+void handOver(dispatch_queue_t queue, std::unique_lock<std::mutex> lock);
 
 void runAsynchronousWork(dispatch_queue_t queue) {
     std::unique_lock lock(queue->mutex);
-    while (!queue->waiting.empty() && !queue->waiting.front().turn) {
+    while (!queue->waiting.empty() && !queue->waiting.front().waiter) {
         const Item item = queue->waiting.front();
         queue->waiting.pop_front();
         lock.unlock();
         run(queue, item.work, item.context);
         lock.lock();
     }
-    handOn(queue, std::move(lock));
+    handOver(queue, std::move(lock));
 }
 
 void* runThread(void* context) {
@@ -97,8 +98,9 @@ void* runThread(void* context) {
     return nullptr;
 }
 
-/// Makes a new thread the owner; ends the program when there can't be one, for the caller may hold locks that
-/// the work needs, and nobody else may come. Call without the lock.
+/// Makes a new thread the owner. Aborts if none can be started: the caller can't run the work itself, because
+/// it may hold locks that the work needs, and perhaps no other thread ever uses the queue. Call without the
+/// queue's lock.
 void startThread(dispatch_queue_t queue) {
     dispatch_retain(queue);
     pthread_t thread;
@@ -112,26 +114,26 @@ void startThread(dispatch_queue_t queue) {
     pthread_detach(thread);
 }
 
-/// Called by the owner, who then no longer is.
-void handOn(dispatch_queue_t queue, std::unique_lock<std::mutex> lock) {
+/// Called by the owner, which thereby gives up ownership.
+void handOver(dispatch_queue_t queue, std::unique_lock<std::mutex> lock) {
     if (queue->waiting.empty()) {
         queue->hasOwner = false;
         return;
     }
-    Turn* const turn = queue->waiting.front().turn;
-    if (!turn) {
+    Waiter* const waiter = queue->waiting.front().waiter;
+    if (!waiter) {
         lock.unlock();
         startThread(queue);
         return;
     }
     queue->waiting.pop_front();
-    turn->hasCome = true;
-    turn->changed.notify_one(); // under the lock: the turn lies on the stack of the waiting thread
+    waiter->isOwner = true;
+    waiter->changed.notify_one(); // under the lock, because the waiter lives on the stack of its thread
 }
 
-struct HandOnAtEnd {
+struct HandOverAtScopeExit {
     dispatch_queue_t queue;
-    ~HandOnAtEnd() { handOn(queue, std::unique_lock(queue->mutex)); }
+    ~HandOverAtScopeExit() { handOver(queue, std::unique_lock(queue->mutex)); }
 };
 
 void invokeBlock(void* block) { reinterpret_cast<dispatch_block_t>(block)(); }
@@ -176,12 +178,12 @@ void dispatch_sync_f(dispatch_queue_t queue, void* context, dispatch_function_t 
     {
         std::unique_lock lock(queue->mutex);
         if (std::exchange(queue->hasOwner, true)) {
-            Turn turn;
-            queue->waiting.push_back({nullptr, nullptr, &turn});
-            turn.changed.wait(lock, [&] { return turn.hasCome; });
+            Waiter waiter;
+            queue->waiting.push_back({nullptr, nullptr, &waiter});
+            waiter.changed.wait(lock, [&] { return waiter.isOwner; });
         }
     }
-    const HandOnAtEnd end{queue};
+    const HandOverAtScopeExit handOverAtScopeExit{queue};
     run(queue, work, context);
 }
 

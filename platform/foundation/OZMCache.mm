@@ -8,8 +8,8 @@
 namespace {
 
 struct Entry {
-    Entry(id ofKey, id ofObject, NSUInteger ofCost)
-        : key([ofKey retain]), object([ofObject retain]), cost(ofCost) {}
+    Entry(id keyToRetain, id objectToRetain, NSUInteger entryCost)
+        : key([keyToRetain retain]), object([objectToRetain retain]), cost(entryCost) {}
     ~Entry() {
         [key release];
         [object release];
@@ -33,18 +33,18 @@ struct KeyEqual {
 } // namespace
 
 struct OZMCacheStorage {
-    std::mutex mutex; // guards all of the below
-    Entries entries;  // the most recently used one first
-    std::unordered_map<id, Entries::iterator, KeyHash, KeyEqual> places;
+    std::mutex mutex; // guards all members below
+    Entries entries;  // most recently used first
+    std::unordered_map<id, Entries::iterator, KeyHash, KeyEqual> entryByKey;
     NSUInteger cost = 0;
     NSUInteger countLimit = 0;
     NSUInteger totalCostLimit = 0;
 
     void remove(id key, Entries& removed) {
-        const auto place = places.find(key);
-        if (place == places.end()) return;
-        const Entries::iterator entry = place->second;
-        places.erase(place);
+        const auto found = entryByKey.find(key);
+        if (found == entryByKey.end()) return;
+        const Entries::iterator entry = found->second;
+        entryByKey.erase(found);
         cost -= entry->cost;
         removed.splice(removed.end(), entries, entry);
     }
@@ -57,18 +57,19 @@ struct OZMCacheStorage {
 
     void evictLast(Entries& removed) {
         const Entries::iterator last = std::prev(entries.end());
-        const auto place = places.find(last->key);
-        if (place != places.end() && place->second == last) {
-            places.erase(place);
+        const auto found = entryByKey.find(last->key);
+        if (found != entryByKey.end() && found->second == last) {
+            entryByKey.erase(found);
         } else { // a key that does not equal itself, or whose hash has changed
-            std::erase_if(places, [&](const auto& other) { return other.second == last; });
+            std::erase_if(entryByKey, [&](const auto& other) { return other.second == last; });
         }
         cost -= last->cost;
         removed.splice(removed.end(), entries, last);
     }
 };
 
-// Everywhere below, what leaves the cache is released after the lock: its dealloc may use the cache again.
+// Below, objects that leave the cache are released only after it is unlocked, because their dealloc may use
+// the cache again.
 @implementation OZMCache
 
 - (instancetype)init {
@@ -109,10 +110,10 @@ struct OZMCacheStorage {
 - (id)objectForKey:(id)key {
     if (!key) return nil;
     const std::lock_guard lock(_storage->mutex);
-    const auto place = _storage->places.find(key);
-    if (place == _storage->places.end()) return nil;
-    _storage->entries.splice(_storage->entries.begin(), _storage->entries, place->second);
-    return [[place->second->object retain] autorelease]; // another thread may remove it at once
+    const auto found = _storage->entryByKey.find(key);
+    if (found == _storage->entryByKey.end()) return nil;
+    _storage->entries.splice(_storage->entries.begin(), _storage->entries, found->second);
+    return [[found->second->object retain] autorelease]; // another thread may remove it right away
 }
 
 - (void)setObject:(id)object forKey:(id)key {
@@ -127,7 +128,7 @@ struct OZMCacheStorage {
     const std::lock_guard lock(_storage->mutex);
     _storage->remove(key, removed);
     _storage->entries.emplace_front(key, object, cost);
-    _storage->places.emplace(key, _storage->entries.begin());
+    _storage->entryByKey.emplace(key, _storage->entries.begin());
     _storage->cost += cost;
     _storage->enforceLimits(removed);
 }
@@ -143,7 +144,7 @@ struct OZMCacheStorage {
     Entries removed;
     const std::lock_guard lock(_storage->mutex);
     removed.swap(_storage->entries);
-    _storage->places.clear();
+    _storage->entryByKey.clear();
     _storage->cost = 0;
 }
 

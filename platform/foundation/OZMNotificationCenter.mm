@@ -1,8 +1,8 @@
-// GNUstep's default notification center sends to observers that another thread may be deallocating; Apple's
-// refers to observers weakly. The class here becomes the class of the default center. Its `removeObserver:`
-// waits until no other thread is inside a removed handler of that observer, so that an observer which removes
-// itself first thing in its dealloc is whole whenever it is called. Hence a handler must not wait for a
-// thread that removes its observer. A handler that removes its own observer does not wait.
+// GNUstep's default notification center calls observers even while another thread deallocates them; Apple's
+// refers to observers weakly. The class below becomes the class of the default center. Its `removeObserver:`
+// waits until no other thread is inside a removed handler of that observer. An observer that removes itself
+// at the start of its dealloc is therefore intact whenever it is called. In return, a handler must not wait
+// for a thread that removes its observer. A handler that removes its own observer does not wait.
 #import <Foundation/Foundation.h>
 
 #include <objc/runtime.h>
@@ -21,13 +21,13 @@
 namespace {
 
 struct Observation {
-    const id observer; // as `object` borrowed
+    const id observer; // borrowed, like `object`
     const SEL selector;
-    NSString* const name; // the table's key; nil stands for every name
-    const id object;      // nil stands for every sender
+    NSString* const name; // owned by the table; nil matches every name
+    const id object;      // nil matches every sender
     // Guarded by the table's mutex.
     bool isRemoved = false;
-    std::vector<std::thread::id> threads{}; // those inside the handler
+    std::vector<std::thread::id> threads{}; // the threads inside the handler
 };
 
 struct NameHash {
@@ -48,7 +48,7 @@ public:
         m_byObserver.emplace(observer, std::prev(named->second.end()));
     }
 
-    /// Nil stands for every name and every object.
+    /// A nil name or object matches all.
     void remove(id observer, NSString* name, id object) {
         std::unique_lock lock(m_mutex);
         auto [entry, end] = m_byObserver.equal_range(observer);
@@ -60,17 +60,17 @@ public:
                 continue;
             }
             observation->isRemoved = true;
-            if (!observation->threads.empty()) m_leaving.push_back(observation);
+            if (!observation->threads.empty()) m_removedButRunning.push_back(observation);
             eraseFromNames(entry->second);
             entry = m_byObserver.erase(entry);
         }
-        m_left.wait(lock, [&] { return !mustWaitFor(observer); });
+        m_handlerReturned.wait(lock, [&] { return !mustWaitFor(observer); });
     }
 
     void deliver(NSNotification* notification) {
         for (const std::shared_ptr<Observation>& observation : matching(notification)) {
             const Delivery delivery(*this, observation);
-            if (delivery.isWanted())
+            if (delivery.mustDeliver())
                 [observation->observer performSelector:observation->selector withObject:notification];
         }
     }
@@ -78,33 +78,34 @@ public:
 private:
     using Observations = std::list<std::shared_ptr<Observation>>;
 
-    /// Marks an observation, unless it was removed, as being inside its handler.
+    /// Unless an observation was removed, records for its own lifetime that this thread is inside the
+    /// handler.
     class Delivery {
     public:
         Delivery(ObservationTable& table, const std::shared_ptr<Observation>& observation)
             : m_table(table), m_observation(observation) {
             const std::lock_guard lock(m_table.m_mutex);
-            m_isWanted = !m_observation->isRemoved;
-            if (m_isWanted) m_observation->threads.push_back(std::this_thread::get_id());
+            m_mustDeliver = !m_observation->isRemoved;
+            if (m_mustDeliver) m_observation->threads.push_back(std::this_thread::get_id());
         }
         ~Delivery() {
-            if (!m_isWanted) return;
+            if (!m_mustDeliver) return;
             const std::lock_guard lock(m_table.m_mutex);
             std::vector<std::thread::id>& threads = m_observation->threads;
             threads.erase(std::find(threads.begin(), threads.end(), std::this_thread::get_id()));
             if (!m_observation->isRemoved) return;
-            if (threads.empty()) std::erase(m_table.m_leaving, m_observation);
-            m_table.m_left.notify_all();
+            if (threads.empty()) std::erase(m_table.m_removedButRunning, m_observation);
+            m_table.m_handlerReturned.notify_all();
         }
         Delivery(const Delivery&) = delete;
         Delivery& operator=(const Delivery&) = delete;
 
-        bool isWanted() const { return m_isWanted; }
+        bool mustDeliver() const { return m_mustDeliver; }
 
     private:
         ObservationTable& m_table;
         const std::shared_ptr<Observation>& m_observation;
-        bool m_isWanted;
+        bool m_mustDeliver;
     };
 
     std::vector<std::shared_ptr<Observation>> matching(NSNotification* notification) {
@@ -130,11 +131,12 @@ private:
         [key release];
     }
 
-    /// Whether other threads are inside the observer's handlers, and this one isn't: it would wait for
-    /// itself, or for another one that removes the observer from inside a handler as well.
+    /// True if other threads are inside removed handlers of the observer, but this thread is not. A thread
+    /// inside one must not wait: it would wait for itself, or for another thread that removes the observer
+    /// from inside a handler and waits too.
     bool mustWaitFor(id observer) const {
         bool isInside = false;
-        for (const std::shared_ptr<Observation>& each : m_leaving) {
+        for (const std::shared_ptr<Observation>& each : m_removedButRunning) {
             if (each->observer != observer) continue;
             for (const std::thread::id thread : each->threads) {
                 if (thread == std::this_thread::get_id()) return false;
@@ -144,14 +146,14 @@ private:
         return isInside;
     }
 
-    std::mutex m_mutex;             // guards all of the below
-    std::condition_variable m_left; // when a removed observation's handler has returned
+    std::mutex m_mutex;                        // guards all members below
+    std::condition_variable m_handlerReturned; // signalled when a removed observation's handler returns
     std::unordered_map<NSString*, Observations, NameHash, NameEqual> m_byName; // owns its keys
     std::unordered_multimap<id, Observations::iterator> m_byObserver;
-    std::vector<std::shared_ptr<Observation>> m_leaving; // removed, but still inside their handlers
+    std::vector<std::shared_ptr<Observation>> m_removedButRunning; // removed, but still inside their handlers
 };
 
-/// The default center's. Kept for the life of the process.
+/// The observations of the default center, kept for the life of the process.
 ObservationTable& observations() {
     static ObservationTable& table = *new ObservationTable;
     return table;
@@ -159,15 +161,16 @@ ObservationTable& observations() {
 
 } // namespace
 
-// Has no instance variables: it takes over an object that exists. What was registered before, by GNUstep
-// itself, stays with the superclass, which also posts; there this class observes everything.
+// Has no instance variables, because it becomes the class of an existing object. Observers that GNUstep
+// itself registered earlier stay with the superclass, which also posts; there this class observes every
+// notification.
 @interface OZMNotificationCenter : NSNotificationCenter
 @end
 
 @implementation OZMNotificationCenter
 
-// At this time there is one thread. Left to itself, GNUstep makes the center when the first thread registers,
-// and a second one that registers meanwhile uses it without synchronisation.
+// Runs while there is only one thread. Otherwise GNUstep would create the center when the first thread
+// registers, and a second thread that registers at the same time would use it without synchronisation.
 + (void)load {
     NSNotificationCenter* const center = [NSNotificationCenter defaultCenter];
     [center addObserver:self selector:@selector(deliver:) name:nil object:nil];

@@ -1,5 +1,5 @@
-// The run-time support of blocks, after the block ABI that clang documents.
-// GNUstep's own leaves copied blocks on the stack; the definitions here take the place of its symbols.
+// Run-time support for blocks, following the block ABI that clang documents. GNUstep's own implementation
+// leaves copied blocks on the stack; the definitions here replace its symbols.
 #import <Foundation/Foundation.h>
 
 #include <Block.h>
@@ -10,19 +10,19 @@
 #include <new>
 
 extern "C" {
-// Compiled code fills a block's first word with the address of one of these.
+// Compiled code stores the address of one of these in the first word of a block.
 void* _NSConcreteStackBlock[32];
 void* _NSConcreteMallocBlock[32];
 void* _NSConcreteGlobalBlock[32];
 
-// Called by the copy and dispose helpers that the compiler makes for captured variables.
+// Called by the copy and dispose helpers that the compiler generates for captured variables.
 void _Block_object_assign(void* destination, const void* object, int kind);
 void _Block_object_dispose(const void* object, int kind);
 }
 
 namespace {
 
-// The layouts are given by the compiler.
+// The compiler prescribes the layouts below.
 enum BlockFlags : int32_t {
     kReferenceCountMask = 0xFFFF,
     kIsOnHeap = 1 << 24,
@@ -33,7 +33,7 @@ enum BlockFlags : int32_t {
 struct BlockDescriptor {
     unsigned long reserved;
     unsigned long size;
-    void (*copy)(void* destination, const void* source); // with kHasCopyDispose, as the next
+    void (*copy)(void* destination, const void* source); // only with kHasCopyDispose, like the next
     void (*dispose)(const void* block);
 };
 
@@ -50,7 +50,8 @@ struct ByrefVariable { // a __block variable
     ByrefVariable* forwarding;
     int32_t flags;
     uint32_t size;
-    void (*keep)(ByrefVariable* destination, ByrefVariable* source); // with kHasCopyDispose, as the next
+    void (*keep)(ByrefVariable* destination,
+                 ByrefVariable* source); // only with kHasCopyDispose, like the next
     void (*destroy)(ByrefVariable* variable);
 };
 
@@ -58,7 +59,7 @@ enum CaptureKind : int { kObject = 3, kBlock = 7, kByref = 8, kCalledFromByref =
 
 void retain(int32_t& flags) { __atomic_fetch_add(&flags, 1, __ATOMIC_RELAXED); }
 
-/// True when the last reference is gone.
+/// Returns true if this was the last reference.
 bool release(int32_t& flags) {
     return (__atomic_fetch_sub(&flags, 1, __ATOMIC_ACQ_REL) & kReferenceCountMask) == 1;
 }
@@ -76,7 +77,8 @@ ByrefVariable* copyByref(ByrefVariable* source) {
         return current;
     }
     auto* copy = static_cast<ByrefVariable*>(copyToHeap(source, source->size));
-    copy->flags = (source->flags & ~kReferenceCountMask) | kIsOnHeap | 2; // the block's and the scope's
+    copy->flags =
+        (source->flags & ~kReferenceCountMask) | kIsOnHeap | 2; // two references: the block's and the scope's
     copy->forwarding = copy;
     source->forwarding = copy;
     if (source->flags & kHasCopyDispose) source->keep(copy, source);

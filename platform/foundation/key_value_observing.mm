@@ -1,5 +1,5 @@
-// GNUstep makes what key-value observing needs when it is first used, where a second thread that uses it
-// meanwhile does not wait. When this file is loaded there is one thread.
+// GNUstep sets up key-value observing on first use, and a second thread that uses it meanwhile does not wait
+// for that. The first use is therefore made here, when the program is loaded and has only one thread.
 #import <Foundation/Foundation.h>
 
 @interface OZMKeyValueObserving : NSObject

@@ -1,4 +1,4 @@
-// What the sanitizers must be told in every program that links GNUstep, whose libraries are not instrumented.
+// Settings of the sanitizers for every program that links GNUstep, whose libraries are not instrumented.
 #import <Foundation/Foundation.h>
 
 #include <objc/message.h>
@@ -7,10 +7,10 @@
 #if __has_feature(address_sanitizer)
 #include <sanitizer/lsan_interface.h>
 
-// GNUstep keeps no frame pointers: only the slow unwinder sees who allocated.
+// GNUstep is compiled without frame pointers, so only the slow unwinder finds the callers of an allocation.
 extern "C" const char* __asan_default_options() { return "fast_unwind_on_malloc=0"; }
 extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
-// The runtime's class and selector tables, and method lists that Foundation asked for, are never freed.
+// The runtime never frees its class and selector tables, nor Foundation the method lists that it copies.
 extern "C" const char* __lsan_default_suppressions() {
     return "leak:objc_malloc\n"
            "leak:class_copyMethodList\n";
@@ -23,9 +23,9 @@ id send(id receiver, const char* name) {
     return objc_msg_lookup(receiver, selector)(receiver, selector);
 }
 
-// Foundation keeps what its classes allocate when they are first used. This runs before any `+load`, and so
-// before the messages of this file itself can be sent: hence the bare runtime.
-__attribute__((constructor(101))) void useFoundationOnce() {
+// Foundation never frees what its classes allocate on first use. This function runs before any `+load`, when
+// this file's own message expressions do not work yet, so it calls the runtime directly.
+__attribute__((constructor(101))) void allocateFoundationSingletons() {
     const __lsan::ScopedDisabler disabler;
     id const pool = send(objc_getClass("NSAutoreleasePool"), "new");
     send(objc_getClass("NSMutableDictionary"), "dictionary");
@@ -39,14 +39,15 @@ __attribute__((constructor(101))) void useFoundationOnce() {
 #if __has_feature(thread_sanitizer)
 #include <sanitizer/tsan_interface.h>
 
-// The runtime sends `+initialize` under its lock, and Foundation sends messages, which take that lock, under
-// its own; its bundles take two of theirs in either order. No smaller name would do: its methods have no
-// symbols.
+// The runtime sends `+initialize` while it holds its lock; Foundation sends messages, which take that lock,
+// while it holds its own. Its bundles take two of their locks in either order. The suppression names the
+// whole library, because Objective-C methods in it have no symbols.
 extern "C" const char* __tsan_default_suppressions() { return "deadlock:libgnustep-base.so\n"; }
 
-// In place of NSObject's method, whose reference count is atomic unseen: what a thread did with an object
-// before it released it comes before the object's dealloc, and before nothing else. A category reaches the
-// classes used before this file is loaded; changing the method's implementation would not.
+// Replaces NSObject's method, whose atomic reference count the sanitizer does not see. It declares that
+// whatever a thread did with an object before releasing it happens before the object's dealloc, and nothing
+// more. A category also reaches classes that were used before this file is loaded; exchanging the method's
+// implementation would not.
 #pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
 @implementation NSObject (OZMSanitizerSupport)
 - (oneway void)release {

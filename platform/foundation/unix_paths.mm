@@ -1,8 +1,8 @@
-// GNUstep takes "\" for a separator and "c:" for a drive unless it is told otherwise. As on Apple's systems,
-// they are characters of a file's name like any other.
+// By default, GNUstep takes "\" for a path separator and "c:" for a drive. Here, as on Apple's systems, they
+// are ordinary characters of file names.
 #import <Foundation/Foundation.h>
 
-extern "C" const char* GSPathHandling(const char* mode); // documented, but in no header
+extern "C" const char* GSPathHandling(const char* mode); // documented, but declared in no header
 
 namespace {
 

@@ -1,16 +1,16 @@
-// Copying and releasing of blocks. A block that outlives the scope of its literal must be a copy. Blocks are
-// no Objective-C objects here: `[block copy]` and collections of blocks do not work.
+// Copies and releases blocks. A block that outlives the scope of its literal must be a copy. Blocks are not
+// Objective-C objects here: `[block copy]` and collections of blocks do not work.
 #pragma once
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-/// A block on the heap with the variables that it captured: objects are retained, blocks copied. A block that
-/// is on the heap already only gains a reference. NULL is passed through.
+/// Copies a block and its captured variables to the heap: captured objects are retained, captured blocks are
+/// copied. A block that is already on the heap only gains a reference. Returns NULL for NULL.
 void* _Block_copy(const void* block);
-/// Drops a reference; the last one releases what was captured. NULL, and blocks not on the heap, are left
-/// alone.
+/// Releases a reference; releasing the last one releases the captured variables. NULL and blocks that are not
+/// on the heap are ignored.
 void _Block_release(const void* block);
 
 #ifdef __cplusplus

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// The caller owns the result.
+/// Releases `newSpace`. The caller owns the result.
 CGColorRef createColor(CGColorSpaceRef newSpace, const CGFloat* components) {
     CGColorRef color = CGColorCreate(newSpace, components);
     CGColorSpaceRelease(newSpace);

@@ -14,7 +14,8 @@ struct Release {
     void operator()(spng_ctx* encoder) const { spng_ctx_free(encoder); }
 };
 
-/// The pixels as premultiplied RGBA in rows without padding; empty when there are too many.
+/// A context with the image's pixels as premultiplied RGBA in rows without padding; null if there are too
+/// many.
 std::unique_ptr<CGContext, Release> copyPixels(CGImageRef image) {
     const size_t width = CGImageGetWidth(image);
     const size_t height = CGImageGetHeight(image);

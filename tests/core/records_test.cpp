@@ -185,3 +185,10 @@ TEST(Logs, PrintLevelAndMessage) {
     log.Append(static_cast<Log::Level>(5), "f");
     EXPECT_EQ(to_string(log), "[Error]     a\n[Warning]   b\n[Info]      \n[Debug]     d e\n[Unknown]   f\n");
 }
+
+TEST(Version, IsWrittenForWhat) {
+    const std::string major = std::to_string(std::stoi(OZMIRA_VERSION));
+    EXPECT_EQ(reinterpret_cast<const char*>(OzmiraVersionString),
+              "@(#)PROGRAM:Ozmira PROJECT:Ozmira-" + major + "\n");
+    EXPECT_EQ(OzmiraVersionNumber, std::stod(OZMIRA_VERSION)); // reads up to the second point
+}

@@ -24,7 +24,7 @@ run(${CMAKE_COMMAND} --install "${BUILD_DIR}" --prefix "${WORK_DIR}/installed")
 file(RENAME "${WORK_DIR}/installed" "${prefix}")
 
 run(${CMAKE_COMMAND} -S "${SOURCE_DIR}/tests/package/consumer" -B "${WORK_DIR}/cmake"
-  -D "CMAKE_PREFIX_PATH=${prefix}" -D "EXAMPLES=${examples}"
+  -D "CMAKE_PREFIX_PATH=${prefix}" -D "EXAMPLES=${examples}" -D "OZMIRA_VERSION=${VERSION}"
   -D "CMAKE_CXX_COMPILER=${COMPILER}" -D "CMAKE_CXX_FLAGS=${flags}"
   -D "CMAKE_OBJCXX_COMPILER=${OBJCXX_COMPILER}" -D "CMAKE_OBJCXX_FLAGS=${flags}")
 run(${CMAKE_COMMAND} --build "${WORK_DIR}/cmake")
@@ -39,7 +39,7 @@ endif()
 
 if(PKG_CONFIG)
   set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIBDIR}/pkgconfig")
-  execute_process(COMMAND "${PKG_CONFIG}" --cflags --libs "ozmira >= 1.0" OUTPUT_VARIABLE arguments
+  execute_process(COMMAND "${PKG_CONFIG}" --cflags --libs "ozmira = ${VERSION}" OUTPUT_VARIABLE arguments
     COMMAND_ERROR_IS_FATAL ANY)
   separate_arguments(arguments UNIX_COMMAND "${arguments}")
   run("${COMPILER}" -std=c++20 ${flags} "${examples}/hello.cpp" -o "${WORK_DIR}/hello" ${arguments})

@@ -141,4 +141,10 @@ TEST_F(Faults, SignalsLeaveNoPartialPicture) {
         Run("trap '' HUP; '" OZMIRA_TOOL "' render a.svg --width 3000 -q & sleep 0.02; kill -HUP $!; wait $!")
             .exitCode,
         0);
+    // Signals are no longer blocked while the summary waits for a full pipe, which is then emptied.
+    EXPECT_EQ(Run("mkfifo pipe; exec 3<> pipe; timeout 0.1 cat /dev/zero >&3; '" OZMIRA_TOOL
+                  "' render a.svg -o out/ >&3 & while [ ! -e out/a.png ]; do sleep 0.01; done; sleep 0.2; "
+                  "kill -TERM $!; timeout 0.1 cat <&3 > /dev/null; wait $!")
+                  .exitCode,
+              128 + SIGTERM);
 }

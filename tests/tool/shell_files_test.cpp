@@ -28,9 +28,13 @@ protected:
     bool Has(const std::string& program) const { return Run("command -v " + program).exitCode == 0; }
 };
 
-std::string Source(const std::string& name) {
+constexpr const char* kBash = OZMIRA_TOOL_SOURCES "/completions/ozmira.bash";
+constexpr const char* kZsh = OZMIRA_TOOL_SOURCES "/completions/_ozmira";
+constexpr const char* kFish = OZMIRA_TOOL_SOURCES "/completions/ozmira.fish";
+
+std::string TextOf(const char* file) {
     std::ostringstream text;
-    text << std::ifstream(OZMIRA_TOOL_SOURCES "/" + name).rdbuf();
+    text << std::ifstream(file).rdbuf();
     return text.str();
 }
 
@@ -41,22 +45,21 @@ bool HasWord(const std::string& text, const std::string& word) {
 } // namespace
 
 TEST_F(ShellFiles, ListEveryCommandAndOption) {
-    std::string manual = Source("ozmira.1");
+    std::string manual = TextOf(OZMIRA_MANUAL);
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
     for (const std::string command : {"", "render", "info", "dump"}) {
         const std::set<std::string> options = Options(command);
         EXPECT_TRUE(options.contains("--help")) << command;
         for (const std::string& option : options) {
             EXPECT_TRUE(HasWord(manual, option)) << option;
-            EXPECT_TRUE(HasWord(Source("completions/ozmira.bash"), option)) << option;
-            EXPECT_TRUE(HasWord(Source("completions/_ozmira"), option)) << option;
+            EXPECT_TRUE(HasWord(TextOf(kBash), option)) << option;
+            EXPECT_TRUE(HasWord(TextOf(kZsh), option)) << option;
             const std::string fishOption =
                 option.starts_with("--") ? "-l " + option.substr(2) : "-s " + option.substr(1);
-            EXPECT_NE(Source("completions/ozmira.fish").find(fishOption + " "), std::string::npos) << option;
+            EXPECT_NE(TextOf(kFish).find(fishOption + " "), std::string::npos) << option;
         }
-        for (const char* file :
-             {"ozmira.1", "completions/ozmira.bash", "completions/_ozmira", "completions/ozmira.fish"}) {
-            EXPECT_TRUE(HasWord(Source(file), command)) << file << command;
+        for (const char* file : {OZMIRA_MANUAL, kBash, kZsh, kFish}) {
+            EXPECT_TRUE(HasWord(TextOf(file), command)) << file << command;
         }
     }
     EXPECT_EQ(Options("render").size(), 14u);
@@ -66,16 +69,18 @@ TEST_F(ShellFiles, ListEveryCommandAndOption) {
 TEST_F(ShellFiles, AreWellFormed) {
     const struct {
         const char* program;
-        const char* command;
+        const char* options;
+        const char* file;
     } kChecks[] = {
-        {"bash", "bash -n completions/ozmira.bash"},
-        {"zsh", "zsh -n completions/_ozmira"},
-        {"fish", "fish -n completions/ozmira.fish"},
-        {"mandoc", "mandoc -T lint -W warning ozmira.1"},
+        {"bash", "-n", kBash},
+        {"zsh", "-n", kZsh},
+        {"fish", "-n", kFish},
+        {"mandoc", "-T lint -W warning", OZMIRA_MANUAL},
     };
-    for (const auto& [program, command] : kChecks) {
+    for (const auto& [program, options, file] : kChecks) {
         if (!Has(program)) continue;
-        const Outcome outcome = Run("cd '" OZMIRA_TOOL_SOURCES "' && " + std::string(command));
+        const std::string command = std::string(program) + " " + options + " '" + file + "'";
+        const Outcome outcome = Run(command);
         EXPECT_EQ(outcome.exitCode, 0) << command << outcome.output << outcome.errors;
     }
 }
@@ -89,8 +94,7 @@ TEST_F(ShellFiles, CompleteInBash) {
         {"dump i", "icon.svg"},
     };
     for (const auto& [line, completion] : kCases) {
-        EXPECT_EQ(Run("source '" OZMIRA_TOOL_SOURCES "/completions/ozmira.bash'; COMP_WORDS=(ozmira " +
-                      std::string(line) +
+        EXPECT_EQ(Run("source '" + std::string(kBash) + "'; COMP_WORDS=(ozmira " + line +
                       "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _ozmira; echo ${COMPREPLY[@]}")
                       .output,
                   completion + std::string("\n"))

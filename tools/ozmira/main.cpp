@@ -24,7 +24,7 @@ constexpr const char* kFooter = R"(Examples:
 'ozmira COMMAND --help' tells more about a command.
 )";
 
-/// "ozmira", or with the sub-command that was given.
+/// "ozmira", followed by the sub-command if one was given.
 std::string CommandLine(const CLI::App& tool) {
     const auto commands = tool.get_subcommands();
     return tool.get_name() + (commands.empty() ? "" : " " + commands.front()->get_name());
@@ -35,8 +35,8 @@ int PrintUsageProblem(const CLI::App& tool, const std::string& problem) {
     return kExitUsage;
 }
 
-/// Prints help or version.
-int PrintAnswer(const CLI::App& tool, const CLI::Success& request) {
+/// Prints the help or the version, whichever was asked for.
+int PrintHelpOrVersion(const CLI::App& tool, const CLI::Success& request) {
     std::ostringstream text;
     tool.exit(request, text, text);
     StandardOutput output;
@@ -58,7 +58,7 @@ int Run(CLI::App& tool, int argumentCount, char** arguments) {
         if (!action) throw UsageError("a command is missing: render, info or dump");
         return action();
     } catch (const CLI::Success& request) {
-        return PrintAnswer(tool, request);
+        return PrintHelpOrVersion(tool, request);
     } catch (const CLI::Error& error) {
         return PrintUsageProblem(tool, error.what());
     } catch (const UsageError& error) {
@@ -70,7 +70,7 @@ int Run(CLI::App& tool, int argumentCount, char** arguments) {
 } // namespace ozm::tool
 
 int main(int argumentCount, char** arguments) {
-    // A closed pipe and a file that may not grow are then errors of the write like any other.
+    // A write to a closed pipe, or beyond the file size limit, then fails like any other write.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     try {

@@ -1,12 +1,12 @@
-// Immutable arrays: what a list of colours needs.
+// Immutable arrays, as far as lists of colours need them.
 #pragma once
 
 #include <CoreFoundation/CFBase.h>
 
 typedef const struct CFArray* CFArrayRef;
 
-/// How an array treats its values. Only `kCFTypeArrayCallBacks` (retain and release) and NULL (borrow) are
-/// known.
+/// How an array manages its values. Only `kCFTypeArrayCallBacks` (retain and release) and NULL (borrow) are
+/// supported.
 typedef struct CFArrayCallBacks {
     CFIndex version;
 } CFArrayCallBacks;

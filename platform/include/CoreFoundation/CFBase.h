@@ -1,4 +1,4 @@
-// The part of Core Foundation that the drawing library's objects share: reference counting, type ids,
+// The part of Core Foundation that all objects of the drawing library share: reference counting, type ids,
 // equality. Usable from C, C++ and Objective-C.
 #pragma once
 
@@ -17,7 +17,7 @@
 #endif
 #define CF_INLINE static inline
 
-// Annotations that callers may use; they carry no meaning here.
+// Annotations that callers may use; they expand to nothing.
 #ifndef CF_ASSUME_NONNULL_BEGIN
 #define CF_ASSUME_NONNULL_BEGIN
 #define CF_ASSUME_NONNULL_END
@@ -31,8 +31,8 @@
 #define CF_RETURNS_NOT_RETAINED
 #endif
 
-// CF_ENUM and CF_OPTIONS take the place of a type's whole declaration: `CF_ENUM(int32_t, Name) { ... };`
-// An options type stays an integer in C++, so that `a | b` needs no cast.
+// CF_ENUM and CF_OPTIONS declare a type: `CF_ENUM(int32_t, Name) { ... };`. An options type stays an integer
+// in C++, so that `a | b` needs no cast.
 #ifdef __cplusplus
 #define CF_ENUM(type, name) enum name : type
 #else
@@ -58,22 +58,22 @@ typedef unsigned long CFHashCode;
 
 /// Any reference-counted object of this library.
 typedef const void* CFTypeRef;
-/// Accepted and ignored: every object comes from the C++ heap. Pass NULL or `kCFAllocatorDefault`.
+/// Accepted but ignored: every object is allocated on the C++ heap. Pass NULL or `kCFAllocatorDefault`.
 typedef const struct CFAllocator* CFAllocatorRef;
 
 #define kCFAllocatorDefault ((CFAllocatorRef)NULL)
 
 CF_EXTERN_C_BEGIN
 
-/// Adds a reference and returns `cf`. NULL is passed through.
+/// Adds a reference and returns `cf`, which may be NULL.
 CFTypeRef CFRetain(CFTypeRef cf);
-/// Drops a reference; the last one destroys the object. NULL does nothing.
+/// Releases a reference; releasing the last one destroys the object. NULL is ignored.
 void CFRelease(CFTypeRef cf);
 /// Number of references held at this moment; 0 for NULL. For tests and debugging only.
 CFIndex CFGetRetainCount(CFTypeRef cf);
 /// Type id of an object, to compare with the `...GetTypeID` functions; 0 for NULL.
 CFTypeID CFGetTypeID(CFTypeRef cf);
-/// True for the same object, and for strings, data, colours, colour spaces and paths of equal content.
+/// True if both are the same object, or strings, data, colours, colour spaces or paths of equal content.
 Boolean CFEqual(CFTypeRef cf1, CFTypeRef cf2);
 
 CF_EXTERN_C_END

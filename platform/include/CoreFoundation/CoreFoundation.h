@@ -1,4 +1,4 @@
-// The part of Core Foundation that the drawing library speaks.
+// The part of Core Foundation that the drawing library's interface uses.
 #pragma once
 
 #include <CoreFoundation/CFArray.h>

@@ -1,4 +1,4 @@
-// Affine maps of the plane: x' = a x + c y + tx, y' = b x + d y + ty.
+// Affine transforms of the plane: x' = a x + c y + tx, y' = b x + d y + ty.
 #pragma once
 
 #include <CoreGraphics/CGGeometry.h>
@@ -17,21 +17,21 @@ CG_INLINE CGAffineTransform CGAffineTransformMake(CGFloat a, CGFloat b, CGFloat 
     CGAffineTransform t = {a, b, c, d, tx, ty};
     return t;
 }
-/// Moves by (tx, ty).
+/// Translates by (tx, ty).
 CGAffineTransform CGAffineTransformMakeTranslation(CGFloat tx, CGFloat ty);
 /// Scales about the origin.
 CGAffineTransform CGAffineTransformMakeScale(CGFloat sx, CGFloat sy);
-/// Rotates about the origin by radians, from the x axis towards the y axis.
+/// Rotates about the origin by `angle` radians, from the x axis towards the y axis.
 CGAffineTransform CGAffineTransformMakeRotation(CGFloat angle);
-/// True for exactly the identity.
+/// True if `t` is exactly the identity.
 bool CGAffineTransformIsIdentity(CGAffineTransform t);
-/// Translates first, then applies `t`; likewise the two below.
+/// Translates first, then applies `t`. The two below scale and rotate first.
 CGAffineTransform CGAffineTransformTranslate(CGAffineTransform t, CGFloat tx, CGFloat ty);
 CGAffineTransform CGAffineTransformScale(CGAffineTransform t, CGFloat sx, CGFloat sy);
 CGAffineTransform CGAffineTransformRotate(CGAffineTransform t, CGFloat angle);
-/// The inverse map; a singular one is returned unchanged.
+/// The inverse; a singular transform is returned unchanged.
 CGAffineTransform CGAffineTransformInvert(CGAffineTransform t);
-/// `t1` first, then `t2`.
+/// Applies `t1` first, then `t2`.
 CGAffineTransform CGAffineTransformConcat(CGAffineTransform t1, CGAffineTransform t2);
 /// Exact equality of the six numbers.
 bool CGAffineTransformEqualToTransform(CGAffineTransform t1, CGAffineTransform t2);
@@ -41,12 +41,13 @@ CG_INLINE CGPoint CGPointApplyAffineTransform(CGPoint point, CGAffineTransform t
     CGPoint p = {t.a * point.x + t.c * point.y + t.tx, t.b * point.x + t.d * point.y + t.ty};
     return p;
 }
-/// The image of a size, as a vector: the translation has no part in it.
+/// The image of a size, taken as a vector: the translation does not affect it.
 CG_INLINE CGSize CGSizeApplyAffineTransform(CGSize size, CGAffineTransform t) {
     CGSize s = {t.a * size.width + t.c * size.height, t.b * size.width + t.d * size.height};
     return s;
 }
-/// The smallest upright rectangle around the image; null and infinite rectangles stay what they are.
+/// The smallest upright rectangle that contains the image. Null and infinite rectangles are returned
+/// unchanged.
 CGRect CGRectApplyAffineTransform(CGRect rect, CGAffineTransform t);
 
 CF_EXTERN_C_END

@@ -4,7 +4,7 @@
 #include <CoreFoundation/CFBase.h>
 #include <float.h>
 
-// GNUstep's Foundation honours the same guard, so either header may come first.
+// GNUstep's Foundation uses the same guard, so either header may be included first.
 #ifndef CGFLOAT_DEFINED
 typedef double CGFloat;
 #define CGFLOAT_DEFINED 1

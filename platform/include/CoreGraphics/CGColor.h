@@ -1,4 +1,4 @@
-// Immutable colours: the components of a colour space, and alpha last.
+// Immutable colours: components in a colour space, followed by alpha.
 #pragma once
 
 #include <CoreGraphics/CGColorSpace.h>
@@ -9,24 +9,24 @@ CF_EXTERN_C_BEGIN
 
 /// Type id of colours.
 CFTypeID CGColorGetTypeID(void);
-/// A colour of a space: its components, then alpha. Values are kept as given; painting clamps them into
-/// 0...1. NULL when an argument is NULL and when memory is short. The caller owns the result.
+/// A colour in a space, given by its components followed by alpha. Values are kept as given; painting clamps
+/// them to 0...1. NULL when an argument is NULL and when memory is short. The caller owns the result.
 CGColorRef CGColorCreate(CGColorSpaceRef space, const CGFloat* components);
-/// A gray of the generic gray space.
+/// A colour in the generic gray space.
 CGColorRef CGColorCreateGenericGray(CGFloat gray, CGFloat alpha);
-/// A colour of the generic RGB space.
+/// A colour in the generic RGB space.
 CGColorRef CGColorCreateGenericRGB(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
-/// A colour of the sRGB space.
+/// A colour in the sRGB space.
 CGColorRef CGColorCreateSRGB(CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
 /// A colour equal to `color`; NULL for NULL. The caller owns the result.
 CGColorRef CGColorCreateCopy(CGColorRef color);
 /// The same colour with another alpha; NULL for NULL. The caller owns the result.
 CGColorRef CGColorCreateCopyWithAlpha(CGColorRef color, CGFloat alpha);
-/// Adds a reference. NULL is passed through.
+/// Adds a reference and returns the argument, which may be NULL.
 CGColorRef CGColorRetain(CGColorRef color);
-/// Drops a reference. NULL does nothing.
+/// Releases a reference. NULL is ignored.
 void CGColorRelease(CGColorRef color);
-/// Same space and exactly equal components.
+/// True if both have the same space and exactly equal components.
 bool CGColorEqualToColor(CGColorRef color1, CGColorRef color2);
 /// Number of components, alpha included; 0 for NULL.
 size_t CGColorGetNumberOfComponents(CGColorRef color);

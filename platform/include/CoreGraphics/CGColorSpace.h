@@ -1,6 +1,6 @@
-// Colour spaces. Component values lie in 0...1, alpha not counted.
+// Colour spaces. Components range over 0...1; alpha is not one of them.
 //
-// No colour matching takes place: the components of every space are painted as they are.
+// There is no colour matching: the components of every space are painted unchanged.
 #pragma once
 
 #include <CoreFoundation/CFString.h>
@@ -30,24 +30,24 @@ CFTypeID CGColorSpaceGetTypeID(void);
 CGColorSpaceRef CGColorSpaceCreateDeviceRGB(void);
 /// The device gray space: the same object on every call. The caller owns a reference.
 CGColorSpaceRef CGColorSpaceCreateDeviceGray(void);
-/// The space of one of the names above; NULL for any other name. The caller owns a reference.
+/// The space with one of the names above; NULL for any other name. The caller owns a reference.
 CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name);
-/// A new RGB space apart from the device's. Its white point, black point (may be NULL), gamma (3 numbers, may
-/// be NULL) and matrix (9 numbers, may be NULL) are accepted and not used in painting. NULL without a white
-/// point.
+/// A new RGB space, distinct from the device's. White point, black point (may be NULL), gamma (3 numbers, may
+/// be NULL) and matrix (9 numbers, may be NULL) are accepted but do not affect painting. NULL if `whitePoint`
+/// is NULL.
 CGColorSpaceRef CGColorSpaceCreateCalibratedRGB(const CGFloat whitePoint[3], const CGFloat blackPoint[3],
                                                 const CGFloat gamma[3], const CGFloat matrix[9]);
-/// Adds a reference. NULL is passed through.
+/// Adds a reference and returns the argument, which may be NULL.
 CGColorSpaceRef CGColorSpaceRetain(CGColorSpaceRef space);
-/// Drops a reference. NULL does nothing.
+/// Releases a reference. NULL is ignored.
 void CGColorSpaceRelease(CGColorSpaceRef space);
 /// Number of components without alpha: 1 or 3; 0 for NULL.
 size_t CGColorSpaceGetNumberOfComponents(CGColorSpaceRef space);
 /// Monochrome or RGB; unknown for NULL.
 CGColorSpaceModel CGColorSpaceGetModel(CGColorSpaceRef space);
-/// The name the space was made with, borrowed; NULL for device and calibrated spaces.
+/// The name the space was created with, borrowed; NULL for device and calibrated spaces.
 CFStringRef CGColorSpaceGetName(CGColorSpaceRef space);
-/// As CGColorSpaceGetName, with a reference for the caller.
+/// Like CGColorSpaceGetName, but the caller owns a reference.
 CFStringRef CGColorSpaceCopyName(CGColorSpaceRef space);
 
 CF_EXTERN_C_END

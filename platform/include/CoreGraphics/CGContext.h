@@ -1,13 +1,14 @@
-// Drawing: a context has a current path, a graphics state that can be saved and restored, and operations that
-// paint.
+// Drawing contexts. A context has a current path, a graphics state that can be saved and restored, and
+// operations that paint.
 //
-// Every function does nothing (or answers 0, false, NULL, CGPointZero, CGRectNull or the identity) when the
-// context is NULL. Points of the path are transformed by the current matrix (CTM) when they are added, and
-// painting or clipping consumes the path. A context is used by one thread at a time.
+// If the context is NULL, functions do nothing and return 0, false, NULL, CGPointZero, CGRectNull or the
+// identity. Points are transformed by the current transformation matrix (CTM) when they are added to the
+// path. Painting and clipping consume the path. Only one thread at a time may use a context.
 //
-// Nothing throws. When memory is short an operation does a part of its work or none; of nested states that
-// could not be saved the outermost alone is restored; a clip that could not be worked out lets nothing
-// through. The context can still be used, and CGBitmapContextCreateImage tells that its picture is not whole.
+// Nothing throws. When memory is short, an operation does only part of its work or none. Of nested states
+// that could not be saved, only the outermost is restored. A clip that could not be computed lets nothing
+// through. The context stays usable, but CGBitmapContextCreateImage returns no image of the incomplete
+// picture.
 #pragma once
 
 #include <CoreGraphics/CGAffineTransform.h>
@@ -25,8 +26,8 @@ CF_ENUM(int32_t, CGInterpolationQuality){kCGInterpolationDefault = 0, kCGInterpo
                                          kCGInterpolationLow = 2, kCGInterpolationMedium = 4,
                                          kCGInterpolationHigh = 3};
 
-/// How a source S and what is there, D, become the result R (premultiplied; Sa, Da and Ra are the alphas).
-/// The first sixteen follow W3C "Compositing and Blending Level 1".
+/// How a source S and a destination D combine into the result R. All are premultiplied; Sa, Da and Ra are
+/// their alphas. The first sixteen follow W3C "Compositing and Blending Level 1".
 CF_ENUM(int32_t, CGBlendMode){
     kCGBlendModeNormal,
     kCGBlendModeMultiply,
@@ -62,51 +63,51 @@ CF_EXTERN_C_BEGIN
 
 /// Type id of contexts.
 CFTypeID CGContextGetTypeID(void);
-/// Adds a reference. NULL is passed through.
+/// Adds a reference and returns the argument, which may be NULL.
 CGContextRef CGContextRetain(CGContextRef c);
-/// Drops a reference. NULL does nothing.
+/// Releases a reference. NULL is ignored.
 void CGContextRelease(CGContextRef c);
 
 // Graphics state
 
 /// Pushes a copy of the state: matrix, clip, colours and spaces, line attributes, alpha, blend mode,
-/// antialiasing, interpolation quality. The path is no part of it.
+/// antialiasing, interpolation quality. The path is not part of it.
 void CGContextSaveGState(CGContextRef c);
-/// Goes back to the state saved last; ignored when there is none.
+/// Restores the most recently saved state; ignored if there is none.
 void CGContextRestoreGState(CGContextRef c);
 
 /// Scales user space.
 void CGContextScaleCTM(CGContextRef c, CGFloat sx, CGFloat sy);
 /// Moves the origin of user space.
 void CGContextTranslateCTM(CGContextRef c, CGFloat tx, CGFloat ty);
-/// Rotates user space by radians.
+/// Rotates user space by `angle` radians.
 void CGContextRotateCTM(CGContextRef c, CGFloat angle);
-/// Puts `transform` before the current matrix.
+/// Makes `transform` apply before the current matrix.
 void CGContextConcatCTM(CGContextRef c, CGAffineTransform transform);
-/// The current matrix: from user space to the space the context was made with.
+/// The current matrix: from user space to the initial user space of the context.
 CGAffineTransform CGContextGetCTM(CGContextRef c);
 
-/// Width of strokes in user space; 0 draws nothing, negative is ignored. Initially 1.
+/// Stroke width in user space, initially 1. A width of 0 draws nothing; a negative one is ignored.
 void CGContextSetLineWidth(CGContextRef c, CGFloat width);
-/// Ends of open subpaths and dashes. Initially butt.
+/// How open subpaths and dashes end; initially butt.
 void CGContextSetLineCap(CGContextRef c, CGLineCap cap);
-/// Corners. Initially miter.
+/// How corners are joined; initially miter.
 void CGContextSetLineJoin(CGContextRef c, CGLineJoin join);
-/// Greatest length of a miter as a multiple of the line width; a longer one becomes a bevel. Initially 10.
+/// Maximum miter length as a multiple of the line width, initially 10. Longer miters become bevels.
 void CGContextSetMiterLimit(CGContextRef c, CGFloat limit);
-/// Dash pattern in user space: painted and unpainted lengths in turn, begun at `phase`. NULL or `count` 0:
-/// solid.
+/// Dash pattern in user space: alternating painted and unpainted lengths, starting at offset `phase`. NULL or
+/// a `count` of 0 makes lines solid.
 void CGContextSetLineDash(CGContextRef c, CGFloat phase, const CGFloat* lengths, size_t count);
 /// Accepted for compatibility: curves are always drawn finely.
 void CGContextSetFlatness(CGContextRef c, CGFloat flatness);
-/// Opacity of everything drawn, clamped into 0...1. Initially 1.
+/// Opacity of everything drawn, clamped to 0...1; initially 1.
 void CGContextSetAlpha(CGContextRef c, CGFloat alpha);
-/// How drawing mixes with what is there. Initially normal.
+/// How drawing combines with the existing pixels; initially normal.
 void CGContextSetBlendMode(CGContextRef c, CGBlendMode mode);
 
 // Path
 
-/// Forgets the current path.
+/// Discards the current path.
 void CGContextBeginPath(CGContextRef c);
 /// Begins a subpath.
 void CGContextMoveToPoint(CGContextRef c, CGFloat x, CGFloat y);
@@ -127,27 +128,29 @@ void CGContextAddRects(CGContextRef c, const CGRect* rects, size_t count);
 void CGContextAddLines(CGContextRef c, const CGPoint* points, size_t count);
 /// Adds an ellipse as a closed subpath.
 void CGContextAddEllipseInRect(CGContextRef c, CGRect rect);
-/// Adds the arc of a circle between two angles, in radians; `clockwise` 1 goes from larger to smaller ones.
+/// Adds a circular arc between two angles in radians. If `clockwise` is 1, the angle decreases along the arc.
 void CGContextAddArc(CGContextRef c, CGFloat x, CGFloat y, CGFloat radius, CGFloat startAngle,
                      CGFloat endAngle, int clockwise);
-/// Adds the arc that touches the lines to (x1, y1) and on to (x2, y2).
+/// Adds the circular arc that is tangent to the line from the current point to (x1, y1) and to the line from
+/// there to (x2, y2).
 void CGContextAddArcToPoint(CGContextRef c, CGFloat x1, CGFloat y1, CGFloat x2, CGFloat y2, CGFloat radius);
 /// Adds the elements of a path.
 void CGContextAddPath(CGContextRef c, CGPathRef path);
-/// True without elements.
+/// True if the path has no elements.
 bool CGContextIsPathEmpty(CGContextRef c);
 /// The current point in user space; CGPointZero when there is none.
 CGPoint CGContextGetPathCurrentPoint(CGContextRef c);
-/// The smallest user-space rectangle around all points, control points included; CGRectNull when empty.
+/// The smallest user-space rectangle that contains all points, including control points; CGRectNull if the
+/// path is empty.
 CGRect CGContextGetPathBoundingBox(CGContextRef c);
-/// The path in user space, NULL when empty. The caller owns the result.
+/// The path in user space; NULL if it is empty. The caller owns the result.
 CGPathRef CGContextCopyPath(CGContextRef c);
-/// True when drawing in this mode would paint the user-space point.
+/// True if drawing the path in this mode would paint the user-space point.
 bool CGContextPathContainsPoint(CGContextRef c, CGPoint point, CGPathDrawingMode mode);
 
 // Painting paths
 
-/// Paints the path: fill, then stroke, as the mode says. Open subpaths are filled as if closed.
+/// Paints the path in the given mode: the fill first, then the stroke. Open subpaths are filled as if closed.
 void CGContextDrawPath(CGContextRef c, CGPathDrawingMode mode);
 /// CGContextDrawPath with kCGPathFill.
 void CGContextFillPath(CGContextRef c);
@@ -174,7 +177,8 @@ void CGContextStrokeLineSegments(CGContextRef c, const CGPoint* points, size_t c
 
 // Clipping
 
-/// Intersects the clip with the path, non-zero winding rule. An empty path leaves nothing.
+/// Intersects the clip with the interior of the path by the non-zero winding rule. An empty path makes the
+/// clip empty.
 void CGContextClip(CGContextRef c);
 /// The same with the even-odd rule.
 void CGContextEOClip(CGContextRef c);
@@ -182,56 +186,59 @@ void CGContextEOClip(CGContextRef c);
 void CGContextClipToRect(CGContextRef c, CGRect rect);
 /// Intersects the clip with the union of rectangles.
 void CGContextClipToRects(CGContextRef c, const CGRect* rects, size_t count);
-/// A user-space rectangle around the clip; CGRectNull when nothing is left.
+/// A user-space rectangle that contains the clip; CGRectNull if the clip is empty.
 CGRect CGContextGetClipBoundingBox(CGContextRef c);
 
 // Colours. Components outside 0...1 are clamped when painting.
 
-/// Fill colour and its space.
+/// Sets the fill colour and its space.
 void CGContextSetFillColorWithColor(CGContextRef c, CGColorRef color);
-/// Stroke colour and its space.
+/// Sets the stroke colour and its space.
 void CGContextSetStrokeColorWithColor(CGContextRef c, CGColorRef color);
-/// Space of CGContextSetFillColor; the fill colour becomes opaque black.
+/// Sets the space of CGContextSetFillColor; the fill colour becomes opaque black.
 void CGContextSetFillColorSpace(CGContextRef c, CGColorSpaceRef space);
-/// Space of CGContextSetStrokeColor; the stroke colour becomes opaque black.
+/// Sets the space of CGContextSetStrokeColor; the stroke colour becomes opaque black.
 void CGContextSetStrokeColorSpace(CGContextRef c, CGColorSpaceRef space);
-/// Fill colour: components of the fill colour space, then alpha.
+/// Sets the fill colour: components in the fill colour space, followed by alpha.
 void CGContextSetFillColor(CGContextRef c, const CGFloat* components);
-/// Stroke colour: components of the stroke colour space, then alpha.
+/// Sets the stroke colour: components in the stroke colour space, followed by alpha.
 void CGContextSetStrokeColor(CGContextRef c, const CGFloat* components);
-/// Fill colour and space: device gray.
+/// Sets the fill colour and its space, device gray.
 void CGContextSetGrayFillColor(CGContextRef c, CGFloat gray, CGFloat alpha);
-/// Stroke colour and space: device gray.
+/// Sets the stroke colour and its space, device gray.
 void CGContextSetGrayStrokeColor(CGContextRef c, CGFloat gray, CGFloat alpha);
-/// Fill colour and space: device RGB.
+/// Sets the fill colour and its space, device RGB.
 void CGContextSetRGBFillColor(CGContextRef c, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
-/// Stroke colour and space: device RGB.
+/// Sets the stroke colour and its space, device RGB.
 void CGContextSetRGBStrokeColor(CGContextRef c, CGFloat red, CGFloat green, CGFloat blue, CGFloat alpha);
-/// Accepted for compatibility: no colour matching takes place.
+/// Accepted for compatibility: there is no colour matching.
 void CGContextSetRenderingIntent(CGContextRef c, CGColorRenderingIntent intent);
 
 // Images and gradients
 
-/// Draws an image over a rectangle, upright in a space whose y goes up.
+/// Draws an image into a rectangle; it is upright if the y axis of user space points up.
 void CGContextDrawImage(CGContextRef c, CGRect rect, CGImageRef image);
-/// How images are scaled; kCGInterpolationNone takes the nearest pixel.
+/// How images are scaled.
 CGInterpolationQuality CGContextGetInterpolationQuality(CGContextRef c);
+/// Sets how images are scaled: kCGInterpolationNone takes the nearest pixel, all others interpolate.
 void CGContextSetInterpolationQuality(CGContextRef c, CGInterpolationQuality quality);
-/// Fills the clip with a gradient along the line between two points; nothing when they coincide.
+/// Fills the clip with a gradient along the line between two points; draws nothing if they coincide.
 void CGContextDrawLinearGradient(CGContextRef c, CGGradientRef gradient, CGPoint startPoint, CGPoint endPoint,
                                  CGGradientDrawingOptions options);
-/// Fills the clip with a gradient between two circles; nothing when they coincide or a radius is negative.
+/// Fills the clip with a gradient between two circles; draws nothing if they coincide or a radius is
+/// negative.
 void CGContextDrawRadialGradient(CGContextRef c, CGGradientRef gradient, CGPoint startCenter,
                                  CGFloat startRadius, CGPoint endCenter, CGFloat endRadius,
                                  CGGradientDrawingOptions options);
 
-// The rest
+// Antialiasing and device space
 
-/// Off: pixels are painted whole or not at all. Initially on.
+/// Whether edges are antialiased; initially on. When off, each pixel is painted fully or not at all.
 void CGContextSetShouldAntialias(CGContextRef c, bool shouldAntialias);
-/// Off overrides CGContextSetShouldAntialias; no part of the saved state. Initially on.
+/// Whether CGContextSetShouldAntialias has an effect; initially on. When off, nothing is antialiased. Not
+/// part of the saved state.
 void CGContextSetAllowsAntialiasing(CGContextRef c, bool allowsAntialiasing);
-/// Nothing to do for a bitmap: drawing is done when a function returns.
+/// Does nothing for a bitmap: drawing is complete when a function returns.
 void CGContextFlush(CGContextRef c);
 
 /// From user space to device space, which has one unit per pixel.
@@ -244,9 +251,9 @@ CGPoint CGContextConvertPointToUserSpace(CGContextRef c, CGPoint point);
 CGSize CGContextConvertSizeToDeviceSpace(CGContextRef c, CGSize size);
 /// A device-space size in user space.
 CGSize CGContextConvertSizeToUserSpace(CGContextRef c, CGSize size);
-/// The box of a user-space rectangle in device space.
+/// The bounding box of a user-space rectangle in device space.
 CGRect CGContextConvertRectToDeviceSpace(CGContextRef c, CGRect rect);
-/// The box of a device-space rectangle in user space.
+/// The bounding box of a device-space rectangle in user space.
 CGRect CGContextConvertRectToUserSpace(CGContextRef c, CGRect rect);
 
 CF_EXTERN_C_END

@@ -14,15 +14,15 @@ CF_EXTERN_C_BEGIN
 /// Type id of data providers.
 CFTypeID CGDataProviderGetTypeID(void);
 /// A provider of `size` bytes that the caller keeps unchanged until `releaseData` (may be NULL) is called.
-/// NULL when `data` is NULL and `size` is not 0, and when memory is short; `releaseData` is not called then.
+/// NULL when `data` is NULL and `size` is not 0, and when memory is short; `releaseData` is then not called.
 /// The caller owns the result.
 CGDataProviderRef CGDataProviderCreateWithData(void* info, const void* data, size_t size,
                                                CGDataProviderReleaseDataCallback releaseData);
 /// A provider of a data object's bytes; NULL for NULL. The caller owns the result.
 CGDataProviderRef CGDataProviderCreateWithCFData(CFDataRef data);
-/// Adds a reference. NULL is passed through.
+/// Adds a reference and returns the argument, which may be NULL.
 CGDataProviderRef CGDataProviderRetain(CGDataProviderRef provider);
-/// Drops a reference. NULL does nothing.
+/// Releases a reference. NULL is ignored.
 void CGDataProviderRelease(CGDataProviderRef provider);
 /// A copy of the bytes; NULL for NULL. The caller owns the result.
 CFDataRef CGDataProviderCopyData(CGDataProviderRef provider);

@@ -1,7 +1,8 @@
 // Points, sizes, vectors and rectangles.
 //
-// A rectangle may have negative sides; every function below but CGRectMake and the equality of parts works on
-// its standardised form. CGRectNull (infinite origin) is the result of an intersection that is not there.
+// A rectangle may have a negative width or height; every function on rectangles except CGRectMake works on
+// its standardised form. CGRectNull, whose origin is infinite, is the intersection of rectangles that have
+// nothing in common.
 #pragma once
 
 #include <CoreGraphics/CGBase.h>
@@ -34,9 +35,9 @@ CF_EXTERN_C_BEGIN
 extern const CGPoint CGPointZero;
 extern const CGSize CGSizeZero;
 extern const CGRect CGRectZero;
-/// No rectangle: infinite origin, size 0. Not the same as a rectangle without area.
+/// The null rectangle: infinite origin, size 0. Not the same as a rectangle without area.
 extern const CGRect CGRectNull;
-/// The rectangle that holds everything.
+/// The rectangle that contains everything.
 extern const CGRect CGRectInfinite;
 
 CG_INLINE CGPoint CGPointMake(CGFloat x, CGFloat y) {
@@ -56,7 +57,7 @@ CG_INLINE CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat height)
     return r;
 }
 
-/// Smallest x of the standardised rectangle; likewise the five below.
+/// Smallest x of the standardised rectangle. The five below are its middle and largest x, and the same for y.
 CGFloat CGRectGetMinX(CGRect rect);
 CGFloat CGRectGetMidX(CGRect rect);
 CGFloat CGRectGetMaxX(CGRect rect);
@@ -70,37 +71,39 @@ CGFloat CGRectGetHeight(CGRect rect);
 
 /// Exact equality of both coordinates.
 bool CGPointEqualToPoint(CGPoint point1, CGPoint point2);
-/// Exact equality of both sides.
+/// Exact equality of width and height.
 bool CGSizeEqualToSize(CGSize size1, CGSize size2);
 /// Exact equality of the standardised rectangles; all null rectangles are equal.
 bool CGRectEqualToRect(CGRect rect1, CGRect rect2);
 
-/// The same area with sides that are not negative; CGRectNull stays what it is.
+/// The same area with a width and a height that are not negative. CGRectNull is returned unchanged.
 CGRect CGRectStandardize(CGRect rect);
-/// True when the width or the height is 0, and for the null rectangle.
+/// True if the width or the height is 0, and for the null rectangle.
 bool CGRectIsEmpty(CGRect rect);
-/// True when either origin coordinate is positive infinity.
+/// True if either coordinate of the origin is positive infinity.
 bool CGRectIsNull(CGRect rect);
 /// True for CGRectInfinite.
 bool CGRectIsInfinite(CGRect rect);
-/// Each side moved inwards by dx and dy (outwards when negative); CGRectNull when a side would turn negative.
+/// The rectangle with its sides moved inwards by dx and dy, or outwards if they are negative. CGRectNull if
+/// its width or height would become negative.
 CGRect CGRectInset(CGRect rect, CGFloat dx, CGFloat dy);
-/// The smallest rectangle with whole coordinates around `rect`.
+/// The smallest rectangle with integral coordinates that contains `rect`.
 CGRect CGRectIntegral(CGRect rect);
-/// The smallest rectangle around both; a null rectangle adds nothing.
+/// The smallest rectangle that contains both; a null rectangle adds nothing.
 CGRect CGRectUnion(CGRect r1, CGRect r2);
-/// What both have in common; CGRectNull when they are apart or only touch.
+/// The area common to both; CGRectNull if they are disjoint or only touch.
 CGRect CGRectIntersection(CGRect r1, CGRect r2);
-/// The rectangle moved; CGRectNull stays what it is.
+/// The rectangle moved by (dx, dy). CGRectNull is returned unchanged.
 CGRect CGRectOffset(CGRect rect, CGFloat dx, CGFloat dy);
-/// Cuts `amount` (clamped into the rectangle) off the given side into `slice`; `remainder` gets the rest.
-/// Either may be NULL.
+/// Cuts a slice off a rectangle at the given side, `amount` wide, clamped to the rectangle; `remainder` gets
+/// the rest. Either result may be NULL.
 void CGRectDivide(CGRect rect, CGRect* slice, CGRect* remainder, CGFloat amount, CGRectEdge edge);
-/// True inside and on the sides of smallest x and y, false on the other two sides and for an empty rectangle.
+/// True for points inside and on the sides of smallest x and y; false on the other two sides and for an empty
+/// rectangle.
 bool CGRectContainsPoint(CGRect rect, CGPoint point);
-/// True when the union of both is `rect1`.
+/// True if the union of both is `rect1`.
 bool CGRectContainsRect(CGRect rect1, CGRect rect2);
-/// True when the intersection is not null.
+/// True if the intersection is not null.
 bool CGRectIntersectsRect(CGRect rect1, CGRect rect2);
 
 CF_EXTERN_C_END

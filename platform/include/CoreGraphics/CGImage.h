@@ -7,7 +7,7 @@
 
 typedef struct CGImage* CGImageRef;
 
-/// Where alpha stands in a pixel, and whether the colours are multiplied by it.
+/// Where alpha is in a pixel, and whether the colour components are premultiplied by it.
 CF_ENUM(uint32_t, CGImageAlphaInfo){
     kCGImageAlphaNone,               // RGB
     kCGImageAlphaPremultipliedLast,  // RGBA, premultiplied
@@ -36,7 +36,7 @@ CF_OPTIONS(uint32_t, CGBitmapInfo){kCGBitmapAlphaInfoMask = 0x1F,        kCGBitm
                                    kCGBitmapByteOrder32Little = 2 << 12, kCGBitmapByteOrder16Big = 3 << 12,
                                    kCGBitmapByteOrder32Big = 4 << 12};
 
-// The order of bytes that this machine stores integers in.
+// The byte order of this machine.
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
 #define kCGBitmapByteOrder16Host kCGBitmapByteOrder16Big
 #define kCGBitmapByteOrder32Host kCGBitmapByteOrder32Big
@@ -51,26 +51,27 @@ CF_EXTERN_C_BEGIN
 CFTypeID CGImageGetTypeID(void);
 /// An image over a provider's bytes, which are not copied. Formats: 8 bits per component; 32-bit RGB in every
 /// alpha layout and both byte orders, 24-bit RGB, 16-bit gray with alpha, 8-bit gray, 8-bit alpha (space
-/// NULL). `decode` must be NULL. NULL for anything else, a zero size, rows shorter than their
-/// pixels, a provider with too few bytes, and when memory is short. The caller owns the result, as with every
-/// Create function below.
+/// NULL). `decode` must be NULL. NULL for anything else, a zero size, rows shorter than their pixels, a
+/// provider with too few bytes, and when memory is short. The caller owns the result, as for every Create
+/// function below.
 CGImageRef CGImageCreate(size_t width, size_t height, size_t bitsPerComponent, size_t bitsPerPixel,
                          size_t bytesPerRow, CGColorSpaceRef space, CGBitmapInfo bitmapInfo,
                          CGDataProviderRef provider, const CGFloat* decode, bool shouldInterpolate,
                          CGColorRenderingIntent intent);
 /// An image that shares the bytes; NULL for NULL.
 CGImageRef CGImageCreateCopy(CGImageRef image);
-/// A copy whose numbers mean colours of another space with as many components; NULL otherwise.
+/// A copy whose components are taken as those of another space, which must have the same number of them;
+/// otherwise NULL.
 CGImageRef CGImageCreateCopyWithColorSpace(CGImageRef image, CGColorSpaceRef space);
-/// The part inside `rect` (pixels, y down from row 0; made whole, then cut to the image), sharing the bytes;
-/// NULL when nothing is left.
+/// The part inside `rect`, sharing the bytes; NULL if nothing is left. `rect` is in pixels, y pointing down
+/// from row 0; it is enlarged to whole pixels, then clipped to the image.
 CGImageRef CGImageCreateWithImageInRect(CGImageRef image, CGRect rect);
-/// Adds a reference. NULL is passed through.
+/// Adds a reference and returns the argument, which may be NULL.
 CGImageRef CGImageRetain(CGImageRef image);
-/// Drops a reference. NULL does nothing.
+/// Releases a reference. NULL is ignored.
 void CGImageRelease(CGImageRef image);
 
-/// Pixels per row; 0 for NULL, as with all numbers below.
+/// Pixels per row; 0 for NULL, as for all numbers below.
 size_t CGImageGetWidth(CGImageRef image);
 /// Number of rows.
 size_t CGImageGetHeight(CGImageRef image);
@@ -78,7 +79,7 @@ size_t CGImageGetHeight(CGImageRef image);
 size_t CGImageGetBitsPerComponent(CGImageRef image);
 /// 8, 16, 24 or 32.
 size_t CGImageGetBitsPerPixel(CGImageRef image);
-/// Distance of two rows in bytes.
+/// Bytes from the start of one row to the start of the next.
 size_t CGImageGetBytesPerRow(CGImageRef image);
 /// The space, borrowed; NULL for alpha-only images.
 CGColorSpaceRef CGImageGetColorSpace(CGImageRef image);

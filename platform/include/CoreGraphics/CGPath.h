@@ -1,10 +1,11 @@
 // Paths: sequences of subpaths made of lines, quadratic and cubic curves.
 //
-// Points go through the transform `m` when they are added (NULL: as they are). A point that is not finite
-// drops its segment; a line, curve or close without a current point is dropped. After a close the current
-// point is the start of the closed subpath, and a following segment begins a new subpath there. Functions
-// that add to a path do nothing when the path is NULL. When memory is short they add a part or nothing; the
-// path is known to be incomplete from then on, which shows when it is drawn (see CGBitmapContextCreateImage).
+// Points are transformed by `m` when they are added; NULL leaves them unchanged. A segment with a point that
+// is not finite is dropped, and so is a line, curve or close without a current point. After a close, the
+// current point is the start of the closed subpath, and a following segment begins a new subpath there.
+// Functions that add to a path do nothing if the path is NULL. When memory is short, they add only a part or
+// nothing, and mark the path as incomplete, so that no image of a picture that it is drawn into can be
+// created (see CGBitmapContextCreateImage).
 #pragma once
 
 #include <CoreGraphics/CGAffineTransform.h>
@@ -16,7 +17,7 @@ CF_ENUM(int32_t, CGLineJoin){kCGLineJoinMiter, kCGLineJoinRound, kCGLineJoinBeve
 
 CF_ENUM(int32_t, CGLineCap){kCGLineCapButt, kCGLineCapRound, kCGLineCapSquare};
 
-/// Kind of a path element; it has 1, 1, 2, 3 and 0 points.
+/// The kinds of path elements, which have 1, 1, 2, 3 and 0 points.
 CF_ENUM(int32_t, CGPathElementType){kCGPathElementMoveToPoint, kCGPathElementAddLineToPoint,
                                     kCGPathElementAddQuadCurveToPoint, kCGPathElementAddCurveToPoint,
                                     kCGPathElementCloseSubpath};
@@ -36,7 +37,7 @@ CFTypeID CGPathGetTypeID(void);
 /// An empty path. The caller owns it, as with every path that a Create function returns; NULL when memory is
 /// short.
 CGMutablePathRef CGPathCreateMutable(void);
-/// A path equal to `path` that later changes of `path` leave alone; NULL for NULL.
+/// A copy of `path` that later changes to `path` do not affect; NULL for NULL.
 CGPathRef CGPathCreateCopy(CGPathRef path);
 /// A copy with every point transformed.
 CGPathRef CGPathCreateCopyByTransformingPath(CGPathRef path, const CGAffineTransform* transform);
@@ -49,24 +50,24 @@ CGMutablePathRef CGPathCreateMutableCopyByTransformingPath(CGPathRef path,
 CGPathRef CGPathCreateWithRect(CGRect rect, const CGAffineTransform* transform);
 /// The path of an ellipse: four cubic curves.
 CGPathRef CGPathCreateWithEllipseInRect(CGRect rect, const CGAffineTransform* transform);
-/// The path of a rectangle whose corners are quarter ellipses with the given half axes, each clamped into
-/// 0...half the side.
+/// The path of a rectangle whose corners are quarter ellipses with the given radii, each clamped to between 0
+/// and half the side.
 CGPathRef CGPathCreateWithRoundedRect(CGRect rect, CGFloat cornerWidth, CGFloat cornerHeight,
                                       const CGAffineTransform* transform);
 /// The path cut into dashes: open subpaths made of lines, one per dash. `lengths` alternate between painted
-/// and unpainted; a pattern without positive and finite length leaves the path whole. The dashes are
-/// transformed as they are added to the copy. NULL for NULL and for an empty pattern.
+/// and unpainted; a pattern whose total length is not positive and finite leaves the path undashed. The
+/// dashes are transformed as they are added to the copy. NULL for NULL and for an empty pattern.
 CGPathRef CGPathCreateCopyByDashingPath(CGPathRef path, const CGAffineTransform* transform, CGFloat phase,
                                         const CGFloat* lengths, size_t count);
-/// The outline that filling (non-zero rule) turns into the stroked path; empty when the line has no width.
-/// Curves become lines. The outline is transformed as it is added to the copy, the pen with it. NULL for
-/// NULL.
+/// The outline of the stroked path: filling it by the non-zero winding rule paints what stroking the path
+/// would paint. Empty if the line has no width. Curves become lines. The outline is transformed as it is
+/// added to the copy, so the transform also distorts the line width. NULL for NULL.
 CGPathRef CGPathCreateCopyByStrokingPath(CGPathRef path, const CGAffineTransform* transform,
                                          CGFloat lineWidth, CGLineCap lineCap, CGLineJoin lineJoin,
                                          CGFloat miterLimit);
-/// Adds a reference. NULL is passed through.
+/// Adds a reference and returns the argument, which may be NULL.
 CGPathRef CGPathRetain(CGPathRef path);
-/// Drops a reference. NULL does nothing.
+/// Releases a reference. NULL is ignored.
 void CGPathRelease(CGPathRef path);
 /// Exact equality of elements and points.
 bool CGPathEqualToPath(CGPathRef path1, CGPathRef path2);
@@ -81,7 +82,7 @@ void CGPathAddQuadCurveToPoint(CGMutablePathRef path, const CGAffineTransform* m
 /// Adds a cubic Bézier curve with two control points.
 void CGPathAddCurveToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFloat cp1x, CGFloat cp1y,
                            CGFloat cp2x, CGFloat cp2y, CGFloat x, CGFloat y);
-/// Closes the subpath; nothing when it is closed already.
+/// Closes the subpath; does nothing if it is already closed.
 void CGPathCloseSubpath(CGMutablePathRef path);
 /// Adds a rectangle as a closed subpath.
 void CGPathAddRect(CGMutablePathRef path, const CGAffineTransform* m, CGRect rect);
@@ -94,31 +95,34 @@ void CGPathAddEllipseInRect(CGMutablePathRef path, const CGAffineTransform* m, C
 /// Adds a rounded rectangle as a closed subpath; radii as for CGPathCreateWithRoundedRect.
 void CGPathAddRoundedRect(CGMutablePathRef path, const CGAffineTransform* transform, CGRect rect,
                           CGFloat cornerWidth, CGFloat cornerHeight);
-/// Adds the arc of a circle between two angles (radians), with a line to its start if there is a current
-/// point. A sweep of a whole turn or more gives the circle.
+/// Adds a circular arc between two angles in radians, preceded by a line to its start if there is a current
+/// point. A sweep of a full turn or more adds the whole circle.
 void CGPathAddArc(CGMutablePathRef path, const CGAffineTransform* m, CGFloat x, CGFloat y, CGFloat radius,
                   CGFloat startAngle, CGFloat endAngle, bool clockwise);
-/// As CGPathAddArc, from `startAngle` over `delta` radians.
+/// Like CGPathAddArc, from `startAngle` over `delta` radians.
 void CGPathAddRelativeArc(CGMutablePathRef path, const CGAffineTransform* m, CGFloat x, CGFloat y,
                           CGFloat radius, CGFloat startAngle, CGFloat delta);
-/// Adds the arc of a circle that touches the lines from the current point to (x1, y1) and from there to (x2,
-/// y2), with a line to its start; only a line to (x1, y1) when there is no such circle.
+/// Adds the circular arc that is tangent to the line from the current point to (x1, y1) and to the line from
+/// there to (x2, y2), preceded by a line to its start. If there is no such circle, adds only a line to (x1,
+/// y1).
 void CGPathAddArcToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFloat x1, CGFloat y1,
                          CGFloat x2, CGFloat y2, CGFloat radius);
 /// Adds the elements of another path (which may be the same one).
 void CGPathAddPath(CGMutablePathRef path1, const CGAffineTransform* m, CGPathRef path2);
 
-/// True without elements, and for NULL.
+/// True if the path has no elements, and for NULL.
 bool CGPathIsEmpty(CGPathRef path);
-/// True when the path is one rectangle with upright sides; it is stored in `rect` (may be NULL).
+/// True if the path is a single upright rectangle, which is then stored in `rect` (may be NULL).
 bool CGPathIsRect(CGPathRef path, CGRect* rect);
 /// The current point; CGPointZero when there is none.
 CGPoint CGPathGetCurrentPoint(CGPathRef path);
-/// The smallest rectangle around all points, control points included; CGRectNull when empty.
+/// The smallest rectangle that contains all points, including control points; CGRectNull if the path is
+/// empty.
 CGRect CGPathGetBoundingBox(CGPathRef path);
-/// The smallest rectangle around the path itself; CGRectNull when empty.
+/// The smallest rectangle that contains the path itself; CGRectNull if the path is empty.
 CGRect CGPathGetPathBoundingBox(CGPathRef path);
-/// True when filling would paint the point (transformed by `m`): even-odd rule or non-zero winding.
+/// True if filling the path would paint the point, transformed by `m`. `eoFill` selects the even-odd rule,
+/// otherwise the non-zero winding rule applies.
 bool CGPathContainsPoint(CGPathRef path, const CGAffineTransform* m, CGPoint point, bool eoFill);
 /// Calls `function` with each element in order.
 void CGPathApply(CGPathRef path, void* info, CGPathApplierFunction function);

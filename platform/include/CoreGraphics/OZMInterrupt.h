@@ -1,14 +1,14 @@
-// Beyond Apple's interface: a way out of a path that takes too long to draw.
+// An addition to Apple's interface: abandons paths that take too long to draw.
 #pragma once
 
 #include <CoreGraphics/CGBase.h>
 
 CF_EXTERN_C_BEGIN
 
-/// Gives a function that is asked now and then, every few tenths of a second at least, while the calling
-/// thread fills or strokes a path or clips with one. Once it answers true, the rest of that path is left out,
-/// a clip then lets nothing through, and the context makes no image any more. It must not throw and not draw.
-/// `info` is passed to it. NULL, as at first: draw all.
+/// Sets a function that is called regularly, at least every few tenths of a second, while the calling thread
+/// fills or strokes a path or clips to one. Once it returns true, the rest of that path is left out, a clip
+/// lets nothing through, and the context creates no more images. The function must neither throw nor draw.
+/// `info` is passed to it. NULL, the initial setting, never interrupts drawing.
 void OZMSetDrawingInterrupt(bool (*isDue)(void* info), void* info);
 
 CF_EXTERN_C_END

@@ -5,8 +5,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// The red, green, blue and alpha of a colour of any space, as fractions of 1 that are neither clamped nor
-/// multiplied by alpha. Those of an RGB colour are the numbers it was made with; a gray has three equal ones.
+/// Red, green, blue and alpha of a colour in any space, as fractions of 1, neither clamped nor premultiplied.
+/// An RGB colour keeps the components it was created with; a gray has three equal components.
 @interface CIColor : NSObject {
 @private
     CGFloat _red;
@@ -14,9 +14,9 @@ NS_ASSUME_NONNULL_BEGIN
     CGFloat _blue;
     CGFloat _alpha;
 }
-/// Nil for NULL.
+/// The components of a colour; nil for NULL.
 + (nullable instancetype)colorWithCGColor:(CGColorRef)color;
-/// Nil for NULL.
+/// The components of a colour; nil for NULL.
 - (nullable instancetype)initWithCGColor:(CGColorRef)color NS_DESIGNATED_INITIALIZER;
 - (instancetype)init NS_UNAVAILABLE;
 

@@ -1,10 +1,10 @@
-// GNUstep's Foundation, completed where it lacks or breaks something that code written for Apple's expects.
+// GNUstep's Foundation, with what it lacks or breaks for code written for Apple's.
 #pragma once
 #pragma GCC system_header
 
 #include_next <Foundation/Foundation.h>
 
-// GNUstep's says nothing.
+// GNUstep defines it as nothing.
 #undef NS_UNAVAILABLE
 #define NS_UNAVAILABLE __attribute__((unavailable))
 

@@ -1,5 +1,5 @@
-// GNUstep's NSCache never evicts, ignores its limits and breaks when two threads use it. The class here takes
-// its place under its name.
+// GNUstep's NSCache never evicts, ignores its limits and breaks when two threads use it. This class replaces
+// it under the same name.
 #pragma once
 
 #import <Foundation/NSObject.h>
@@ -8,24 +8,26 @@ NS_ASSUME_NONNULL_BEGIN
 
 struct OZMCacheStorage;
 
-/// Holds objects by key; may drop any of them when a limit is exceeded, the least recently used ones first.
-/// Keys are retained, not copied, and compared with `isEqual:`. Safe to use from several threads at once.
+/// Holds objects by key. When a limit is exceeded, the least recently used objects are dropped first. Keys
+/// are retained, not copied, and compared with `isEqual:`. May be used by several threads at once.
 @interface OZMCache<KeyType, ObjectType> : NSObject {
 @private
     struct OZMCacheStorage* _storage;
 }
-/// Most objects kept; 0, the default: no limit. Lowering it evicts at once.
+/// Maximum number of objects; 0, the default, means no limit. Lowering it evicts at once.
 @property (nonatomic) NSUInteger countLimit;
-/// Most cost kept, summed over all objects; 0, the default: no limit. Lowering it evicts at once.
+/// Maximum total cost of all objects; 0, the default, means no limit. Lowering it evicts at once.
 @property (nonatomic) NSUInteger totalCostLimit;
-/// The object of a key, now the most recently used; nil for nil and for a key without one.
+/// The object stored under a key, which becomes the most recently used; nil if there is none.
 - (nullable ObjectType)objectForKey:(KeyType)key;
-/// As below with cost 0.
+/// Like the method below, with cost 0.
 - (void)setObject:(ObjectType)object forKey:(KeyType)key;
-/// Adds or replaces an object. One that alone exceeds the cost limit is not kept. Raises
-/// `NSInvalidArgumentException` for nil.
+/// Adds or replaces an object. An object whose cost alone exceeds the limit is not kept. Raises
+/// `NSInvalidArgumentException` if the object or the key is nil.
 - (void)setObject:(ObjectType)object forKey:(KeyType)key cost:(NSUInteger)cost;
+/// Removes the object stored under a key, if there is one.
 - (void)removeObjectForKey:(KeyType)key;
+/// Removes all objects.
 - (void)removeAllObjects;
 @end
 

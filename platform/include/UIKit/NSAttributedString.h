@@ -5,7 +5,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// Attribute of a text's colour, a UIColor.
+/// The attribute that sets the colour of text, a UIColor.
 UIKIT_EXTERN NSString* const NSForegroundColorAttributeName;
 
 NS_ASSUME_NONNULL_END

@@ -5,7 +5,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// Posted when memory is short. Nothing here posts it: programs and tests do.
+/// Posted when memory is short. Only programs and tests post it; this library does not.
 UIKIT_EXTERN NSString* const UIApplicationDidReceiveMemoryWarningNotification;
 
 NS_ASSUME_NONNULL_END

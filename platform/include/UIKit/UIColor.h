@@ -5,8 +5,8 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// An immutable colour. Components are fractions of 1; values outside are kept. Colours are equal when their
-/// CGColors are: same colour space, same components.
+/// An immutable colour. Components are fractions of 1; values outside 0...1 are kept. Colours are equal if
+/// their CGColors are: same colour space, same components.
 @interface UIColor : NSObject <NSCopying> {
 @private
     CGColorRef _CGColor;
@@ -18,15 +18,18 @@ NS_ASSUME_NONNULL_BEGIN
 @property (class, nonatomic, readonly) UIColor* redColor;    // 1, 0, 0
 @property (class, nonatomic, readonly) UIColor* orangeColor; // 1, 0.5, 0
 
-/// A colour of the device gray space.
+/// A colour in the device gray space.
 + (UIColor*)colorWithWhite:(CGFloat)white alpha:(CGFloat)alpha;
-/// A colour of the device RGB space.
+/// A colour in the device RGB space.
 + (UIColor*)colorWithRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
-/// A colour of any space; nil for NULL.
+/// A colour in any space; nil for NULL.
 + (UIColor*)colorWithCGColor:(CGColorRef)color;
 
+/// Like `colorWithWhite:alpha:`.
 - (UIColor*)initWithWhite:(CGFloat)white alpha:(CGFloat)alpha;
+/// Like `colorWithRed:green:blue:alpha:`.
 - (UIColor*)initWithRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
+/// Like `colorWithCGColor:`.
 - (UIColor*)initWithCGColor:(CGColorRef)color;
 - (instancetype)init NS_UNAVAILABLE;
 

@@ -6,7 +6,7 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-/// How the pixels must be turned to stand upright.
+/// How the pixels must be rotated or mirrored to be upright.
 typedef NS_ENUM(NSInteger, UIImageOrientation) {
     UIImageOrientationUp,
     UIImageOrientationDown,
@@ -18,7 +18,7 @@ typedef NS_ENUM(NSInteger, UIImageOrientation) {
     UIImageOrientationRightMirrored,
 };
 
-/// An immutable image: pixels, how many of them make a point, and which way up they are.
+/// An immutable image: pixels, their number per point, and their orientation.
 @interface UIImage : NSObject {
 @private
     CGImageRef _CGImage;
@@ -27,12 +27,13 @@ typedef NS_ENUM(NSInteger, UIImageOrientation) {
 }
 /// An upright image at scale 1; nil for NULL.
 + (nullable UIImage*)imageWithCGImage:(CGImageRef)cgImage;
-/// Nil for NULL.
+/// An image with a scale and an orientation; like `initWithCGImage:scale:orientation:`.
 + (nullable UIImage*)imageWithCGImage:(CGImageRef)cgImage
                                 scale:(CGFloat)scale
                           orientation:(UIImageOrientation)orientation;
+/// An upright image at scale 1; nil for NULL.
 - (nullable instancetype)initWithCGImage:(CGImageRef)cgImage;
-/// Nil for NULL. A scale that is not positive counts as 1.
+/// Nil for NULL. A scale that is not positive is taken as 1.
 - (nullable instancetype)initWithCGImage:(CGImageRef)cgImage
                                    scale:(CGFloat)scale
                              orientation:(UIImageOrientation)orientation NS_DESIGNATED_INITIALIZER;
@@ -42,13 +43,14 @@ typedef NS_ENUM(NSInteger, UIImageOrientation) {
 @property (nonatomic, readonly) CGSize size;
 /// Pixels per point.
 @property (nonatomic, readonly) CGFloat scale;
+/// Orientation of the pixels.
 @property (nonatomic, readonly) UIImageOrientation imageOrientation;
 /// The pixels, borrowed: valid as long as the receiver lives.
 @property (nonatomic, readonly, nullable) CGImageRef CGImage;
 @end
 
-/// The image's pixels, not turned upright, as a PNG file whose resolution is 72 dpi times the image's scale.
-/// Nil for nil, for an image too large and when memory is short.
+/// The image's pixels, without regard to orientation, as a PNG file whose resolution is 72 dpi times the
+/// image's scale. Nil for nil, if the image is too large, and when memory is short.
 UIKIT_EXTERN NSData* _Nullable UIImagePNGRepresentation(UIImage* image);
 
 NS_ASSUME_NONNULL_END

@@ -1,5 +1,5 @@
-// The part of UIKit that a framework which only draws needs: colours, images, the screen's scale, and the
-// names of a notification and a text attribute.
+// The part of UIKit that a drawing framework needs: colours, images, the screen's scale, and the names of a
+// notification and a text attribute.
 #pragma once
 
 #import <UIKit/NSAttributedString.h>

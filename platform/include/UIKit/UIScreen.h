@@ -12,7 +12,8 @@ NS_ASSUME_NONNULL_BEGIN
 }
 /// The only screen there is.
 @property (class, nonatomic, readonly) UIScreen* mainScreen;
-/// Pixels per point, 2 unless set. UIKit has no setter; here a program says what it draws for.
+/// Pixels per point, 2 by default. Unlike in UIKit, a program may set it to match the display that it draws
+/// for.
 @property (atomic) CGFloat scale;
 - (instancetype)init NS_UNAVAILABLE;
 @end

@@ -1,4 +1,5 @@
-// GNUstep's headers ask for this one wherever blocks are enabled; GCC's Objective-C runtime has none.
+// GNUstep's headers include this one wherever blocks are enabled, but GCC's Objective-C runtime does not
+// provide it.
 #pragma once
 
 #include <Block.h>

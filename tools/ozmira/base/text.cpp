@@ -10,19 +10,19 @@ namespace {
 constexpr std::string_view kDigits = "0123456789ABCDEF";
 constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
 
-/// A well-formed character or the part of one that stands at the start of some text.
-struct CharacterPart {
+/// The UTF-8 character at the start of a text, or as much of it as is well-formed.
+struct CharacterPrefix {
     size_t length;
-    bool whole;
+    bool isComplete;
 };
 
 bool IsBetween(unsigned char byte, unsigned char first, unsigned char last) {
     return byte >= first && byte <= last;
 }
 
-/// Reads the character at the start of a text that is not empty. The ranges of the second byte rule out
-/// overlong forms, surrogates and what lies beyond U+10FFFF.
-CharacterPart ReadCharacter(std::string_view text) {
+/// Reads the character at the start of a text, which must not be empty. The ranges of the second byte rule
+/// out overlong forms, surrogates and code points above U+10FFFF.
+CharacterPrefix ReadCharacter(std::string_view text) {
     const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char lead = byte(0);
     if (lead < 0x80) return {1, true};
@@ -77,9 +77,9 @@ std::string ValidUTF8(std::string_view text) {
     std::string valid;
     valid.reserve(text.size());
     while (!text.empty()) {
-        const CharacterPart part = ReadCharacter(text);
-        valid += part.whole ? text.substr(0, part.length) : kReplacementCharacter;
-        text.remove_prefix(part.length);
+        const CharacterPrefix prefix = ReadCharacter(text);
+        valid += prefix.isComplete ? text.substr(0, prefix.length) : kReplacementCharacter;
+        text.remove_prefix(prefix.length);
     }
     return valid;
 }

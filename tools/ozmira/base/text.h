@@ -1,4 +1,4 @@
-// Small pieces of text: numbers, names and counts as people read them.
+// Formats numbers, counts and names for people, and strings for JSON.
 #pragma once
 
 #include <cstdint>
@@ -16,17 +16,17 @@ std::string FormatCount(uint64_t count);
 /// "1 picture", "12 pictures".
 std::string CountOf(uint64_t count, std::string_view singular);
 
-/// The text on one line: control characters are shown as \xHH.
+/// The text with control characters written as \xHH, so that it stays on one line.
 std::string OnOneLine(std::string_view text);
 
-/// How messages call an input: its path, or "standard input" for "-".
+/// The name of an input in messages: its path, or "standard input" for "-".
 std::string InputName(std::string_view path);
 
-/// The text with everything that is not UTF-8 replaced by U+FFFD, one for each maximal part of a character,
-/// as the Unicode Standard recommends in its section on conformance.
+/// The text with everything that is not UTF-8 replaced by U+FFFD: one for each maximal subpart of a
+/// character, as the Unicode Standard recommends in its chapter on conformance.
 std::string ValidUTF8(std::string_view text);
 
-/// The text as a JSON string with its quotes, made UTF-8 as above.
+/// The text as a JSON string including the quotes, made valid UTF-8 by `ValidUTF8`.
 std::string QuoteJSON(std::string_view text);
 
 } // namespace ozm::tool

@@ -1,4 +1,4 @@
-// Every limit that the tool sets, with the reason for its value.
+// The limits of the tool, with the reasons for their values.
 #pragma once
 
 #include <Ozmira/ozmLimits.h>
@@ -8,48 +8,49 @@
 
 namespace ozm::tool {
 
-/// Largest file that is read, in bytes. Parsing can make a hundred bytes out of one byte of text, so this
-/// bounds memory; it is far above any drawing that people view.
+/// Maximum size of an input file in bytes. Parsing can turn one byte of text into a hundred bytes of
+/// document, so this bounds memory. It is far above the size of any drawing that people view.
 inline constexpr size_t kMaximumFileSize = size_t{64} << 20;
 
-/// Most tags in a file. A tag of four characters becomes an element of several hundred bytes, the worst ratio
-/// that a file can reach.
+/// Maximum number of tags in a file. A tag of four characters becomes an element of several hundred bytes,
+/// the worst ratio that a file can reach.
 inline constexpr size_t kMaximumTags = 4'000'000;
 
-/// Most elements that one picture draws, counting an element again for every reference through which it is
-/// reached: a handful of nested `use` elements would otherwise draw for years.
+/// Maximum number of elements drawn in one picture, counting an element once for every reference that reaches
+/// it. Without this limit, a few levels of nested `use` elements could take years to draw.
 inline constexpr uint32_t kMaximumDrawnElements = 10'000'000;
 
-/// Most path segments that one picture draws, counted likewise. A file within the size limit holds fewer, so
-/// only references can go beyond.
+/// Maximum number of path segments drawn in one picture, counted the same way. A file within the size limit
+/// contains fewer, so only references can exceed this limit.
 inline constexpr uint32_t kMaximumDrawnSegments = 100'000'000;
 
-/// Deepest chain of elements while drawing, each group, `use` and clipped element being a level. Drawing
-/// recurses per level whether elements nest in the file or through references, so both have the same limit.
+/// Maximum depth of drawing: each group, `use` and clipped element is one level. Drawing recurses once per
+/// level whether elements nest in the file or through references, so the limit of nesting applies to both.
 inline constexpr uint32_t kMaximumDrawingDepth = kMaximumNestingDepth;
 
-/// Longest side of a picture, in pixels.
+/// Maximum width and height of a picture in pixels.
 inline constexpr double kMaximumSide = 32'767;
 
-/// Most pixels in a picture: a bitmap of 400 MB, three times which is in use while the file is written.
+/// Maximum number of pixels in a picture: a bitmap of 400 MB. Three times that is in use while the file is
+/// written.
 inline constexpr double kMaximumPixels = 100e6;
 
-/// Pictures of more pixels than this are drawn one at a time, however many threads there are, so that memory
-/// does not grow with their number.
+/// Pictures of more pixels than this are drawn one at a time, so that memory use does not grow with the
+/// number of threads.
 inline constexpr double kLargePicturePixels = 16e6;
 
 /// Range of pixels per point.
 inline constexpr double kMinimumScale = 0.01;
 inline constexpr double kMaximumScale = 100;
 
-/// Seconds of processor time that drawing one picture may take unless an option says otherwise: far more than
-/// drawings that people view, which take milliseconds.
+/// Default limit of the processor time for drawing one picture, in seconds. Drawings that people view take
+/// milliseconds.
 inline constexpr double kDefaultTimeout = 30;
 
-/// Longest time limit, in seconds: a day.
+/// Maximum time limit in seconds: one day.
 inline constexpr double kMaximumTimeout = 86'400;
 
-/// Most threads.
+/// Maximum number of threads.
 inline constexpr unsigned kMaximumJobs = 256;
 
 } // namespace ozm::tool

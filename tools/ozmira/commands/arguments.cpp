@@ -14,16 +14,16 @@
 namespace ozm::tool {
 namespace {
 
-/// Reads text that is a number from its first character to its last. NaN, which no range contains, for
-/// everything else.
-double ParseWholeNumber(std::string_view text) {
+/// Parses text that is a number from its first character to its last. Returns NaN, which no range contains,
+/// for any other text.
+double ParseNumber(std::string_view text) {
     double number = 0;
     const char* const end = text.data() + text.size();
     const auto [last, error] = std::from_chars(text.data(), end, number);
     return error == std::errc{} && last == end ? number : std::nan("");
 }
 
-[[noreturn]] void Refuse(std::string_view option, std::string_view text, const std::string& expected) {
+[[noreturn]] void ThrowBadValue(std::string_view option, std::string_view text, const std::string& expected) {
     throw UsageError(std::string(option) + ": \"" + OnOneLine(text) + "\" is not " + expected);
 }
 
@@ -32,9 +32,10 @@ std::string Range(double first, double last) { return FormatNumber(first) + " to
 } // namespace
 
 double ParseLengthArgument(std::string_view option, std::string_view text) {
-    const double length = ParseWholeNumber(text);
+    const double length = ParseNumber(text);
     if (length > 0 && length <= kMaximumSide) return length;
-    Refuse(option, text, "a length in points, a number above 0 and up to " + FormatNumber(kMaximumSide));
+    ThrowBadValue(option, text,
+                  "a length in points, a number above 0 and up to " + FormatNumber(kMaximumSide));
 }
 
 std::vector<double> ParseScales(std::string_view option, std::string_view text) {
@@ -42,11 +43,11 @@ std::vector<double> ParseScales(std::string_view option, std::string_view text) 
     for (size_t start = 0; start <= text.size();) {
         const size_t end = std::min(text.find(',', start), text.size());
         const std::string_view item = text.substr(start, end - start);
-        const double scale = ParseWholeNumber(item);
+        const double scale = ParseNumber(item);
         if (!(scale >= kMinimumScale && scale <= kMaximumScale)) {
-            Refuse(option, item,
-                   "a number of pixels per point from " + Range(kMinimumScale, kMaximumScale) +
-                       "; separate several with commas, as in 1,2,3");
+            ThrowBadValue(option, item,
+                          "a number of pixels per point from " + Range(kMinimumScale, kMaximumScale) +
+                              "; separate several with commas, as in 1,2,3");
         }
         if (std::find(scales.begin(), scales.end(), scale) != scales.end()) {
             throw UsageError(std::string(option) + ": " + FormatNumber(scale) +
@@ -62,21 +63,23 @@ Color ParseColorArgument(std::string_view option, std::string_view text) {
     Color color;
     const StringView trimmed = StringView(text).TrimLeadingWhitespace().TrimTrailingWhitespace();
     if (SVGParser().ParseCSSColor(trimmed, color)) return color;
-    Refuse(option, text,
-           "a colour; write #rgb, #rrggbb, rgb(255,0,0), rgb(100%,0%,0%), none, or one of the 147 names of "
-           "CSS such as steelblue in lower case");
+    ThrowBadValue(
+        option, text,
+        "a colour; write #rgb, #rrggbb, rgb(255,0,0), rgb(100%,0%,0%), none, or one of the 147 names of "
+        "CSS such as steelblue in lower case");
 }
 
 double ParseTimeout(std::string_view option, std::string_view text) {
-    const double seconds = ParseWholeNumber(text);
+    const double seconds = ParseNumber(text);
     if (seconds >= 0 && seconds <= kMaximumTimeout) return seconds;
-    Refuse(option, text, "a number of seconds from " + Range(0, kMaximumTimeout) + "; 0 sets no limit");
+    ThrowBadValue(option, text,
+                  "a number of seconds from " + Range(0, kMaximumTimeout) + "; 0 sets no limit");
 }
 
 unsigned ParseJobs(std::string_view option, std::string_view text) {
-    const double jobs = ParseWholeNumber(text);
+    const double jobs = ParseNumber(text);
     if (jobs >= 1 && jobs <= kMaximumJobs && jobs == std::floor(jobs)) return static_cast<unsigned>(jobs);
-    Refuse(option, text, "a whole number of threads from " + Range(1, kMaximumJobs));
+    ThrowBadValue(option, text, "a whole number of threads from " + Range(1, kMaximumJobs));
 }
 
 } // namespace ozm::tool

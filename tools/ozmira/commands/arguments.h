@@ -1,4 +1,5 @@
-// The values of options. All functions throw `UsageError` with the option's name and what it takes.
+// Parses the values of options. All functions throw `UsageError`, which names the option and the values it
+// takes.
 #pragma once
 
 #include <Ozmira/ozmStyle.h>
@@ -12,10 +13,10 @@ namespace ozm::tool {
 /// A length in points, above 0 and at most `kMaximumSide`.
 double ParseLengthArgument(std::string_view option, std::string_view text);
 
-/// Pixels per point: a list of different numbers separated by commas.
+/// Pixels per point: a list of distinct numbers separated by commas.
 std::vector<double> ParseScales(std::string_view option, std::string_view text);
 
-/// A colour as drawings write it, with blanks around it allowed.
+/// A colour in the notation of SVG, which may have whitespace around it.
 Color ParseColorArgument(std::string_view option, std::string_view text);
 
 /// A number of seconds from 0 to `kMaximumTimeout`.

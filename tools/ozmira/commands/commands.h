@@ -1,6 +1,6 @@
-// The sub-commands. Each function adds one to the tool's arguments; when it is the one that was asked for,
-// parsing the arguments sets `action` to what it does. An action returns the process's exit code and throws
-// `UsageError` or `FileError` when it can't begin.
+// The sub-commands. Each function adds one to the tool's command line. If the user asks for that sub-command,
+// parsing the arguments sets `action` to the function that carries it out. An action returns the exit code of
+// the process and throws `UsageError` or `FileError` if it can't start.
 #pragma once
 
 #include <functional>
@@ -15,9 +15,9 @@ using Action = std::function<int()>;
 
 /// Draws files as PNG pictures.
 void AddRenderCommand(CLI::App& tool, Action& action);
-/// Says what files hold.
+/// Shows what files contain.
 void AddInfoCommand(CLI::App& tool, Action& action);
-/// Prints the document that a file is read into.
+/// Prints the document parsed from a file.
 void AddDumpCommand(CLI::App& tool, Action& action);
 
 } // namespace ozm::tool

@@ -18,7 +18,7 @@ struct DumpOptions {
     bool json = false;
 };
 
-constexpr const char* kFooter = R"(A file that is no drawing gives the empty document.
+constexpr const char* kFooter = R"(A file that is not a drawing yields the empty document.
 
 Examples:
   ozmira dump icon.svg                The tree, a line for each element
@@ -53,7 +53,7 @@ int Dump(const DumpOptions& options) {
 
 void AddDumpCommand(CLI::App& tool, Action& action) {
     const auto options = std::make_shared<DumpOptions>();
-    CLI::App* const command = tool.add_subcommand("dump", "Print the document that a file is read into");
+    CLI::App* const command = tool.add_subcommand("dump", "Print the document parsed from a file");
     command->add_option("FILE", options->file, "File to read; - is standard input")
         ->required()
         ->type_name("");

@@ -24,8 +24,8 @@ struct InfoOptions {
 };
 
 constexpr const char* kFooter =
-    R"(Under "ignored" stands what a file uses and is not drawn, such as text or arcs
-in paths; under "missing" the ids that references name and no element has.
+    R"("ignored" lists what a file uses but is not drawn, such as text or arcs in
+paths; "missing" lists the ids that references name but no element has.
 
 Examples:
   ozmira info icon.svg
@@ -33,7 +33,7 @@ Examples:
   unzip -p icons.zip a.svg | ozmira info -
 )";
 
-/// The kinds of elements that a document has, with their numbers, calling visit(name, count).
+/// Calls visit(name, count) for each kind of element that the document has.
 void ForEachElementCount(const DocumentSummary& summary, auto&& visit) {
     for (size_t type = 0; type < summary.elementCounts.size(); ++type) {
         const uint64_t count = summary.elementCounts[type];
@@ -162,7 +162,7 @@ int Info(const InfoOptions& options) {
 
 void AddInfoCommand(CLI::App& tool, Action& action) {
     const auto options = std::make_shared<InfoOptions>();
-    CLI::App* const command = tool.add_subcommand("info", "Say what files hold and what is not drawn");
+    CLI::App* const command = tool.add_subcommand("info", "Show what files contain and what is not drawn");
     command->add_option("FILE", options->files, "Files to read; - is standard input")
         ->required()
         ->type_name("");

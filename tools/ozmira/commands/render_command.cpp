@@ -31,7 +31,7 @@
 namespace ozm::tool {
 namespace {
 
-/// The options as written.
+/// The options as given on the command line.
 struct RenderOptions {
     std::vector<std::string> icons;
     std::optional<std::string> output, width, height, fill, timeout, jobs;
@@ -64,13 +64,13 @@ Examples:
   ozmira render - < icon.svg > icon.png
 )";
 
-/// What to draw, as the options mean it.
+/// The parsed options.
 struct RenderSettings {
     CGSize size{0, 0};
     std::vector<double> scales;
     RenderingState state = kRenderingStateDefault;
     bool debugFrames = false;
-    double timeout = kDefaultTimeout; // seconds a picture
+    double timeout = kDefaultTimeout; // seconds per picture
 };
 
 RenderSettings ReadSettings(const RenderOptions& options) {
@@ -84,8 +84,8 @@ RenderSettings ReadSettings(const RenderOptions& options) {
     return settings;
 }
 
-/// Draws the icons of a plan on several threads, which take the next icon from a common counter. Everything
-/// that they share is guarded or constant.
+/// Draws the icons of a plan on several threads, which take the next icon from a shared counter. Everything
+/// else that they share is constant or synchronised.
 class RenderBatch {
 public:
     RenderBatch(const RenderSettings& settings, const OutputPlan& plan, BatchReport& report)
@@ -99,7 +99,7 @@ public:
             try {
                 others.emplace_back([this, &encoder = encoders[i]] { Work(encoder); });
             } catch (const std::exception&) {
-                break; // threads or memory are short: the ones that run do it all
+                break; // no more threads or memory: those already running do all the work
             }
         }
         Work(encoders[0]);
@@ -114,7 +114,7 @@ private:
         }
     }
 
-    /// Makes an icon's pictures. The answer is what went wrong, empty when nothing did.
+    /// Draws the pictures of an icon. Returns what went wrong; empty if nothing did.
     std::string Draw(const IconPlan& icon, PNGEncoder& encoder) noexcept {
         try {
             if (!icon.problem.empty()) return Describe(icon, icon.problem.c_str());
@@ -131,7 +131,7 @@ private:
         try {
             return InputName(icon.source) + ": " + problem;
         } catch (const std::bad_alloc&) {
-            return "no memory left"; // short enough to need none
+            return "no memory left"; // short enough to be stored without allocating
         }
     }
 
@@ -170,7 +170,7 @@ private:
     std::atomic<size_t> m_pictureCount = 0;
 };
 
-/// Says what was done, on standard output, as nothing is wrong with it.
+/// Prints what was done to standard output, because it is not a problem.
 void PrintSummary(size_t pictures, size_t problems, const std::string& destination) {
     std::string text =
         pictures == 0 ? "no picture written" : CountOf(pictures, "picture") + " written to " + destination;
@@ -218,7 +218,7 @@ void AddRenderCommand(CLI::App& tool, Action& action) {
     command->add_option("--scale", options->scale, "Pixels per point, 0.01 to 100, one picture each")
         ->type_name("LIST")
         ->capture_default_str();
-    command->add_option("--fill", options->fill, "Fill of what has none: #rgb, #rrggbb, rgb(), name")
+    command->add_option("--fill", options->fill, "Default fill: #rgb, #rrggbb, rgb(), name")
         ->type_name("COLOR");
     command->add_flag("--debug-frames", options->debugFrames, "Frame drawing (green) and picture (blue)");
     command->add_option("--timeout", options->timeout, "Processor seconds for a picture, 0: no limit")

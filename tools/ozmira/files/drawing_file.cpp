@@ -15,7 +15,7 @@
 namespace ozm::tool {
 namespace {
 
-/// "line 3, column 14" for a place in the text; both count from 1, columns in characters.
+/// "line 3, column 14" for an offset in bytes; both count from 1, columns in characters.
 std::string DescribePlace(std::string_view text, size_t offset) {
     const std::string_view before = text.substr(0, offset);
     const auto line = std::count(before.begin(), before.end(), '\n') + 1;
@@ -26,7 +26,7 @@ std::string DescribePlace(std::string_view text, size_t offset) {
     return "line " + std::to_string(line) + ", column " + std::to_string(column);
 }
 
-/// What the text is when its first bytes show that it is no UTF-8 text; empty when they do not.
+/// Describes the format of a text whose first bytes show that it is not UTF-8 text; empty for any other text.
 std::string RecogniseForeignFormat(std::string_view text) {
     if (text.starts_with("\x1F\x8B")) return "compressed; unpack it first, for example with gunzip";
     if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) {
@@ -60,7 +60,7 @@ Drawing ReadDrawing(const std::string& path) try {
 }
 
 std::string WhyNothingToDraw(const std::string& text) {
-    // The parser reads up to the first NUL.
+    // The parser stops at the first NUL.
     const std::string_view read = text.c_str();
     if (text.empty()) return "empty; is it the right file?";
     if (const std::string format = RecogniseForeignFormat(text); !format.empty()) return format;
@@ -72,7 +72,7 @@ std::string WhyNothingToDraw(const std::string& text) {
     std::string copy(read);
     rapidxml::xml_document<char> xml;
     try {
-        // The parser's own flags, under which the text stays as it is.
+        // The flags that the parser uses; with them, RapidXML does not modify the text.
         xml.parse<rapidxml::parse_fastest>(copy.data());
         return DescribeTopElement(xml);
     } catch (const rapidxml::parse_error& error) {

@@ -7,21 +7,21 @@
 
 namespace ozm::tool {
 
-/// A file's text and what the parser made of it.
+/// A file's text and the document parsed from it.
 struct Drawing {
     std::string text;
-    std::unique_ptr<Document> document; ///< Never null; without elements when the text is no drawing.
+    std::unique_ptr<Document> document; ///< Never null; has no elements if the text is not a drawing.
 };
 
-/// Reads and parses a file, or standard input for "-". Throws `FileError` when it can't be read, holds more
-/// than `kMaximumTags` tags or needs more memory than there is.
+/// Reads and parses a file, or standard input for "-". Throws `FileError` if it can't be read, has more than
+/// `kMaximumTags` tags or needs more memory than there is.
 Drawing ReadDrawing(const std::string& path);
 
-/// Why text gave a document without elements, and what to do about it: it is empty, nests too deep, is not
-/// well-formed XML (with the place of the fault) or has no `svg` element.
+/// Explains why a text yields a document without elements, and what to do about it: the text is empty, nests
+/// too deep, is not well-formed XML (with the position of the fault) or has no `svg` element.
 std::string WhyNothingToDraw(const std::string& text);
 
-/// As `ReadDrawing`, but throws `FileError` with the reason when there is nothing to draw.
+/// Like `ReadDrawing`, but throws `FileError` with the reason if there is nothing to draw.
 Drawing ReadDrawingWithElements(const std::string& path);
 
 } // namespace ozm::tool

@@ -13,7 +13,7 @@ namespace ozm::tool {
 class FileDescriptor {
 public:
     FileDescriptor() = default;
-    /// Takes over what `open` returned; -1 is no file.
+    /// Takes ownership of what `open` returned; -1 means no file.
     explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
     FileDescriptor(FileDescriptor&& other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
     FileDescriptor& operator=(FileDescriptor&& other) noexcept {
@@ -26,17 +26,17 @@ public:
 
     explicit operator bool() const { return m_descriptor >= 0; }
     int Get() const { return m_descriptor; }
-    /// Closes the file; false, with errno set, when its last bytes could not be written.
+    /// Closes the file. Returns false and sets errno if its last bytes could not be written.
     bool Close() { return ::close(std::exchange(m_descriptor, -1)) == 0; }
 
 private:
     int m_descriptor = -1;
 };
 
-/// Writes all bytes; false, with errno set, when that fails.
+/// Writes all bytes. Returns false and sets errno on failure.
 bool WriteAll(int descriptor, std::span<const uint8_t> bytes);
 
-/// What an error number means.
+/// The meaning of an errno value.
 std::string DescribeError(int errorNumber);
 
 } // namespace ozm::tool

@@ -28,24 +28,24 @@ constexpr size_t kSmallestRead = size_t{64} << 10;
                     " MB, the most that is read; split the drawing");
 }
 
-struct Expectation {
+struct SizeEstimate {
     size_t size;
-    bool isExact; ///< A read that gives less has reached the end.
+    bool isExact; ///< A read that returns less has reached the end of the file.
 };
 
-/// How much to make room for: the size of a regular file, and one byte more to see that it has not grown.
-Expectation ExpectSize(int descriptor) {
+/// How many bytes to read first: the size of a regular file, and one byte more to detect that it has grown.
+SizeEstimate EstimateSize(int descriptor) {
     struct stat status;
     if (::fstat(descriptor, &status) != 0) ThrowSystemError();
-    // Files that the system makes up when they are read have the size 0.
+    // Files whose content the kernel generates, as in /proc, have the size 0.
     if (!S_ISREG(status.st_mode) || status.st_size == 0) return {kSmallestRead, false};
     if (status.st_size > static_cast<off_t>(kMaximumFileSize)) ThrowTooLarge();
     return {static_cast<size_t>(status.st_size) + 1, true};
 }
 
 std::string ReadToEnd(int descriptor) {
-    const Expectation expectation = ExpectSize(descriptor);
-    std::string bytes(expectation.size, '\0');
+    const SizeEstimate estimate = EstimateSize(descriptor);
+    std::string bytes(estimate.size, '\0');
     size_t used = 0;
     while (true) {
         const ssize_t count = ::read(descriptor, bytes.data() + used, bytes.size() - used);
@@ -53,7 +53,7 @@ std::string ReadToEnd(int descriptor) {
         if (count < 0) ThrowSystemError();
         used += static_cast<size_t>(count);
         if (used > kMaximumFileSize) ThrowTooLarge();
-        if (count == 0 || (expectation.isExact && used + 1 == expectation.size)) break;
+        if (count == 0 || (estimate.isExact && used + 1 == estimate.size)) break;
         if (used == bytes.size()) bytes.resize(2 * used);
     }
     bytes.resize(used);

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A file to draw and where its picture stands under the output folder, without extension.
+/// A file to draw, and the path of its picture below the output folder, without scale and extension.
 struct Source {
     std::string path;
     fs::path stem;
@@ -30,13 +30,14 @@ bool HasSVGExtension(const fs::path& path) {
 
 bool IsHidden(const fs::path& path) { return path.filename().string().starts_with('.'); }
 
-/// Pipes and devices are no drawings; a link that leads nowhere is reported when it is read.
+/// Pipes and devices are not drawings. A broken link is listed, so that reading it reports the problem.
 bool IsFileOrBrokenLink(const fs::directory_entry& entry) {
     std::error_code ignored;
     return entry.is_regular_file(ignored) || !entry.exists(ignored);
 }
 
-/// Lists the drawings of a folder, sorted by name. Links to folders are not followed, so that the walk ends.
+/// Lists the drawings of a folder, sorted by name. Links to folders are not followed, because they could kind
+/// a cycle.
 class FolderWalk {
 public:
     explicit FolderWalk(const fs::path& root) : m_root(root) {
@@ -89,27 +90,28 @@ std::vector<Source> ListSources(const std::vector<std::string>& inputs) {
     return sources;
 }
 
-/// The part of a picture's name that says its scale.
+/// The part of a picture's name that states its scale.
 std::string ScaleSuffix(double scale) { return scale == 1 ? "" : "@" + FormatNumber(scale) + "x"; }
 
-enum class Form { StandardOutput, File, Folder };
+enum class OutputKind { StandardOutput, File, Folder };
 
 bool IsFolderName(const std::string& output) {
     std::error_code ignored;
     return output.ends_with('/') || fs::is_directory(output, ignored);
 }
 
-Form ChooseForm(const std::vector<std::string>& inputs, const std::optional<std::string>& output) {
+OutputKind ChooseOutputKind(const std::vector<std::string>& inputs,
+                            const std::optional<std::string>& output) {
     const bool standardInputAlone = inputs.size() == 1 && inputs[0] == "-";
-    if (!output) return standardInputAlone ? Form::StandardOutput : Form::Folder;
-    if (*output == "-") return Form::StandardOutput;
-    if (IsFolderName(*output)) return Form::Folder;
+    if (!output) return standardInputAlone ? OutputKind::StandardOutput : OutputKind::Folder;
+    if (*output == "-") return OutputKind::StandardOutput;
+    if (IsFolderName(*output)) return OutputKind::Folder;
     std::error_code ignored;
     const bool single = inputs.size() == 1 && !fs::is_directory(inputs[0], ignored);
-    return single ? Form::File : Form::Folder;
+    return single ? OutputKind::File : OutputKind::Folder;
 }
 
-/// Keeps a name that was meant for one picture from becoming a folder.
+/// Throws if the name of an output folder is an existing file or was meant for a single picture.
 void CheckFolder(const std::string& folder) {
     std::error_code ignored;
     if (IsFolderName(folder)) return;
@@ -141,7 +143,7 @@ std::string FolderTarget(const fs::path& folder, const fs::path& stem, double sc
     return (folder / stem).lexically_normal().string() + ScaleSuffix(scale) + ".png";
 }
 
-/// Gives the second of two sources with a common target a problem, and takes out sources named twice.
+/// Of two sources with the same target, gives the second one a problem. Removes sources that are named twice.
 void ResolveCollisions(std::vector<IconPlan>& icons) {
     std::unordered_map<std::string_view, const IconPlan*> owners;
     std::vector<bool> repeated(icons.size());
@@ -168,13 +170,13 @@ void ResolveCollisions(std::vector<IconPlan>& icons) {
 
 OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
                       std::span<const double> scales) {
-    const Form form = ChooseForm(inputs, output);
+    const OutputKind kind = ChooseOutputKind(inputs, output);
     const std::string folder = output.value_or("");
-    if (form == Form::Folder && output) CheckFolder(folder);
+    if (kind == OutputKind::Folder && output) CheckFolder(folder);
 
     std::vector<Source> sources = ListSources(inputs);
     OutputPlan plan;
-    plan.toStandardOutput = form == Form::StandardOutput;
+    plan.toStandardOutput = kind == OutputKind::StandardOutput;
     plan.destination = output ? OnOneLine(folder) : "the current folder";
     if (plan.toStandardOutput && (sources.size() > 1 || scales.size() > 1)) {
         throw UsageError(
@@ -186,13 +188,15 @@ OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optiona
         IconPlan icon{std::move(source.path), {}, std::move(source.problem)};
         if (icon.problem.empty()) {
             for (const double scale : scales) {
-                switch (form) {
-                case Form::StandardOutput: icon.targets.push_back("-"); break;
-                case Form::File:
+                switch (kind) {
+                case OutputKind::StandardOutput: icon.targets.push_back("-"); break;
+                case OutputKind::File:
                     icon.targets.push_back(scales.size() == 1 ? folder : FileTarget(folder, scale).string());
                     CheckIsNoInput(inputs, icon.targets.back());
                     break;
-                case Form::Folder: icon.targets.push_back(FolderTarget(folder, source.stem, scale)); break;
+                case OutputKind::Folder:
+                    icon.targets.push_back(FolderTarget(folder, source.stem, scale));
+                    break;
                 }
             }
         }

@@ -1,4 +1,4 @@
-// Which picture is made of which file.
+// Decides which pictures to draw from which files, and where they go.
 #pragma once
 
 #include <optional>
@@ -8,29 +8,29 @@
 
 namespace ozm::tool {
 
-/// One file and the pictures to make of it.
+/// A file and the pictures to draw from it.
 struct IconPlan {
     std::string source;               ///< Path, or "-" for standard input.
     std::vector<std::string> targets; ///< One path for each scale, or "-" for standard output.
-    std::string problem;              ///< When not empty: why nothing can be made of the source.
+    std::string problem;              ///< If not empty, why nothing can be drawn from the source.
 };
 
 struct OutputPlan {
-    std::vector<IconPlan> icons; ///< In the order of the arguments, the files of a folder by name.
+    std::vector<IconPlan> icons; ///< In the order of the arguments; the files of a folder are sorted by name.
     bool toStandardOutput = false;
-    std::string destination; ///< What messages call the file or folder that pictures go to.
+    std::string destination; ///< The name in messages of the file or folder that pictures go to.
 };
 
-/// Plans the pictures of files, of folders (all their .svg files, also in sub-folders, whose structure is
-/// kept) and of standard input ("-").
+/// Plans the pictures of files, of folders (all their .svg files, including those in sub-folders, whose
+/// structure is kept) and of standard input ("-").
 ///
-/// Without `output`, pictures go into the current folder, a lone "-" to standard output. "-" as output is
-/// standard output and takes one picture. An output that is a folder, ends in "/", or takes the pictures of
-/// several inputs or of a folder is a folder. Any other output is the name of the one picture, or, with
-/// several scales, the name to put each scale in.
+/// Without `output`, pictures go into the current folder, but the picture of standard input alone goes to
+/// standard output. The output "-" is standard output, which takes one picture. An output is a folder if it
+/// exists as one, if it ends in "/", or if the inputs are several or a folder. Any other output is the name
+/// of the single picture or, with several scales, the name that each scale is inserted into.
 ///
-/// A second file that would have the same target as one before gets a `problem`; the same file named twice is
-/// planned once. Throws `UsageError` for outputs that can't be meant, such as one that is an input.
+/// A file that would have the same target as an earlier one gets a `problem`; a file that is named twice is
+/// planned once. Throws `UsageError` for outputs that can't be intended, such as an input file.
 OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
                       std::span<const double> scales);
 

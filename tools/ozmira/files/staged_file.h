@@ -8,25 +8,25 @@
 
 namespace ozm::tool {
 
-/// A file that appears whole or not at all: written under a temporary name beside its place, then renamed.
-/// What can't be replaced by a rename (a device, a pipe) is written directly. All functions throw
+/// A file that appears complete or not at all: it is written under a temporary name in its final folder, then
+/// renamed. Devices and pipes, which a rename can't replace, are written directly. All functions throw
 /// `FileError`.
 class StagedFile {
 public:
-    /// Writes the bytes, making missing folders on the way.
+    /// Writes the bytes to a temporary file. Creates missing folders.
     StagedFile(TemporaryFiles& temporaryFiles, const std::string& path, std::span<const uint8_t> bytes);
     StagedFile(StagedFile&& other) noexcept;
     StagedFile& operator=(StagedFile&&) = delete;
-    /// Removes what was not put in place.
+    /// Removes the temporary file unless it was committed.
     ~StagedFile();
 
-    /// Puts the file in its place.
+    /// Moves the file to its final path.
     void Commit();
 
 private:
     TemporaryFiles& m_temporaryFiles;
-    std::string m_path;      ///< Where the bytes go; links are resolved.
-    std::string m_temporary; ///< Where they are until then; empty once they are in place.
+    std::string m_path;      ///< The final path, with links resolved.
+    std::string m_temporary; ///< The temporary path; empty once the file is committed.
 };
 
 } // namespace ozm::tool

@@ -8,11 +8,11 @@
 
 namespace ozm::tool {
 
-/// Writes bytes to standard output. Throws `StandardOutputError` when it can't take them.
+/// Writes bytes to standard output. Throws `StandardOutputError` on failure.
 void WriteToStandardOutput(std::span<const uint8_t> bytes);
 
-/// Standard output with a buffer of fixed size. Nothing is written when it is destroyed: call `Flush`, which
-/// throws as `WriteToStandardOutput` does.
+/// Buffered standard output. The destructor writes nothing: call `Flush` at the end. All functions throw like
+/// `WriteToStandardOutput`.
 class StandardOutput {
 public:
     void Put(char c) {
@@ -20,6 +20,7 @@ public:
         m_buffer += c;
     }
     void Write(std::string_view text);
+    /// Writes what is buffered.
     void Flush();
 
 private:

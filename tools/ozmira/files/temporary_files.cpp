@@ -13,16 +13,16 @@
 namespace ozm::tool {
 namespace {
 
-constexpr std::array kEndingSignals = {SIGINT, SIGTERM, SIGHUP};
+constexpr std::array kTerminationSignals = {SIGINT, SIGTERM, SIGHUP};
 
-/// A signal that the caller had ignored, as nohup does, stays ignored.
+/// A signal that the parent process has made the tool ignore, as nohup does, stays ignored.
 bool IsIgnored(int signal) {
     struct sigaction action {};
     return ::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
 }
 
-/// Ends the process the way the signal would have, so that the caller sees which signal it was.
-[[noreturn]] void DieOf(int signal) {
+/// Ends the process the way the signal would have, so that the parent process sees which signal it was.
+[[noreturn]] void EndBySignal(int signal) {
     std::signal(signal, SIG_DFL);
     sigset_t one;
     sigemptyset(&one);
@@ -35,17 +35,17 @@ bool IsIgnored(int signal) {
 } // namespace
 
 TemporaryFiles::TemporaryFiles() {
-    sigemptyset(&m_awaited);
-    for (const int signal : kEndingSignals) {
-        if (!IsIgnored(signal)) sigaddset(&m_awaited, signal);
+    sigemptyset(&m_awaitedSignals);
+    for (const int signal : kTerminationSignals) {
+        if (!IsIgnored(signal)) sigaddset(&m_awaitedSignals, signal);
     }
-    // Sent by the destructor to wake the thread.
-    sigaddset(&m_awaited, SIGUSR1);
-    pthread_sigmask(SIG_BLOCK, &m_awaited, &m_maskBefore);
+    // The destructor sends this one to wake the thread.
+    sigaddset(&m_awaitedSignals, SIGUSR1);
+    pthread_sigmask(SIG_BLOCK, &m_awaitedSignals, &m_previousMask);
     try {
         m_thread = std::thread([this] { AwaitSignal(); });
     } catch (const std::system_error& error) {
-        pthread_sigmask(SIG_SETMASK, &m_maskBefore, nullptr);
+        pthread_sigmask(SIG_SETMASK, &m_previousMask, nullptr);
         throw std::runtime_error("a thread can't be started: " + error.code().message() +
                                  "; allow more memory or threads (ulimit -v, -u)");
     }
@@ -55,18 +55,18 @@ TemporaryFiles::~TemporaryFiles() {
     m_stopping = true;
     pthread_kill(m_thread.native_handle(), SIGUSR1);
     m_thread.join();
-    pthread_sigmask(SIG_SETMASK, &m_maskBefore, nullptr);
+    pthread_sigmask(SIG_SETMASK, &m_previousMask, nullptr);
 }
 
 void TemporaryFiles::AwaitSignal() {
     int signal = 0;
-    while (sigwait(&m_awaited, &signal) != 0) {
+    while (sigwait(&m_awaitedSignals, &signal) != 0) {
     }
     if (m_stopping) return;
-    // Kept to the end: nothing new is created and nothing half removed.
+    // Held until the process ends, so that no other thread creates or renames a file meanwhile.
     const std::lock_guard lock(m_mutex);
     for (const std::string& path : m_paths) ::unlink(path.c_str());
-    DieOf(signal);
+    EndBySignal(signal);
 }
 
 std::pair<FileDescriptor, std::string> TemporaryFiles::Create(const std::string& folder) {
@@ -75,12 +75,12 @@ std::pair<FileDescriptor, std::string> TemporaryFiles::Create(const std::string&
     const std::lock_guard lock(m_mutex);
     while (true) {
         std::string path = prefix + std::to_string(m_count++) + ".tmp";
-        // Noted first: for a file that exists there must be memory to remember it.
-        const auto noted = m_paths.insert(path).first;
+        // Recorded before it exists: if there is no memory to record it, no file is left behind.
+        const auto recorded = m_paths.insert(path).first;
         FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
         if (!file) {
             const int error = errno;
-            m_paths.erase(noted);
+            m_paths.erase(recorded);
             if (error == EEXIST) continue;
             errno = error;
         }

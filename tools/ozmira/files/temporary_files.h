@@ -12,23 +12,26 @@
 
 namespace ozm::tool {
 
-/// The unfinished files of the process. A signal that asks the process to end (SIGINT, SIGTERM, SIGHUP)
-/// removes them all first. Such signals are blocked in the thread that makes the object and in those started
-/// later, and awaited in a thread of the object's own, which may take locks as a signal handler may not. One
-/// object at a time, made before other threads; its functions may be called from all of them.
+/// The temporary files of the process. When a signal asks the process to end (SIGINT, SIGTERM, SIGHUP), all
+/// of them are removed first. Until it is destroyed, the object blocks these signals in the thread that
+/// creates it, and hence in threads started later. A thread of its own waits for them, because unlike a
+/// signal handler it may take locks. Create one object at a time, before other threads; its functions may be
+/// called from any thread.
 class TemporaryFiles {
 public:
+    /// Throws `std::runtime_error` if its thread can't be started.
     TemporaryFiles();
+    /// Restores the signal mask of the thread that created the object, on which it must run.
     ~TemporaryFiles();
     TemporaryFiles(const TemporaryFiles&) = delete;
     TemporaryFiles& operator=(const TemporaryFiles&) = delete;
 
-    /// Makes a new, empty file in a folder ("" is the current one). No file, with errno set, on failure.
+    /// Creates an empty file in a folder ("" is the current one). Returns no file and sets errno on failure.
     std::pair<FileDescriptor, std::string> Create(const std::string& folder);
-    /// Gives a file its final name, replacing what had it; it is not temporary any more. False, with errno
-    /// set, on failure.
+    /// Renames a file to its final path, replacing an existing file; it is then no longer temporary. Returns
+    /// false and sets errno on failure.
     bool Finish(const std::string& path, const std::string& finalPath);
-    /// Removes a file.
+    /// Deletes a file.
     void Remove(const std::string& path);
 
 private:
@@ -38,8 +41,8 @@ private:
     std::set<std::string> m_paths;
     const pid_t m_processId = ::getpid();
     uint64_t m_count = 0;
-    sigset_t m_awaited;
-    sigset_t m_maskBefore;
+    sigset_t m_awaitedSignals;
+    sigset_t m_previousMask;
     std::atomic<bool> m_stopping = false;
     std::thread m_thread;
 };

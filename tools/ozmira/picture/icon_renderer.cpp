@@ -17,14 +17,14 @@ namespace {
 
 std::string DescribeSize(CGSize size) { return FormatNumber(size.width) + " x " + FormatNumber(size.height); }
 
-/// Processor time that this thread has used, in seconds.
+/// Processor time used by this thread, in seconds.
 double ThreadProcessorTime() {
     timespec time{};
     ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-/// Interrupts this thread's drawing while it lasts.
+/// While it exists, lets a function interrupt the drawing of this thread.
 class DrawingInterrupt {
 public:
     DrawingInterrupt(bool (*isDue)(void*), void* info) { OZMSetDrawingInterrupt(isDue, info); }
@@ -51,7 +51,7 @@ IconRenderer::IconRenderer(Document& document, const RenderingState& state, bool
     m_renderer.SetDocument(&document);
     m_renderer.SetDebugRendering(debugFrames);
     if (timeout > 0) {
-        m_renderer.SetStopRequest([this] { return IsLate(); });
+        m_renderer.SetStopRequest([this] { return CheckTimeout(); });
     }
 }
 
@@ -68,7 +68,7 @@ double IconRenderer::CheckSize(CGSize size, double scale) const {
     }
     const CGSize pixels = PixelSize(size, scale);
     const double count = pixels.width * pixels.height;
-    // Written so that a size which is no number is refused too.
+    // Written so that NaN is refused as well.
     if (!(pixels.width <= kMaximumSide && pixels.height <= kMaximumSide && count <= kMaximumPixels)) {
         throw FileError("would make a picture of " + DescribeSize(pixels) + " pixels; the limit is " +
                         FormatNumber(kMaximumSide) + " on a side and " +
@@ -78,31 +78,31 @@ double IconRenderer::CheckSize(CGSize size, double scale) const {
     return count;
 }
 
-bool IconRenderer::IsLate() {
-    // The clock on the wall is quick to read, but it also goes on while the thread waits.
-    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - m_started;
-    if (passed.count() > m_timeout && ThreadProcessorTime() - m_processorTimeBefore > m_timeout)
-        m_isLate = true;
-    return m_isLate;
+bool IconRenderer::CheckTimeout() {
+    // Wall-clock time is quick to read, but also passes while the thread waits; so processor time decides.
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - m_startTime;
+    if (passed.count() > m_timeout && ThreadProcessorTime() - m_startProcessorTime > m_timeout)
+        m_hasTimedOut = true;
+    return m_hasTimedOut;
 }
 
 Bitmap IconRenderer::Draw(CGSize size, double scale) {
-    m_started = std::chrono::steady_clock::now();
-    m_processorTimeBefore = ThreadProcessorTime();
-    m_isLate = false;
+    m_startTime = std::chrono::steady_clock::now();
+    m_startProcessorTime = ThreadProcessorTime();
+    m_hasTimedOut = false;
     const CGImageRef image = CreateImage(size, scale);
-    if (!image && m_isLate) {
+    if (!image && m_hasTimedOut) {
         throw FileError("takes more than " + FormatNumber(m_timeout) +
                         " s to draw; choose a longer --timeout, or a smaller --width, --height or --scale");
     }
-    // The size was checked.
+    // The size was checked, so memory must be short.
     if (!image) throw std::bad_alloc();
     return Bitmap(image);
 }
 
 CGImageRef IconRenderer::CreateImage(CGSize size, double scale) {
-    // The renderer asks before each element, the drawing library within one.
-    bool (*const isDue)(void*) = [](void* self) { return static_cast<IconRenderer*>(self)->IsLate(); };
+    // The renderer checks the time before each element, the drawing library while drawing one.
+    bool (*const isDue)(void*) = [](void* self) { return static_cast<IconRenderer*>(self)->CheckTimeout(); };
     const DrawingInterrupt interrupt(m_timeout > 0 ? isDue : nullptr, this);
     return m_renderer.createCGImageFitToSize(size, scale, m_state, nullptr);
 }

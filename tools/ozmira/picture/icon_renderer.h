@@ -9,10 +9,10 @@
 
 namespace ozm::tool {
 
-/// A finished picture; owns its pixels.
+/// A finished picture, which owns its pixels.
 class Bitmap {
 public:
-    /// Takes over an image in the renderer's format. Throws `std::bad_alloc`.
+    /// Takes ownership of an image in the renderer's format. Throws `std::bad_alloc`.
     explicit Bitmap(CGImageRef image);
 
     PixelRows Pixels() const { return m_pixels; }
@@ -26,31 +26,33 @@ private:
     PixelRows m_pixels;
 };
 
-/// Draws one document in several sizes. Borrows document and state. Sizes are in points, 0 being no limit.
+/// Draws one document in several sizes. Borrows the document and the state. Sizes are in points; 0 means no
+/// limit.
 class IconRenderer {
 public:
-    /// `timeout`: seconds of processor time that a picture may take; 0 sets no limit.
+    /// `timeout` limits the processor time for a picture, in seconds; 0 means no limit.
     IconRenderer(Document& document, const RenderingState& state, bool debugFrames, double timeout);
 
-    /// Number of pixels of the picture that fits the size. Throws `FileError` when the document has no size,
-    /// or the picture more than `kMaximumSide` pixels on a side or `kMaximumPixels` in all.
+    /// Number of pixels of the picture that fits the size. Throws `FileError` if the document has no size or
+    /// the picture exceeds `kMaximumSide` pixels on a side or `kMaximumPixels` in all.
     double CheckSize(CGSize size, double scale) const;
 
-    /// Draws the picture, whose size `CheckSize` has found possible. Throws `FileError` when it takes too
-    /// long, and `std::bad_alloc`.
+    /// Draws the picture that fits the size, which must have passed `CheckSize`. Throws `FileError` if it
+    /// takes too long, and `std::bad_alloc`.
     Bitmap Draw(CGSize size, double scale);
 
 private:
     CGSize PixelSize(CGSize size, double scale) const;
     CGImageRef CreateImage(CGSize size, double scale);
-    bool IsLate();
+    /// True once the current picture has taken too long.
+    bool CheckTimeout();
 
     CoreGraphicsRenderer m_renderer;
     const RenderingState& m_state;
     double m_timeout;
-    std::chrono::steady_clock::time_point m_started;
-    double m_processorTimeBefore = 0; ///< Of the thread, in seconds.
-    bool m_isLate = false;            ///< The picture at hand, or the last one.
+    std::chrono::steady_clock::time_point m_startTime;
+    double m_startProcessorTime = 0; ///< Of the drawing thread, in seconds.
+    bool m_hasTimedOut = false;      ///< Whether the current picture, or else the last one, took too long.
 };
 
 } // namespace ozm::tool

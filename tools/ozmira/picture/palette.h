@@ -9,18 +9,18 @@
 
 namespace ozm::tool {
 
-/// The different pixels of a picture, numbered in the order in which they were first seen.
+/// The distinct pixels of a picture, in the order in which they first occur.
 class Palette {
 public:
     static constexpr size_t kCapacity = 256;
 
-    /// Writes the number of each of `count` pixels, a byte each. False when there would be more different
-    /// pixels than the capacity; `numbers` is then half written.
-    bool NumberRow(const uint8_t* pixels, size_t count, uint8_t* numbers);
+    /// Writes the palette indices of `count` pixels, one byte each. Returns false if there are more distinct
+    /// pixels than the capacity; `indices` is then partly written.
+    bool IndexRow(const uint8_t* pixels, size_t count, uint8_t* indices);
 
     size_t Count() const { return m_count; }
-    /// The pixel with a number, as `LoadPixel` gave it.
-    uint32_t PixelAt(size_t number) const { return m_pixels[number]; }
+    /// The pixel at an index, as `LoadPixel` returns it.
+    uint32_t PixelAt(size_t index) const { return m_pixels[index]; }
 
 private:
     // Open addressing with linear probing, at most a quarter full.
@@ -29,10 +29,10 @@ private:
 
     struct Slot {
         uint32_t pixel;
-        uint16_t number = kFree;
+        uint16_t index = kFree;
     };
 
-    std::optional<uint8_t> NumberOf(uint32_t pixel);
+    std::optional<uint8_t> IndexOf(uint32_t pixel);
 
     std::array<Slot, size_t{1} << kSlotBits> m_slots;
     std::array<uint32_t, kCapacity> m_pixels;

@@ -6,7 +6,7 @@
 
 namespace ozm::tool {
 
-/// A borrowed picture of 8-bit pixels, premultiplied, bytes A R G B, the top row first.
+/// A borrowed picture: premultiplied pixels of four bytes, A R G B, the top row first.
 struct PixelRows {
     const uint8_t* bytes = nullptr;
     size_t width = 0;
@@ -16,7 +16,7 @@ struct PixelRows {
     const uint8_t* Row(size_t y) const { return bytes + y * bytesPerRow; }
 };
 
-/// The four bytes of a pixel as one value, to be compared with others only.
+/// The four bytes of a pixel as one value, which is only good for comparing it with others.
 inline uint32_t LoadPixel(const uint8_t* pixel) {
     uint32_t value;
     std::memcpy(&value, pixel, sizeof value);

@@ -15,37 +15,37 @@
 namespace ozm::tool {
 namespace {
 
-/// On icons of 72 and 256 pixels, level 4 takes 8 % less time and makes files 6 % larger, level 6 takes 20 %
-/// more and makes them 1 % smaller.
+/// On icons of 72 and 256 pixels, level 4 takes 8 % less time but makes files 6 % larger; level 6 takes 20 %
+/// more time and makes them 1 % smaller.
 constexpr int kCompressionLevel = 5;
 constexpr std::array<uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 constexpr double kPointsPerMetre = 72 / 0.0254;
-/// Every chunk but the compressed pixels.
+/// Upper bound of the size of all chunks but the compressed pixels.
 constexpr size_t kOtherChunksBound = 2048;
-/// Up to so many pixels gray and alpha take less than a palette of grays: at 72 x 72 17 % less, at 192 x 192
-/// 4 %.
-constexpr size_t kMostGrayPixels = size_t{200} * 200;
+/// Up to this many pixels, gray and alpha make smaller files than a palette of grays: 17 % smaller at 72 x 72
+/// pixels, 4 % at 192 x 192.
+constexpr size_t kMaximumGrayPixels = size_t{200} * 200;
 
 enum class ColorType : uint8_t { Indexed = 3, GrayAlpha = 4, RGBA = 6 };
 
-/// How pixels stand in the rows that are compressed.
+/// How pixels are stored in scanlines.
 struct Layout {
     ColorType colorType;
     unsigned bitsPerPixel;
 
     unsigned BitDepth() const { return colorType == ColorType::Indexed ? bitsPerPixel : 8; }
-    /// Bytes of a row with the number of its filter, 0 for none, in front.
+    /// Bytes of a scanline, including its first one, which selects the filter; 0 is none.
     size_t RowSize(size_t width) const { return 1 + (width * bitsPerPixel + 7) / 8; }
 };
 
-unsigned BitsForNumbersBelow(size_t count) { return count <= 2 ? 1 : count <= 4 ? 2 : count <= 16 ? 4 : 8; }
+unsigned BitsPerIndex(size_t count) { return count <= 2 ? 1 : count <= 4 ? 2 : count <= 16 ? 4 : 8; }
 
-/// Writes the number of every pixel, a byte each, and no filter for each row. False when there are too many
-/// different pixels; `scanlines` is then half written.
-bool NumberPixels(const PixelRows& pixels, Palette& palette, uint8_t* scanlines) {
+/// Writes scanlines without filters of palette indices, one byte each. Returns false if there are too many
+/// distinct pixels; `scanlines` is then partly written.
+bool IndexPixels(const PixelRows& pixels, Palette& palette, uint8_t* scanlines) {
     for (size_t y = 0; y < pixels.height; ++y) {
         *scanlines++ = 0;
-        if (!palette.NumberRow(pixels.Row(y), pixels.width, scanlines)) return false;
+        if (!palette.IndexRow(pixels.Row(y), pixels.width, scanlines)) return false;
         scanlines += pixels.width;
     }
     return true;
@@ -59,8 +59,8 @@ void UnpremultiplyRows(const PixelRows& pixels, uint8_t* scanlines) {
     }
 }
 
-/// Moves rows of one byte per number, each behind its filter byte, together to `bitDepth` bits per number.
-/// The leftmost number stands in the highest bits.
+/// Packs scanlines of one byte per index in place, to `bitDepth` bits per index. The leftmost index is in the
+/// highest bits.
 void PackRows(uint8_t* scanlines, size_t width, size_t height, unsigned bitDepth) {
     const size_t perByte = 8 / bitDepth;
     uint8_t* out = scanlines;
@@ -94,7 +94,8 @@ bool AreGray(std::span<const std::array<uint8_t, 4>> colors) {
     return std::ranges::all_of(colors, [](const auto& c) { return c[0] == c[1] && c[1] == c[2]; });
 }
 
-/// Turns numbers of colours, a byte each, into gray and alpha, from the end, because they take more room.
+/// Expands scanlines of one byte per index in place, to gray and alpha. Works backwards, because the result
+/// is longer.
 void ExpandToGrayAlpha(uint8_t* scanlines, const PixelRows& pixels, const Colors& colors) {
     const uint8_t* in = scanlines + pixels.height * (pixels.width + 1);
     uint8_t* out = scanlines + pixels.height * (2 * pixels.width + 1);
@@ -113,7 +114,7 @@ std::array<uint8_t, 4> BigEndian(uint32_t value) {
             static_cast<uint8_t>(value >> 8), static_cast<uint8_t>(value)};
 }
 
-/// Appends chunks to memory that has room for them.
+/// Appends chunks to memory that must have room for them.
 class ChunkWriter {
 public:
     explicit ChunkWriter(uint8_t* at) : m_begin(at), m_at(at) { Append(kSignature); }
@@ -122,7 +123,7 @@ public:
         std::copy(content.begin(), content.end(), Content());
         Finish(type, content.size());
     }
-    /// Where the content of the next chunk stands, to be written in place.
+    /// Where to write the content of the next chunk in place.
     uint8_t* Content() const { return m_at + 8; }
     /// Ends a chunk whose content was written in place.
     void Finish(std::string_view type, size_t size) {
@@ -140,7 +141,7 @@ private:
     uint8_t* m_at;
 };
 
-/// Image header and physical pixel dimensions.
+/// Writes the image header and the physical pixel dimensions.
 void WriteHeader(ChunkWriter& file, const PixelRows& pixels, const Layout& layout, double scale) {
     std::array<uint8_t, 13> header{};
     std::ranges::copy(BigEndian(static_cast<uint32_t>(pixels.width)), header.begin());
@@ -157,7 +158,7 @@ void WriteHeader(ChunkWriter& file, const PixelRows& pixels, const Layout& layou
     file.Chunk("pHYs", dimensions);
 }
 
-/// Colours and, up to the last one that is not opaque, their alpha.
+/// Writes the colours and, up to the last one that is not opaque, their alphas.
 void WritePalette(ChunkWriter& file, std::span<const std::array<uint8_t, 4>> palette) {
     std::array<uint8_t, 3 * Palette::kCapacity> colors;
     std::array<uint8_t, Palette::kCapacity> alphas;
@@ -194,7 +195,7 @@ PNGEncoder::~PNGEncoder() = default;
 
 std::span<const uint8_t> PNGEncoder::Encode(const PixelRows& pixels, double scale) {
     constexpr Layout kIndexed{ColorType::Indexed, 8}, kGrayAlpha{ColorType::GrayAlpha, 16};
-    const bool mayBeGray = pixels.width * pixels.height <= kMostGrayPixels;
+    const bool mayBeGray = pixels.width * pixels.height <= kMaximumGrayPixels;
     const auto reserve = [&](const Layout& layout) {
         return m_scanlines.Reserve(layout.RowSize(pixels.width) * pixels.height);
     };
@@ -202,9 +203,9 @@ std::span<const uint8_t> PNGEncoder::Encode(const PixelRows& pixels, double scal
     Colors colors;
     Layout layout = kIndexed;
     uint8_t* scanlines = reserve(mayBeGray ? kGrayAlpha : kIndexed);
-    if (NumberPixels(pixels, palette, scanlines)) {
+    if (IndexPixels(pixels, palette, scanlines)) {
         colors = ColorsOf(palette);
-        layout.bitsPerPixel = BitsForNumbersBelow(palette.Count());
+        layout.bitsPerPixel = BitsPerIndex(palette.Count());
         if (layout.bitsPerPixel < 8) {
             PackRows(scanlines, pixels.width, pixels.height, layout.bitsPerPixel);
         } else if (mayBeGray && AreGray(std::span(colors).first(palette.Count()))) {

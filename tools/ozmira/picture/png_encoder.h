@@ -12,26 +12,27 @@ struct libdeflate_compressor;
 
 namespace ozm::tool {
 
-/// Makes PNG files. Keeps the compressor and the memory from file to file; for one thread at a time.
+/// Encodes PNG files. Reuses its compressor and memory from file to file. Only one thread at a time may use
+/// an encoder.
 ///
-/// A picture of at most 256 different pixels is written with a palette, in the fewest bits that hold its
-/// numbers, or, when that would be eight and the picture is small and gray, as gray and alpha; any other as
-/// RGBA. All are compressed by libdeflate, and without filters, which make drawings larger, even those with
-/// gradients.
+/// A picture of at most 256 distinct pixels is written with a palette, in the fewest bits that its indices
+/// need. If they need eight and the picture is small and gray, it is written as gray and alpha instead. Any
+/// other picture is written as RGBA. No scanline is filtered, because filters make the files of drawings
+/// larger, even of those with gradients.
 class PNGEncoder {
 public:
     PNGEncoder();
     ~PNGEncoder();
 
-    /// A whole file; it stays valid until the next call. `scale` is the number of pixels per point (1/72
-    /// inch), which becomes the resolution. Throws `std::bad_alloc`.
+    /// Returns a complete file, which stays valid until the next call. `scale` is the number of pixels per
+    /// point (1/72 inch), which becomes the resolution. Throws `std::bad_alloc`.
     std::span<const uint8_t> Encode(const PixelRows& pixels, double scale);
 
 private:
     struct Compressor {
         void operator()(libdeflate_compressor* compressor) const;
     };
-    /// Memory that grows and is not cleared.
+    /// Memory that only grows and is not initialised.
     class Buffer {
     public:
         uint8_t* Reserve(size_t size);

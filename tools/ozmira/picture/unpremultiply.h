@@ -5,8 +5,8 @@
 
 namespace ozm::tool {
 
-/// Turns premultiplied A R G B pixels into R G B A ones that are not, each component rounded to the nearest.
-/// A colour above its alpha, which no drawing makes, becomes 255.
+/// Converts premultiplied A R G B pixels to R G B A that is not premultiplied, rounding each component to the
+/// nearest value. A component above its alpha, which drawing never produces, becomes 255.
 void UnpremultiplyToRGBA(const uint8_t* argb, uint8_t* rgba, size_t count);
 
 } // namespace ozm::tool

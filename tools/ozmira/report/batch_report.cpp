@@ -14,8 +14,8 @@ constexpr size_t kBarWidth = 30;
 constexpr std::chrono::milliseconds kUpdateInterval{100};
 constexpr const char* kClearLine = "\r\033[K";
 
-/// In one piece, so that lines of several processes do not mix. When standard error is closed there is nobody
-/// to tell.
+/// Writes in one piece, so that the lines of several processes do not mix. A failure is ignored, because it
+/// could not be reported either.
 void WriteError(std::string_view text) {
     WriteAll(STDERR_FILENO, {reinterpret_cast<const uint8_t*>(text.data()), text.size()});
 }
@@ -24,7 +24,7 @@ void WriteError(std::string_view text) {
 
 void PrintProblem(std::string_view message) noexcept {
     constexpr std::string_view before = "ozmira: ", after = "\n";
-    // Not a string, because what there is to tell may be that memory is short.
+    // Not a string, because the message may be that memory is short.
     std::array<char, 1024> line;
     if (before.size() + message.size() + after.size() > line.size()) {
         for (const std::string_view part : {before, message, after}) WriteError(part);
@@ -44,8 +44,8 @@ void BatchReport::Done(size_t index, std::string problem) noexcept {
     ++m_doneCount;
     if (!problem.empty()) ++m_problems;
     m_items[index] = {true, std::move(problem)};
-    for (; m_firstOpen < m_items.size() && m_items[m_firstOpen].isDone; ++m_firstOpen) {
-        const std::string waiting = std::exchange(m_items[m_firstOpen].problem, {});
+    for (; m_firstUnfinished < m_items.size() && m_items[m_firstUnfinished].isDone; ++m_firstUnfinished) {
+        const std::string waiting = std::exchange(m_items[m_firstUnfinished].problem, {});
         if (waiting.empty()) continue;
         HideProgress();
         PrintProblem(waiting);

@@ -9,30 +9,31 @@
 
 namespace ozm::tool {
 
-/// One line on standard error: "ozmira: " and the message. Allocates nothing.
+/// Prints "ozmira: " and a message as one line to standard error. Allocates nothing.
 void PrintProblem(std::string_view message) noexcept;
 
-/// Tells people on standard error how a batch goes: a line for each problem, in the order of the batch
-/// although its items end in any order, and on request a progress bar. May be used by several threads at
-/// once.
+/// Reports on a batch to standard error: a line for each problem and, on request, a progress bar. Problems
+/// appear in the order of the items, even though items may finish in any order. May be used by several
+/// threads at once.
 class BatchReport {
 public:
     BatchReport(size_t count, bool showProgress);
-    /// Takes the progress bar away.
+    /// Removes the progress bar.
     ~BatchReport();
     BatchReport(const BatchReport&) = delete;
     BatchReport& operator=(const BatchReport&) = delete;
 
-    /// Item `index` is done; `problem` is the message about it, empty when there is none. Once for every
-    /// item. Allocates nothing.
+    /// Reports that item `index` is done. `problem` is the message about it; empty if there is none. Call
+    /// once for every item. Allocates nothing.
     void Done(size_t index, std::string problem) noexcept;
 
+    /// Number of items with a problem.
     size_t Problems() const { return m_problems; }
 
 private:
     struct Item {
         bool isDone = false;
-        std::string problem; ///< Waits until all items before this one are done.
+        std::string problem; ///< Kept until all items before this one are done.
     };
 
     void ShowProgress();
@@ -44,7 +45,7 @@ private:
     std::chrono::steady_clock::time_point m_nextUpdate{};
     std::vector<Item> m_items;
     size_t m_doneCount = 0;
-    size_t m_firstOpen = 0;
+    size_t m_firstUnfinished = 0;
     size_t m_problems = 0;
 };
 

@@ -11,7 +11,7 @@
 namespace ozm::tool {
 namespace {
 
-/// One function for each record of the document model.
+/// Has one function for each record of the document model.
 class DocumentWriter {
 public:
     explicit DocumentWriter(JSONWriter& json) : m_json(json) {}
@@ -100,7 +100,7 @@ private:
         });
     }
 
-    /// The members that only elements of this kind have.
+    /// Writes the members that only elements of this kind have.
     void WritePayload(const Element& element) {
         switch (element.type) {
         case Element::Type::Group:

@@ -13,18 +13,18 @@
 
 namespace ozm::tool {
 
-/// What there is to say about a drawing without showing it.
+/// A drawing in figures.
 struct DocumentSummary {
     /// Elements by kind, indexed by `Element::Type`.
     std::array<uint64_t, 9> elementCounts{};
     uint64_t hiddenCount = 0;
     DrawingCost cost;
-    std::string problem;                     ///< When not empty: why the drawing can't be drawn.
-    std::set<std::string> missingIds;        ///< Ids that references name and nobody has.
+    std::string problem;                     ///< If not empty, why the drawing can't be drawn.
+    std::set<std::string> missingIds;        ///< Ids that references name but no element has.
     std::map<std::string, uint64_t> ignored; ///< See `FindIgnoredFeatures`.
 };
 
-/// Looks through a drawing that has elements.
+/// Summarises a drawing, which must have elements.
 DocumentSummary Summarise(const Drawing& drawing);
 
 } // namespace ozm::tool

@@ -60,7 +60,7 @@ public:
         if (m_document.elements.empty()) m_output.Write("(no elements)\n");
         for (size_t i = 0; i < m_document.elements.size(); ++i) {
             const Element& element = m_document.elements[i];
-            // Parents stand before their children.
+            // Parents precede their children.
             if (IsContainer(element.type)) {
                 for (const uint64_t child : element.children) m_depths[child] = m_depths[i] + 1;
             }
@@ -149,7 +149,7 @@ private:
 
     StandardOutput& m_output;
     const Document& m_document;
-    std::vector<uint32_t> m_depths; ///< Levels below the root, by element.
+    std::vector<uint32_t> m_depths; ///< Levels below the root, indexed by element.
     std::string m_indent;
 };
 

@@ -8,8 +8,8 @@
 
 namespace ozm::tool {
 
-/// Writes a document as a tree for people: a line for each element, indented by its depth, with its geometry
-/// in the notation of SVG and its style.
+/// Writes a document as a tree for people to read: one line per element, indented by its depth, with its
+/// geometry in the notation of SVG and its style.
 void WriteText(StandardOutput& output, const Document& document);
 
 /// "24 PX", "50%".

@@ -4,8 +4,8 @@
 
 namespace ozm::tool {
 
-/// Measures what drawing takes. Throws `FileError` when references form a cycle, in which drawing would never
-/// end, or when the cost is above one of the tool's limits.
+/// Measures the cost of drawing. Throws `FileError` if references form a cycle, in which case drawing would
+/// never end, or if the cost exceeds one of the tool's limits.
 DrawingCost CheckDrawing(const Document& document);
 
 } // namespace ozm::tool

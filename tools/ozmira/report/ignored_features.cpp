@@ -24,7 +24,7 @@ bool IsOneOf(std::string_view name, const std::array<std::string_view, Count>& n
     return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-/// Walks the elements as the parser does and counts what it passes over.
+/// Walks the elements as the parser does and counts what the parser ignores.
 class FeatureFinder {
 public:
     std::map<std::string, uint64_t> Find(XMLNode svg) {

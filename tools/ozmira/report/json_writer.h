@@ -11,12 +11,13 @@
 
 namespace ozm::tool {
 
-/// Writes JSON to standard output as it is told, without ever holding a document in memory.
+/// Writes JSON to standard output piece by piece, without holding all of it in memory.
 class JSONWriter {
 public:
     explicit JSONWriter(StandardOutput& output) : m_output(output) {}
 
-    /// A number that reads back as the same one; one that is not finite is the string "inf", "-inf" or "nan".
+    /// A number, which reads back as the same number. One that is not finite becomes the string "inf", "-inf"
+    /// or "nan".
     void Value(double number) {
         if (std::isfinite(number)) {
             WriteToken(FormatNumber(number));
@@ -44,7 +45,7 @@ public:
         Key(name);
         Value(value);
     }
-    /// The name of the member whose value comes next.
+    /// The name of a member, whose value must be written next.
     void Key(std::string_view name) {
         WriteToken(QuoteJSON(name));
         m_output.Put(':');
@@ -70,7 +71,7 @@ private:
     }
 
     StandardOutput& m_output;
-    bool m_needsComma = false; ///< A value of the same object or array stands before the next one.
+    bool m_needsComma = false; ///< The next value follows another one in the same object or array.
 };
 
 } // namespace ozm::tool

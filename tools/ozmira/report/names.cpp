@@ -6,7 +6,7 @@
 namespace ozm::tool {
 namespace {
 
-/// The name with an enumerator's number.
+/// The name at the index of an enumerator.
 template <typename Enum, size_t Count>
 std::string_view Lookup(const std::array<std::string_view, Count>& names, Enum value) {
     const auto index = static_cast<size_t>(value);

@@ -1,4 +1,4 @@
-// The names of enumerators, as the document model spells them.
+// The names of enumerators, spelled as in the document model.
 #pragma once
 
 #include <Ozmira/ozmDocument.h>
@@ -15,7 +15,7 @@ std::string_view NameOf(Gradient::Type type);
 std::string_view NameOf(Gradient::Units units);
 std::string_view NameOf(Gradient::SpreadMethod method);
 
-/// The name of the keyword that a property of a `keyword` type carries.
+/// The name of the keyword of a property whose payload is a keyword.
 std::string_view NameOfKeyword(const StyleProperty& property);
 
 } // namespace ozm::tool
