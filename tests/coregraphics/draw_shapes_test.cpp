@@ -286,8 +286,8 @@ TEST(Robustness, ContextsOnManyThreads) {
     for (const std::string& picture : pictures) EXPECT_EQ(picture, pictures[0]);
 }
 
-// A curve that leaves to the right and arrives going down, whatever its handles: the edges of its butt caps are
-// upright and level. A handle just behind its point does not turn the cap round.
+// A curve that leaves to the right and arrives going down, whatever its handles: the edges of its butt caps
+// are upright and level. A handle just behind its point does not turn the cap round.
 TEST(Stroke, CapsOfCurvesStandAcrossTheTangent) {
     const struct {
         const char* path;
