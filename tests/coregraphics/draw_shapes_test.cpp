@@ -33,6 +33,7 @@ TEST(Fill, CoversItsArea) {
         {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 17 7 L 17 17 L 7 17 Z", kCGPathEOFill, 300},
         {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 7 17 L 17 17 L 17 7 Z", kCGPathFill,
          300},                                                                 // wound the other way
+        {"M 2 2 L 12 2 L 12 12 M 20 20 L 30 20 L 30 30", kCGPathFill, 100},    // each closed by filling
         {"M -100 -100 L 100 -100 L 100 16 L -100 16 Z", kCGPathFill, 32 * 16}, // reaches out on all sides
     };
     for (const Fill& fill : fills) {
@@ -161,7 +162,26 @@ TEST(Robustness, FarCoordinates) {
         CGContextAddLineToPoint(canvas, far, 16);
         CGContextStrokePath(canvas);
         EXPECT_NEAR(canvas.area(), 32 * 4, 0.2) << far;
+
+        canvas = Canvas(); // the pen is an ellipse of 8 by 2 pixels
+        CGContextMoveToPoint(canvas, -far, 16);
+        CGContextAddLineToPoint(canvas, far, 16);
+        CGContextScaleCTM(canvas, 2, 0.5);
+        CGContextSetLineWidth(canvas, 4);
+        CGContextStrokePath(canvas);
+        EXPECT_NEAR(canvas.area(), 32 * 2, 0.2) << far;
     }
+    // The crest of an arch, whose ends are far away and which is as good as level in between.
+    for (const double far : {1e5, 1e7, 1e9})
+        for (const bool upright : {false, true}) {
+            const Canvas canvas;
+            if (upright) CGContextConcatCTM(canvas, {0, 1, 1, 0, 0, 0});
+            CGContextMoveToPoint(canvas, 10 - far, 11 - far);
+            CGContextAddCurveToPoint(canvas, 10 - far / 3, 11 + far / 3, 10 + far / 3, 11 + far / 3, 10 + far,
+                                     11 - far);
+            CGContextFillPath(canvas);
+            EXPECT_NEAR(canvas.area(), 32 * 11, 0.5) << far;
+        }
     // A circle through the middle whose centre is far away is a half plane, and stroked it is a line.
     for (const double radius : {1e5, 1e7, 1e9}) {
         const Canvas canvas, stroked;
@@ -260,6 +280,13 @@ TEST(Robustness, ManyContoursStatesAndDashes) {
         CGContextStrokePath(line);
         EXPECT_NEAR(line.area(), 32, 0.5) << phase;
     }
+    // Those of a bitmap can be counted.
+    const CGFloat fine[] = {0.1, 0.1};
+    const Canvas strip(4000, 1);
+    CGContextSetLineDash(strip, 0, fine, 2);
+    add(strip, "M 0 0.5 L 4000 0.5");
+    CGContextStrokePath(strip);
+    EXPECT_NEAR(strip.area(), 2000, 10);
     // Nor may a wide pen with round ends take its time over each.
     const Canvas wide;
     CGContextSetLineWidth(wide, 1e8);
