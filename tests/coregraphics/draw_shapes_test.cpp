@@ -163,13 +163,13 @@ TEST(Robustness, FarCoordinates) {
         CGContextStrokePath(canvas);
         EXPECT_NEAR(canvas.area(), 32 * 4, 0.2) << far;
 
-        canvas = Canvas(); // the pen is an ellipse of 8 by 2 pixels
+        canvas = Canvas(); // the pen is an ellipse of 2 by 8 pixels
         CGContextMoveToPoint(canvas, -far, 16);
         CGContextAddLineToPoint(canvas, far, 16);
-        CGContextScaleCTM(canvas, 2, 0.5);
+        CGContextScaleCTM(canvas, 0.5, 2);
         CGContextSetLineWidth(canvas, 4);
         CGContextStrokePath(canvas);
-        EXPECT_NEAR(canvas.area(), 32 * 2, 0.2) << far;
+        EXPECT_NEAR(canvas.area(), 32 * 8, 0.2) << far;
     }
     // The crest of an arch, whose ends are far away and which is as good as level in between.
     for (const double far : {1e5, 1e7, 1e9})
