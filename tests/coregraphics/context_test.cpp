@@ -205,8 +205,19 @@ TEST(Context, DrawsByEveryFunction) {
              CGContextStrokeRect(c, CGRectMake(20.5, 20.5, 2, 2));
              CGContextAddRect(c, CGRectMake(2, 2, 20, 20));
              CGContextStrokeLineSegments(c, nullptr, 0);
+             CGContextAddRect(c, CGRectMake(2, 2, 20, 20));
+             CGContextFillEllipseInRect(c, CGRectMake(8, 8, 0, 2));
+             CGContextAddRect(c, CGRectMake(2, 2, 20, 20));
+             CGContextStrokeEllipseInRect(c, CGRectMake(8, 8, 0, 0));
          },
          4 + 9 - 1},
+        {"shapes side by side, blended",
+         [](auto c) {
+             const CGRect rects[] = {{{2, 2}, {4, 4}}, {{20, 2}, {4, 4}}};
+             CGContextSetBlendMode(c, kCGBlendModeXOR);
+             CGContextFillRects(c, rects, 2);
+         },
+         32},
         {"whole pixels in spite of antialiasing",
          [](auto c) {
              CGContextSetAllowsAntialiasing(c, false);

@@ -120,6 +120,21 @@ TEST(Gradient, LinearHasItsColoursAtKnownPoints) {
     }
 }
 
+TEST(Gradient, EndsInItsOuterStops) {
+    const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+    const CGFloat colors[] = {1, 0, 0, 1, 0, 1, 0, 1, 0, 1, 0, 1, 0, 0, 1, 1}, locations[] = {0, 0, 1, 1};
+    const Owned<CGGradientRef> gradient(CGGradientCreateWithColorComponents(space, colors, locations, 4));
+    const Canvas linear, radial;
+    CGContextDrawLinearGradient(linear, gradient, {8, 0}, {24, 0}, 3);
+    CGContextDrawRadialGradient(radial, gradient, {0, 16}, 8, {0, 16}, 24, 3);
+    for (const Canvas* const canvas : {&linear, &radial}) {
+        EXPECT_EQ(canvas->at(7, 16), (Rgba8{255, 0, 0, 255}));
+        EXPECT_EQ(canvas->at(8, 16), (Rgba8{0, 255, 0, 255}));
+        EXPECT_EQ(canvas->at(23, 16), (Rgba8{0, 255, 0, 255}));
+        EXPECT_EQ(canvas->at(24, 16), (Rgba8{0, 0, 255, 255}));
+    }
+}
+
 struct Circle {
     CGPoint center;
     double radius;
@@ -262,6 +277,22 @@ TEST(Image, AveragesWhenReducedAndInterpolatesWhenEnlarged) {
     CGContextDrawImage(blocks, kAll, quarters(2));
     EXPECT_EQ(blocks.at(15, 0), (Rgba8{0, 0, 255, 255}));
     EXPECT_EQ(blocks.at(16, 0), (Rgba8{255, 255, 255, 255}));
+}
+
+// A chess board of single pixels, a quarter as large, turned.
+TEST(Image, AveragesWhenReducedAndTurned) {
+    const Canvas board(64, 64);
+    for (size_t i = 0; i < 64 * 64; ++i)
+        if ((i + i / 64) % 2) CGContextFillRect(board, CGRectMake(double(i % 64), double(i / 64), 1, 1));
+    const Owned<CGImageRef> image(CGBitmapContextCreateImage(board));
+    for (const double angle : {0.0, 0.5, 1.6, 2.4}) {
+        const Canvas canvas;
+        CGContextTranslateCTM(canvas, 16, 16);
+        CGContextRotateCTM(canvas, angle);
+        CGContextDrawImage(canvas, CGRectMake(-8, -8, 16, 16), image);
+        for (size_t y = 12; y < 20; ++y)
+            for (size_t x = 12; x < 20; ++x) EXPECT_NEAR(canvas.at(x, y).a, 128, 16) << angle;
+    }
 }
 
 TEST(Bitmap, RefusesWhatItCannotHold) {

@@ -171,6 +171,11 @@ TEST(Robustness, FarCoordinates) {
         CGContextStrokePath(canvas);
         EXPECT_NEAR(canvas.area(), 32 * 8, 0.2) << far;
     }
+    // A line that leaves on one side and comes back on the other does not take the short way.
+    const Canvas around;
+    add(around, "M 16 20.5 L 1e6 20.5 L 1e6 1e6 L -1e6 1e6 L -1e6 4.5 L 16 4.5");
+    CGContextStrokePath(around);
+    EXPECT_NEAR(around.area(), 32, 0.1);
     // The crest of an arch, whose ends are far away and which is as good as level in between.
     for (const double far : {1e5, 1e7, 1e9})
         for (const bool upright : {false, true}) {

@@ -73,6 +73,7 @@ TEST_F(References, ThatDrawingNeverReachesDoNoHarm) {
         "<g id='a' display='none'>" + Use("a") + "</g>",
         "<g id='a' opacity='0'>" + Use("a") + "</g>",
         "<clipPath id='a'>" + Use("a") + "</clipPath>",
+        "<clipPath id='a'>" + Use("a") + "</clipPath><rect width='9' height='9' fill='url(#a)'/>",
         // A clip path that is used draws nothing, and a group in one adds nothing to it.
         "<clipPath id='a'>" + Use("a") + "</clipPath>" + Use("a"),
         "<clipPath id='a'><g>" + Use("a") + "</g></clipPath><rect width='9' height='9' clip-path='url(#a)'/>",
