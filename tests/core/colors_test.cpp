@@ -108,6 +108,8 @@ TEST(ParseCSSColor, RejectsEverythingElse) {
         EXPECT_FALSE(SVGParser().ParseCSSColor(text, color)) << text;
         EXPECT_EQ(color, (Color{9, 9, 9, 9})) << text;
     }
+    Color color;
+    EXPECT_FALSE(SVGParser().ParseCSSColor({}, color));
 }
 
 TEST(ParseCSSColor, FunctionsReportTheConsumedText) {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <functional>
 
@@ -20,6 +22,10 @@ TEST(Clip, Intersects) {
     } cases[] = {
         {"whole pixels", [](CGContextRef c) { CGContextClipToRect(c, CGRectMake(4, 4, 8, 8)); }, 64},
         {"fractions", [](CGContextRef c) { CGContextClipToRect(c, CGRectMake(4.25, 4.5, 8, 8)); }, 64},
+        {"narrower than a pixel", [](CGContextRef c) { CGContextClipToRect(c, CGRectMake(4.25, 4, 0.5, 8)); },
+         4},
+        {"lower than a pixel", [](CGContextRef c) { CGContextClipToRect(c, CGRectMake(4, 4.25, 8, 0.5)); },
+         4},
         {"two rectangles",
          [](CGContextRef c) {
              CGContextClipToRect(c, CGRectMake(0, 0, 16.5, 32));
@@ -86,36 +92,114 @@ void expectNear(const Rgba8& p, const Rgba8& wanted, const char* name) {
     EXPECT_LE(worst, 2) << name << ": " << p << " instead of " << wanted;
 }
 
-TEST(Gradient, LinearInterpolatesAlongItsAxis) {
-    const Canvas canvas;
-    CGContextDrawLinearGradient(canvas, redToBlue(0.5), {8, 0}, {24, 0}, 3);
-    expectNear(canvas.at(2, 5), {255, 0, 0, 255}, "before");
-    expectNear(canvas.at(30, 5), {0, 0, 128, 128}, "after");
-    const double t = (16.5 - 8) / 16, a = 1 - 0.5 * t;
-    expectNear(canvas.at(16, 5),
-               {int(255 * (1 - t) * a + 0.5), 0, int(255 * t * a + 0.5), int(255 * a + 0.5)}, "middle");
-    EXPECT_TRUE(canvas.isPremultiplied());
+TEST(Gradient, LinearHasItsColoursAtKnownPoints) {
+    const struct {
+        const char* name;
+        CGPoint start, end;
+    } cases[] = {
+        {"across", {8, 0}, {24, 0}},     {"down", {0, 8}, {0, 24}},      {"diagonal", {8, 8}, {24, 24}},
+        {"rising", {24, 8}, {8, 24}},    {"backwards", {24, 0}, {8, 0}}, {"steep", {12, 4}, {14, 28}},
+        {"short", {16, 16}, {16.5, 16}},
+    };
+    for (const auto& c : cases) {
+        const Canvas bare, canvas;
+        CGContextDrawLinearGradient(bare, redToBlue(0.5), c.start, c.end, 0);
+        CGContextDrawLinearGradient(canvas, redToBlue(0.5), c.start, c.end, 3);
+        EXPECT_TRUE(canvas.isPremultiplied()) << c.name;
+        const double dx = c.end.x - c.start.x, dy = c.end.y - c.start.y;
+        for (size_t y = 0; y < 32; ++y)
+            for (size_t x = 0; x < 32; ++x) {
+                const double along = ((static_cast<double>(x) + 0.5 - c.start.x) * dx +
+                                      (static_cast<double>(y) + 0.5 - c.start.y) * dy) /
+                                     (dx * dx + dy * dy);
+                const double t = std::clamp(along, 0.0, 1.0), a = 255 * (1 - 0.5 * t);
+                const Rgba8 expected = {int((1 - t) * a + 0.5), 0, int(t * a + 0.5), int(a + 0.5)};
+                expectNear(canvas.at(x, y), expected, c.name);
+                expectNear(bare.at(x, y), along == t ? expected : Rgba8(), c.name);
+            }
+    }
+}
 
-    const Canvas bare;
-    CGContextDrawLinearGradient(bare, redToBlue(), {8, 0}, {24, 0}, 0);
-    EXPECT_EQ(bare.at(7, 5), Rgba8());
-    EXPECT_EQ(bare.at(24, 5), Rgba8());
-    EXPECT_EQ(bare.at(12, 5).a, 255);
+TEST(Gradient, EndsInItsOuterStops) {
+    const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+    const CGFloat colors[] = {1, 0, 0, 1, 0, 1, 0, 1, 0, 1, 0, 1, 0, 0, 1, 1}, locations[] = {0, 0, 1, 1};
+    const Owned<CGGradientRef> gradient(CGGradientCreateWithColorComponents(space, colors, locations, 4));
+    const Canvas linear, radial;
+    CGContextDrawLinearGradient(linear, gradient, {8, 0}, {24, 0}, 3);
+    CGContextDrawRadialGradient(radial, gradient, {0, 16}, 8, {0, 16}, 24, 3);
+    for (const Canvas* const canvas : {&linear, &radial}) {
+        EXPECT_EQ(canvas->at(7, 16), (Rgba8{255, 0, 0, 255}));
+        EXPECT_EQ(canvas->at(8, 16), (Rgba8{0, 255, 0, 255}));
+        EXPECT_EQ(canvas->at(23, 16), (Rgba8{0, 255, 0, 255}));
+        EXPECT_EQ(canvas->at(24, 16), (Rgba8{0, 0, 255, 255}));
+    }
+}
+
+struct Circle {
+    CGPoint center;
+    double radius;
+};
+
+// The greatest position up to `last` whose circle passes through a point, searched for step by step; NaN when
+// there is none from `first` on.
+double greatestPosition(const Circle& start, const Circle& end, CGPoint p, double first, double last) {
+    const auto outside =
+        [&](double s) { // distance of the point from the circle at a position; negative inside
+            const double x = start.center.x + s * (end.center.x - start.center.x);
+            const double y = start.center.y + s * (end.center.y - start.center.y);
+            const double radius = start.radius + s * (end.radius - start.radius);
+            return radius < 0 ? std::nan("") : std::hypot(p.x - x, p.y - y) - radius;
+        };
+    for (double high = last, low; high > first; high = low) {
+        low = std::max(first, high - (std::abs(high) < 1.5 ? 0.0005 : 0.02 * std::abs(high)));
+        double from = outside(low);
+        if (!(from * outside(high) <= 0)) continue;
+        for (int i = 0; i < 40; ++i) {
+            const double middle = 0.5 * (low + high), at = outside(middle);
+            (from * at <= 0 ? high : low) = middle;
+            if (low == middle) from = at;
+        }
+        return low;
+    }
+    return std::nan("");
 }
 
 TEST(Gradient, RadialUsesTheLargestCircleThroughAPixel) {
-    const Canvas canvas;
-    CGContextDrawRadialGradient(canvas, redToBlue(), {12.5, 16.5}, 0, {16.5, 16.5}, 12, 3);
-    expectNear(canvas.at(12, 16), {255, 0, 0, 255}, "focus");
-    // The circle at position s ends at x = 12.5 + 16 s on the right and at x = 12.5 - 8 s on the left.
-    expectNear(canvas.at(20, 16), {128, 0, 128, 255}, "half-way right");
-    expectNear(canvas.at(8, 16), {128, 0, 128, 255}, "half-way left");
-    expectNear(canvas.at(0, 0), {0, 0, 255, 255}, "outside");
-
-    const Canvas cone; // The focus is outside the end circle, so nothing is painted outside their cone.
-    CGContextDrawRadialGradient(cone, redToBlue(), {2.5, 16.5}, 0, {22.5, 16.5}, 5, 3);
-    EXPECT_EQ(cone.at(2, 2), Rgba8());
-    EXPECT_EQ(cone.at(20, 16).a, 255);
+    const struct {
+        const char* name;
+        Circle start, end;
+    } cases[] = {
+        {"focus off the centre", {{12.3, 16.4}, 0}, {{16.5, 16.5}, 12}},
+        {"ring", {{16.3, 16.4}, 5}, {{16.3, 16.4}, 12}},
+        {"inwards", {{16.3, 16.4}, 14}, {{12.5, 18.4}, 3}},
+        {"tube to the right", {{8.3, 14.4}, 6}, {{22.3, 14.4}, 6}},
+        {"tube downwards", {{14.3, 8.4}, 6}, {{14.3, 22.4}, 6}},
+        {"cone", {{4.3, 14.4}, 1}, {{22.3, 20.4}, 7}},
+        {"cone to a point", {{4.3, 14.4}, 7}, {{22.3, 20.4}, 0}},
+        // One circle touches the other from inside, or nearly: the quadratic term almost vanishes.
+        {"touching", {{6.4, 16.4}, 0}, {{6.4 + 2.1, 16.4 + 2.8}, 3.5}},
+        {"touching within rounding", {{6.3, 16.4}, 0}, {{6.3 + 2.3, 16.4 + 7.1}, std::hypot(2.3, 7.1)}},
+        {"touching circles", {{9.1, 12.7}, 2.2}, {{9.1 + 1.1, 12.7 + 4.7}, 2.2 + std::hypot(1.1, 4.7)}},
+        {"nearly touching", {{6.3, 16.4}, 0}, {{6.3 + 2.3, 16.4 + 7.1}, std::hypot(2.3, 7.1) * (1 + 1e-6)}},
+    };
+    for (const auto& c : cases)
+        for (const CGGradientDrawingOptions options : {0u, 1u, 2u, 3u}) {
+            const Canvas canvas;
+            CGContextDrawRadialGradient(canvas, redToBlue(), c.start.center, c.start.radius, c.end.center,
+                                        c.end.radius, options);
+            for (size_t y = 0; y < 32; y += 3)
+                for (size_t x = 0; x < 32; x += 3) {
+                    const CGPoint p = {static_cast<double>(x) + 0.5, static_cast<double>(y) + 0.5};
+                    const double found = greatestPosition(
+                        c.start, c.end, p, options & kCGGradientDrawsBeforeStartLocation ? -1e7 : 0,
+                        options & kCGGradientDrawsAfterEndLocation ? 1e7 : 1);
+                    const double t = std::clamp(found, 0.0, 1.0);
+                    const Rgba8 expected = std::isnan(found)
+                                               ? Rgba8()
+                                               : Rgba8{int(255 * (1 - t) + 0.5), 0, int(255 * t + 0.5), 255};
+                    expectNear(canvas.at(x, y), expected, c.name);
+                }
+        }
 }
 
 TEST(Gradient, DrawsNothingIfDegenerate) {
@@ -196,7 +280,23 @@ TEST(Image, AveragesWhenReducedAndInterpolatesWhenEnlarged) {
     EXPECT_EQ(blocks.at(16, 0), (Rgba8{255, 255, 255, 255}));
 }
 
-TEST(Bitmap, RefusesUnsupportedSizesAndFormats) {
+// A chess board of single pixels, a quarter as large, turned.
+TEST(Image, AveragesWhenReducedAndTurned) {
+    const Canvas board(64, 64);
+    for (size_t i = 0; i < 64 * 64; ++i)
+        if ((i + i / 64) % 2) CGContextFillRect(board, CGRectMake(double(i % 64), double(i / 64), 1, 1));
+    const Owned<CGImageRef> image(CGBitmapContextCreateImage(board));
+    for (const double angle : {0.0, 0.5, 1.6, 2.4}) {
+        const Canvas canvas;
+        CGContextTranslateCTM(canvas, 16, 16);
+        CGContextRotateCTM(canvas, angle);
+        CGContextDrawImage(canvas, CGRectMake(-8, -8, 16, 16), image);
+        for (size_t y = 12; y < 20; ++y)
+            for (size_t x = 12; x < 20; ++x) EXPECT_NEAR(canvas.at(x, y).a, 128, 16) << angle;
+    }
+}
+
+TEST(Bitmap, RefusesWhatItCannotHold) {
     const Owned<CGColorSpaceRef> rgb(CGColorSpaceCreateDeviceRGB()), gray(CGColorSpaceCreateDeviceGray());
     const auto refused = [](size_t w, size_t h, size_t bits, size_t row, CGColorSpaceRef space,
                             CGBitmapInfo info) {
@@ -239,13 +339,27 @@ TEST(Bitmap, DrawsIntoTheCallersMemoryButNotIntoThePadding) {
     ozcg::chooseVectorCode(nullptr);
 }
 
+// Images of a bitmap, taken between drawings: each keeps what was drawn before it.
 TEST(Bitmap, SnapshotsDoNotChange) {
-    const Canvas canvas;
-    const Owned<CGImageRef> before(CGBitmapContextCreateImage(canvas));
-    CGContextFillRect(canvas, kAll);
-    const Owned<CFDataRef> data(CGDataProviderCopyData(CGImageGetDataProvider(before)));
-    for (CFIndex i = 0; i < CFDataGetLength(data); ++i) ASSERT_EQ(CFDataGetBytePtr(data)[i], 0);
-    EXPECT_EQ(canvas.area(), 1024);
+    const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+    std::vector<uint8_t> memory(4 * 32 * 32);
+    for (void* const pixels : {static_cast<void*>(nullptr), static_cast<void*>(memory.data())}) {
+        const Owned<CGContextRef> c(CGBitmapContextCreate(pixels, 32, 32, 8, 4 * 32, space, 2));
+        const Owned<CGImageRef> empty(CGBitmapContextCreateImage(c));
+        CGContextSetGrayFillColor(c, 1, 1);
+        CGContextFillRect(c, kAll);
+        const Owned<CGImageRef> white(CGBitmapContextCreateImage(c)), again(CGBitmapContextCreateImage(c));
+        CGContextClearRect(c, kAll);
+        const Owned<CGImageRef> cleared(CGBitmapContextCreateImage(c));
+        std::memset(CGBitmapContextGetData(c), 0x7F, memory.size());
+        const std::pair<CGImageRef, uint8_t> images[] = {
+            {empty, 0}, {white, 255}, {again, 255}, {cleared, 0}};
+        for (const auto& [image, expected] : images) {
+            const Owned<CFDataRef> data(CGDataProviderCopyData(CGImageGetDataProvider(image)));
+            ASSERT_EQ(CFDataGetLength(data), static_cast<CFIndex>(memory.size()));
+            for (size_t i = 0; i < memory.size(); ++i) ASSERT_EQ(CFDataGetBytePtr(data)[i], expected) << i;
+        }
+    }
 }
 
 } // namespace

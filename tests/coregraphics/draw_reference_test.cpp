@@ -158,8 +158,11 @@ TEST(Reference, RoundStrokesCoverAllNearbyPoints) {
 }
 
 TEST(Reference, PenIsACircleInUserSpace) {
-    const CGAffineTransform matrices[] = {
-        {1, 0, 1.5, 1, 16, 16}, {3, 0, 0, 0.5, 16, 16}, {0, 2, -1, 0, 16, 16}, {-1, 0.5, 0.5, 2, 16, 16}};
+    const CGAffineTransform matrices[] = {{1, 0, 1.5, 1, 16, 16},
+                                          {1.2, 0.9, 0.9, 1.2, 16, 16},
+                                          {3, 0, 0, 0.5, 16, 16},
+                                          {0, 2, -1, 0, 16, 16},
+                                          {-1, 0.5, 0.5, 2, 16, 16}};
     for (const CGAffineTransform& matrix : matrices) {
         Canvas stroked, filled;
         CGContextConcatCTM(stroked, matrix);

@@ -33,7 +33,8 @@ TEST(Fill, CoversItsArea) {
         {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 17 7 L 17 17 L 7 17 Z", kCGPathFill, 400},
         {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 17 7 L 17 17 L 7 17 Z", kCGPathEOFill, 300},
         {"M 2 2 L 22 2 L 22 22 L 2 22 Z M 7 7 L 7 17 L 17 17 L 17 7 Z", kCGPathFill,
-         300}, // the hole is wound the other way
+         300},                                                              // the hole is wound the other way
+        {"M 2 2 L 12 2 L 12 12 M 20 20 L 30 20 L 30 30", kCGPathFill, 100}, // each closed by filling
         {"M -100 -100 L 100 -100 L 100 16 L -100 16 Z", kCGPathFill,
          32 * 16}, // reaches outside on three sides
     };
@@ -79,6 +80,7 @@ TEST(Stroke, CapsAndJoinsCoverTheirArea) {
         {"closed dot, round", "M 16 16 Z", kCGLineCapRound, kCGLineJoinMiter, 10, disc},
         {"miter", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinMiter, 10, 128 + 0},
         {"miter too long", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinMiter, 1.4, 128 - 2},
+        {"no miter", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinMiter, -10, 128 - 2},
         {"bevel", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinBevel, 10, 128 - 2},
         {"round join", "M 8 24 L 8 8 L 24 8", kCGLineCapButt, kCGLineJoinRound, 10, 128 - 4 + corner},
         {"closed", "M 8 8 L 24 8 L 24 24 L 8 24 Z", kCGLineCapButt, kCGLineJoinMiter, 10, 20 * 20 - 12 * 12},
@@ -162,7 +164,31 @@ TEST(Robustness, FarCoordinates) {
         CGContextAddLineToPoint(canvas, far, 16);
         CGContextStrokePath(canvas);
         EXPECT_NEAR(canvas.area(), 32 * 4, 0.2) << far;
+
+        canvas = Canvas(); // the pen is an ellipse of 2 by 8 pixels
+        CGContextMoveToPoint(canvas, -far, 16);
+        CGContextAddLineToPoint(canvas, far, 16);
+        CGContextScaleCTM(canvas, 0.5, 2);
+        CGContextSetLineWidth(canvas, 4);
+        CGContextStrokePath(canvas);
+        EXPECT_NEAR(canvas.area(), 32 * 8, 0.2) << far;
     }
+    // A line that leaves on one side and returns on the other does not cross the picture.
+    const Canvas around;
+    add(around, "M 16 20.5 L 1e6 20.5 L 1e6 1e6 L -1e6 1e6 L -1e6 4.5 L 16 4.5");
+    CGContextStrokePath(around);
+    EXPECT_NEAR(around.area(), 32, 0.1);
+    // The crest of an arch with far ends is all but level.
+    for (const double far : {1e5, 1e7, 1e9})
+        for (const bool upright : {false, true}) {
+            const Canvas canvas;
+            if (upright) CGContextConcatCTM(canvas, {0, 1, 1, 0, 0, 0});
+            CGContextMoveToPoint(canvas, 10 - far, 11 - far);
+            CGContextAddCurveToPoint(canvas, 10 - far / 3, 11 + far / 3, 10 + far / 3, 11 + far / 3, 10 + far,
+                                     11 - far);
+            CGContextFillPath(canvas);
+            EXPECT_NEAR(canvas.area(), 32 * 11, 0.5) << far;
+        }
     // An extremely large circle through the centre of the bitmap is a half plane; its stroke is a straight
     // line.
     for (const double radius : {1e5, 1e7, 1e9}) {
@@ -266,6 +292,13 @@ TEST(Robustness, ManyContoursStatesAndDashes) {
         CGContextStrokePath(line);
         EXPECT_NEAR(line.area(), 32, 0.5) << phase;
     }
+    // As many dashes as a bitmap can show are all drawn.
+    const CGFloat fine[] = {0.1, 0.1};
+    const Canvas strip(4000, 1);
+    CGContextSetLineDash(strip, 0, fine, 2);
+    add(strip, "M 0 0.5 L 4000 0.5");
+    CGContextStrokePath(strip);
+    EXPECT_NEAR(strip.area(), 2000, 10);
     // The limit also keeps a wide pen with round caps from spending long on every dash.
     const Canvas wide;
     CGContextSetLineWidth(wide, 1e8);
@@ -276,28 +309,34 @@ TEST(Robustness, ManyContoursStatesAndDashes) {
     EXPECT_EQ(wide.area(), 32 * 32);
 }
 
-// Each corner is at the centre. The pen is 0.004 wide, so a miter limit of 5000 lets a miter reach 10 pixels.
-// A negative limit allows no miter.
-TEST(Stroke, MitersStayWithinTheirLimit) {
-    const Canvas canvas(64, 64);
-    CGContextSetLineWidth(canvas, 0.004);
-    for (int i = 0; i < 4000; ++i) {
-        CGContextSetMiterLimit(canvas, i % 2 ? 5000 : -50000);
-        const double direction = 0.01 * i, angle = 2e-7 * i;
-        const auto lineTo = [&](double at) {
-            CGContextAddLineToPoint(canvas, 32 + 5 * std::cos(at), 32 + 5 * std::sin(at));
-        };
-        CGContextMoveToPoint(canvas, 32 + 5 * std::cos(direction), 32 + 5 * std::sin(direction));
-        CGContextAddLineToPoint(canvas, 32, 32);
-        lineTo(direction + angle);
+// Each curve starts to the right and ends downwards, so the edges of its butt caps are vertical and
+// horizontal. A handle slightly on the wrong side of its point does not reverse the cap.
+TEST(Stroke, CapsOfCurvesStandAcrossTheTangent) {
+    const struct {
+        const char* path;
+        double slack; // in pixels of a column or row
+    } cases[] = {
+        {"M 8 24 C 24 24 40 40 40 56", 0.15},   {"M 8 24 C 8 24 40 24 40 56", 0.15},
+        {"M 8 24 C 40 24 40 56 40 56", 0.15},   {"M 8 24 Q 40 24 40 56", 0.15},
+        {"M 8 24 C 7.99 24 40 24 40 56", 0.75}, {"M 8 24 C 40 24 40 56.01 40 56", 0.75},
+    };
+    for (const auto& c : cases) {
+        const Canvas canvas(64, 64);
+        CGContextSetLineWidth(canvas, 12);
+        add(canvas, c.path);
         CGContextStrokePath(canvas);
+        double outside[2] = {}, inside[2] = {}; // of the edges of either cap
+        for (size_t i = 0; i < 64; ++i) {
+            outside[0] += canvas.at(7, i).a / 255.0;
+            inside[0] += canvas.at(8, i).a / 255.0;
+            outside[1] += canvas.at(i, 56).a / 255.0;
+            inside[1] += canvas.at(i, 55).a / 255.0;
+        }
+        for (const size_t cap : {0u, 1u}) {
+            EXPECT_NEAR(outside[cap], 0, c.slack) << c.path;
+            EXPECT_NEAR(inside[cap], 12, c.slack) << c.path;
+        }
     }
-    int outside = 0;
-    for (size_t y = 0; y < 64; ++y)
-        for (size_t x = 0; x < 64; ++x)
-            outside += std::hypot(double(x) - 31.5, double(y) - 31.5) > 12 && canvas.at(x, y).a != 0;
-    EXPECT_EQ(outside, 0);
-    EXPECT_GT(canvas.at(31, 31).a, 0);
 }
 
 } // namespace

@@ -234,6 +234,12 @@ TEST(Path, AcceptsNull) {
     CGPathAddRects(nullptr, nullptr, nullptr, 3);
     CGPathAddLines(nullptr, nullptr, nullptr, 3);
     CGPathApply(nullptr, nullptr, nullptr);
+    const auto path = pathFromText("M 1 2");
+    CGPathAddRects(path, nullptr, nullptr, 3);
+    CGPathAddLines(path, nullptr, nullptr, 3);
+    CGPathAddLines(path, nullptr, &CGPointZero, 0);
+    CGPathApply(path, nullptr, nullptr);
+    EXPECT_EQ(textOf(path), "M 1 2");
     EXPECT_TRUE(CGPathIsEmpty(nullptr));
     EXPECT_FALSE(CGPathIsRect(nullptr, nullptr));
     EXPECT_EQ(CGPathCreateCopy(nullptr), nullptr);

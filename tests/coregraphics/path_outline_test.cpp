@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -95,6 +96,23 @@ TEST(StrokedPath, CoversThePenAndNothingElse) {
         for (const double radius : {9.01, 10.0, 10.98})
             EXPECT_TRUE(CGPathContainsPoint(ring, nullptr, {radius * x, radius * y}, false)) << radius;
     }
+}
+
+// Corners so sharp that rounding makes much of what little is left of the sum of the normals.
+TEST(StrokedPath, MitersStayWithinTheirLimit) {
+    constexpr double kLimit = 1e8;
+    double longest = 0; // distance from the corner, with half a width of 1
+    for (int i = 0; i < 4000; ++i) {
+        const double direction = 0.01 * i, angle = 1e-8 + 1e-11 * i;
+        const Owned<CGMutablePathRef> corner(CGPathCreateMutable());
+        CGPathMoveToPoint(corner, nullptr, std::cos(direction), std::sin(direction));
+        CGPathAddLineToPoint(corner, nullptr, 0, 0);
+        CGPathAddLineToPoint(corner, nullptr, std::cos(direction + angle), std::sin(direction + angle));
+        const CGRect box = CGPathGetBoundingBox(stroked(corner, {.miterLimit = kLimit}));
+        longest = std::max({longest, std::hypot(CGRectGetMinX(box), CGRectGetMinY(box)),
+                            std::hypot(CGRectGetMaxX(box), CGRectGetMaxY(box))});
+    }
+    EXPECT_NEAR(longest, kLimit, 1e-3 * kLimit);
 }
 
 TEST(StrokedPath, IsTransformedWithItsPen) {

@@ -47,6 +47,20 @@ TEST(Rect, WithNegativeSidesEqualsItsStandardForm) {
     EXPECT_TRUE(CGRectContainsPoint(rect, {6, 14}));
 }
 
+// The origin of a rect without negative sides stays as it is to the last bit.
+TEST(Rect, KeepsTheSignOfZeroOrigins) {
+    const auto isNegative = [](CGPoint p) { return std::signbit(p.x) && std::signbit(p.y); };
+    for (const double side : {0.0, -0.0, 2.0}) {
+        const CGRect rect = {{-0.0, -0.0}, {side, side}};
+        EXPECT_TRUE(isNegative(CGRectStandardize(rect).origin)) << side;
+        EXPECT_TRUE(isNegative(CGRectUnion(rect, CGRectNull).origin)) << side;
+        EXPECT_TRUE(isNegative({CGRectGetMinX(rect), CGRectGetMinY(rect)})) << side;
+    }
+    EXPECT_TRUE(
+        isNegative({CGRectGetMaxX({{-0.0, -0.0}, {-1, -1}}), CGRectGetMaxY({{-0.0, -0.0}, {-1, -1}})}));
+    EXPECT_FALSE(isNegative({CGRectGetMaxX({{-0.0, -0.0}, {0, 0}}), CGRectGetMaxY({{-0.0, -0.0}, {0, 0}})}));
+}
+
 TEST(Rect, InsetAndOffset) {
     EXPECT_EQ(CGRectInset(CGRectMake(0, 0, 4, 4), 2, 2), CGRectMake(2, 2, 0, 0));
     EXPECT_FALSE(CGRectIsNull(CGRectInset(CGRectMake(0, 0, 4, 4), 2, 2)));

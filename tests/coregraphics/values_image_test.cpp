@@ -84,6 +84,8 @@ TEST(Image, ReadsEveryFormat) {
         EXPECT_EQ(CGImageGetBitmapInfo(image), c.info);
         EXPECT_EQ(CGImageGetBitsPerPixel(image), c.bitsPerPixel);
         EXPECT_EQ(CGImageGetBytesPerRow(image), bytesPerRow);
+        EXPECT_EQ(CGImageGetBitsPerComponent(image), 8u);
+        EXPECT_EQ(CGImageGetPixelFormatInfo(image), kCGImagePixelFormatPacked);
     }
 }
 

@@ -81,6 +81,18 @@ TEST_F(Output, IsWrittenForTheGoodFilesAmongBadOnes) {
          {"words.svg: not well-formed XML: .* line 1", "html.svg: has no svg element at the top but \"html\"",
           "none.svg: no such file", "size.svg: has the size 0 x 0", "empty: a folder without .svg files"},
          "a.png"},
+        {"render a.svg b.svg --width 15000",
+         {"a.svg: would make a picture of 15000 x 7500 pixels; the limit is 32767 on a side and 100,000,000 "
+          "in",
+          "b.svg: would make a picture of 15000 x 7500 pixels"},
+         ""},
+        {"render wide.svg high.svg a.svg --scale 2",
+         {"wide.svg: would make a picture of 32768 x 2 pixels",
+          "high.svg: would make a picture of 2 x 32768 pixels"},
+         "a@2x.png"},
+        {"render wide.svg high.svg none.svg --scale 1.9999 -o out",
+         {"none.svg"},
+         "out/high@1.9999x.png out/wide@1.9999x.png"},
         {"render /proc/self/mem a.svg", {"/proc/self/mem: cannot be read: Input/output error"}, "a.png"},
         {"render a.svg in/deep/a.svg -o out",
          {"in/deep/a.svg: would overwrite out/a.png, made from a.svg; rename one"},
@@ -105,6 +117,8 @@ TEST_F(Output, IsWrittenForTheGoodFilesAmongBadOnes) {
     Write("words.svg", "no XML at all");
     Write("html.svg", "<html/>");
     Write("size.svg", "<svg/>");
+    Write("wide.svg", "<svg viewBox='0 0 16384 1'/>");
+    Write("high.svg", "<svg viewBox='0 0 1 16384'/>");
     fs::create_directory(m_folder / "empty");
     for (const auto& [command, errors, files] : kCases) {
         SCOPED_TRACE(command);

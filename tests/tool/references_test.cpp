@@ -75,7 +75,8 @@ TEST_F(References, InCyclesThatAreNeverDrawnDoNoHarm) {
         "<g id='a' display='none'>" + Use("a") + "</g>",
         "<g id='a' opacity='0'>" + Use("a") + "</g>",
         "<clipPath id='a'>" + Use("a") + "</clipPath>",
-        // A use of a clip path draws nothing, and a group inside a clip path adds nothing to it.
+        "<clipPath id='a'>" + Use("a") + "</clipPath><rect width='9' height='9' fill='url(#a)'/>",
+        // A clip path that is used draws nothing, and a group in one adds nothing to it.
         "<clipPath id='a'>" + Use("a") + "</clipPath>" + Use("a"),
         "<clipPath id='a'><g>" + Use("a") + "</g></clipPath><rect width='9' height='9' clip-path='url(#a)'/>",
         // An id refers to the first element that has it.
