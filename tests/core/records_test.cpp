@@ -1,3 +1,4 @@
+#include <Ozmira/OzmiraVersion.h>
 #include <Ozmira/ozmDocument.h>
 #include <Ozmira/ozmLog.h>
 
@@ -186,7 +187,7 @@ TEST(Logs, PrintLevelAndMessage) {
     EXPECT_EQ(to_string(log), "[Error]     a\n[Warning]   b\n[Info]      \n[Debug]     d e\n[Unknown]   f\n");
 }
 
-TEST(Version, IsWrittenForWhat) {
+TEST(Version, FollowsTheProject) {
     const std::string major = std::to_string(std::stoi(OZMIRA_VERSION));
     EXPECT_EQ(reinterpret_cast<const char*>(OzmiraVersionString),
               "@(#)PROGRAM:Ozmira PROJECT:Ozmira-" + major + "\n");
