@@ -9,7 +9,7 @@
 namespace ozm {
 namespace {
 
-/// A stream that writes doubles with six decimals and the same text in every locale.
+/// A stream that writes numbers with six decimals and in the same way in every locale.
 class DumpStream : public std::ostringstream {
 public:
     DumpStream() {

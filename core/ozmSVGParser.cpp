@@ -9,14 +9,14 @@
 namespace ozm {
 namespace {
 
-/// What the XML reader leaves out: data nodes, string terminators (the text stays unchanged), entity
-/// translation.
+/// With these flags, the XML reader creates no data nodes, translates no entities and writes no string
+/// terminators, so that it leaves the text unchanged.
 constexpr int kXMLFlags = rapidxml::parse_fastest;
 static_assert(kXMLFlags == 13);
 
 using XMLDocument = rapidxml::xml_document<char>;
 
-/// False for malformed text.
+/// Returns false for malformed text.
 bool ParseXML(XMLDocument& xml, char* text) {
     if (NestsDeeperThan(text)) return false;
     try {
@@ -50,10 +50,10 @@ enum class ElementName {
     Polygon,
     RadialGradient,
     LinearGradient,
-    Unknown, ///< Any other name, or none.
+    Unknown, ///< Any other name, or no name.
 };
 
-/// Apart from `ProcessNode`, which recurses and must not need stack for comparing.
+/// Kept out of `ProcessNode`, which recurses and should use little stack.
 ElementName FindElementName(std::string_view name) {
     switch (name.size()) {
     case 1:
@@ -90,8 +90,8 @@ ElementName FindElementName(std::string_view name) {
     return ElementName::Unknown;
 }
 
-/// Makes room for those children of a node that become elements, all at once: elements are large, and growing
-/// by doubling alone takes up to three times their memory.
+/// Reserves memory for those children of a node that become elements. Elements are large, and a list that
+/// only grows by doubling takes up to three times their memory while it is copied.
 void ReserveForChildren(std::vector<Element>& elements, const XMLNode& node) {
     size_t count = 0;
     for (XMLNode child = node.FirstChild(); child; child = child.NextSibling()) {
@@ -101,20 +101,20 @@ void ReserveForChildren(std::vector<Element>& elements, const XMLNode& node) {
     if (needed > elements.capacity()) elements.reserve(std::max(needed, 2 * elements.size()));
 }
 
-/// Points a parser at the document under construction for as long as a parse runs.
-class CurrentDocument {
+/// Sets a parser's state for the duration of a parse.
+class ParseScope {
 public:
-    CurrentDocument(SVGParser& parser, Document* document, bool& isParsing)
+    ParseScope(SVGParser& parser, Document* document, bool& isParsing)
         : m_parser(parser), m_isParsing(isParsing) {
         m_parser.document = document;
         m_isParsing = true;
     }
-    ~CurrentDocument() {
+    ~ParseScope() {
         m_parser.document = nullptr;
         m_isParsing = false;
     }
-    CurrentDocument(const CurrentDocument&) = delete;
-    CurrentDocument& operator=(const CurrentDocument&) = delete;
+    ParseScope(const ParseScope&) = delete;
+    ParseScope& operator=(const ParseScope&) = delete;
 
 private:
     SVGParser& m_parser;
@@ -124,14 +124,14 @@ private:
 } // namespace
 
 std::unique_ptr<Document> SVGParser::CreateDocumentWithSVGData(const char* data) {
-    // The reader's flags leave the text as it is.
+    // With these flags the XML reader does not write to the text.
     return ParseSVGData(const_cast<char*>(data));
 }
 
 std::unique_ptr<Document> SVGParser::ParseSVGData(char* text) {
     nodeCount = 0;
     auto result = std::make_unique<Document>();
-    const CurrentDocument current(*this, result.get(), m_isParsing);
+    const ParseScope scope(*this, result.get(), m_isParsing);
     XMLDocument xml;
     if (text && ParseXML(xml, text)) {
         if (const XMLNode root = FindRoot(xml)) ProcessSVGNode(root);
@@ -159,9 +159,9 @@ void SVGParser::ProcessSVGNode(const XMLNode& node) {
         document->viewBox = {{0, 0}, {size.width.value, size.height.value}};
     }
 
-    constexpr size_t kFirstCapacity = 10;
-    document->elements.reserve(kFirstCapacity);
-    document->styles.reserve(kFirstCapacity);
+    constexpr size_t kInitialCapacity = 10;
+    document->elements.reserve(kInitialCapacity);
+    document->styles.reserve(kInitialCapacity);
     const uint64_t root = AddElement(Element::Type::Group);
     std::vector<uint64_t> children = ProcessChildren(node);
     document->elements[root].children = std::move(children);

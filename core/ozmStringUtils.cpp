@@ -43,14 +43,14 @@ double StringView::toDouble() const {
     const bool hasSign = first != last && (*first == '-' || *first == '+');
     const DecimalDigits digits = ScanDecimalDigits(hasSign ? first + 1 : first, last);
     if (digits.count == 0) {
-        // Nothing but "inf" and "nan" has a value without digits.
+        // Only "inf" and "nan" have a value without digits.
         const char next = digits.end != last ? *digits.end : '\0';
-        const bool named = next == 'i' || next == 'I' || next == 'n' || next == 'N';
-        return named ? StrtodInCLocale(*this) : 0.0;
+        const bool mayBeNamed = next == 'i' || next == 'I' || next == 'n' || next == 'N';
+        return mayBeNamed ? StrtodInCLocale(*this) : 0.0;
     }
     DecimalExponent exponent{digits.end, 0};
     if (digits.end != last) {
-        if (*digits.end == 'x' || *digits.end == 'X') return StrtodInCLocale(*this); // Perhaps hexadecimal.
+        if (*digits.end == 'x' || *digits.end == 'X') return StrtodInCLocale(*this); // It may be hexadecimal.
         if (*digits.end == 'e' || *digits.end == 'E') {
             const DecimalExponent scanned = ScanDecimalExponent(digits.end, last);
             if (scanned.end) exponent = scanned;

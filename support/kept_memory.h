@@ -10,8 +10,8 @@ namespace ozm::support {
 #endif
 #endif
 
-/// Whether threads keep memory to use it again. Not under AddressSanitizer, which finds uses after the end
-/// and double releases only of what is really freed.
+/// Whether threads keep freed memory for reuse. They do not under AddressSanitizer, which detects a use after
+/// free and a double free only if memory is really freed.
 #ifdef OZMIRA_ADDRESS_SANITIZER
 inline constexpr bool kKeepsMemory = false;
 #else

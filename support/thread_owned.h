@@ -10,19 +10,21 @@
 
 namespace ozm::support {
 
-/// The calling thread's object of type `T`. A thread that asks again while it ends gets a new object.
+/// Owns one object of type `T` per thread. A thread that asks for its object after the object was destroyed,
+/// while the thread is ending, gets a new one.
 ///
-/// A POSIX key destroys the objects: registering a destructor of C++ for a thread ends the program when
-/// memory is short. The key is deleted when the library is unloaded or the program exits, so that a thread
-/// which ends later does not call code that is gone. What such a thread still holds is then not freed.
+/// A POSIX thread key destroys the objects. A C++ thread-local destructor is no alternative, because
+/// registering it terminates the program when memory runs out. The key is deleted when the library is
+/// unloaded or the program exits, so that threads which end later do not call unloaded code; their objects
+/// are leaked.
 template <typename T>
 class ThreadOwned {
     static_assert(std::is_nothrow_default_constructible_v<T>);
 
 public:
-    /// Null when memory runs out.
+    /// The calling thread's object, made on first use. Null if memory runs out.
     static T* get() noexcept { return s_object ? s_object : make(); }
-    /// As above, but throws std::bad_alloc when memory runs out.
+    /// As above, but throws `std::bad_alloc` if memory runs out.
     static T& getOrThrow() {
         T* const object = get();
         if (!object) throw std::bad_alloc();
@@ -43,7 +45,7 @@ private:
 
     private:
         pthread_key_t m_key{};
-        std::atomic<bool> m_exists; // threads may still run while the program exits
+        std::atomic<bool> m_exists; // Atomic, because threads may still run while the program exits.
     };
 
     static T* make() noexcept {

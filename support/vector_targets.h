@@ -1,10 +1,10 @@
-// Which instruction sets the vector code is compiled for, and which of them this machine runs. To be included
-// before Highway's headers, whose macros it sets.
+// The instruction sets for which vector code is compiled, and the choice between them at run time. Include
+// this file before Highway's headers, because it defines macros that configure them.
 //
-// The best set is chosen when the program runs: here, because Highway's own choice would need its library,
-// which measures the machine's clock whenever a program starts. The portable fallback also works with GCC
-// before 12.3: what Highway guards against there is a high-half multiplication, which the vector code does
-// not use.
+// Highway can choose at run time itself, but only with its library, which calibrates the clock whenever a
+// program starts. Highway disables its portable fallback for GCC before 12.3, because of a fault in the
+// multiplication that returns the high half. The vector code does not use that, so the fallback is enabled
+// here.
 #pragma once
 
 #define HWY_BROKEN_EMU128 0
@@ -13,17 +13,17 @@
 #define HWY_DISABLED_TARGETS (~(HWY_AVX3 | HWY_AVX2 | HWY_SSE4 | HWY_EMU128))
 #else
 #define HWY_COMPILE_ONLY_STATIC
-// Vectors of a size known only at run time cannot be held in arrays.
+// The code keeps vectors in arrays, which the vectors of these sets, sized at run time, do not permit.
 #define HWY_DISABLED_TARGETS (HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128 | HWY_RVV)
 #endif
 
 #if defined(__x86_64__)
 namespace ozm::support {
 
-/// The instruction sets of x86-64, the fastest first.
+/// The instruction sets for x86-64, the fastest first.
 enum class VectorTarget { AVX3, AVX2, SSE4, Portable };
 
-/// The fastest one that this processor runs; it runs all after it, too.
+/// The fastest set that this processor supports. It also supports the sets after it.
 inline VectorTarget FastestVectorTarget() {
     if (!__builtin_cpu_supports("sse4.2")) return VectorTarget::Portable;
     if (!__builtin_cpu_supports("avx2") || !__builtin_cpu_supports("bmi2") ||

@@ -8,18 +8,18 @@ namespace ozm {
 using support::kKeepsMemory;
 
 constinit RecordMemory RecordMemory::s_empty(kMaximumKeptBytes);
-constinit thread_local RecordMemory* RecordMemory::s_ofThread = &s_empty;
+constinit thread_local RecordMemory* RecordMemory::s_current = &s_empty;
 
-/// What a thread keeps, for as long as it runs.
-class RecordMemory::OfThread {
+/// Owns the memory of a thread and frees its blocks when the thread ends.
+class RecordMemory::ThreadOwner {
 public:
-    OfThread() noexcept { s_ofThread = &m_memory; }
-    ~OfThread() {
-        s_ofThread = &s_empty;
+    ThreadOwner() noexcept { s_current = &m_memory; }
+    ~ThreadOwner() {
+        s_current = &s_empty;
         m_memory.FreeBlocks();
     }
-    OfThread(const OfThread&) = delete;
-    OfThread& operator=(const OfThread&) = delete;
+    ThreadOwner(const ThreadOwner&) = delete;
+    ThreadOwner& operator=(const ThreadOwner&) = delete;
 
 private:
     RecordMemory m_memory{0};
@@ -33,11 +33,11 @@ void* RecordMemory::AllocateNew(size_t size) {
 
 void RecordMemory::FreeUnkept(void* block, size_t size) noexcept {
     if (!kKeepsMemory || IndexFor(size) >= kBlockSizes) return ::operator delete(block);
-    if (s_ofThread == &s_empty) {
-        if (!support::ThreadOwned<OfThread>::get()) return ::operator delete(block);
+    if (s_current == &s_empty) {
+        if (!support::ThreadOwned<ThreadOwner>::get()) return ::operator delete(block);
     } else {
-        // The thread keeps as much as it may, perhaps of sizes that nobody asks for any more.
-        s_ofThread->FreeBlocks();
+        // The limit is reached, perhaps by blocks of sizes that are no longer needed.
+        s_current->FreeBlocks();
     }
     Free(block, size);
 }
@@ -53,7 +53,7 @@ void RecordMemory::FreeBlocks() noexcept {
 }
 
 void TrimThreadMemory() noexcept {
-    if (RecordMemory::s_ofThread != &RecordMemory::s_empty) RecordMemory::s_ofThread->FreeBlocks();
+    if (RecordMemory::s_current != &RecordMemory::s_empty) RecordMemory::s_current->FreeBlocks();
 }
 
 } // namespace ozm

@@ -11,11 +11,11 @@
 namespace ozm {
 
 double ConvertDecimalText(StringView text) {
-#if defined(__cpp_lib_to_chars) // libc++ converts no floating point.
+#if defined(__cpp_lib_to_chars) // libc++ cannot convert floating-point numbers.
     const char* const first = *text.data == '+' ? text.begin() + 1 : text.begin();
     double value = 0;
     const auto result = std::from_chars(first, text.end(), value);
-    // Close to the smallest normal number the C library alone decides what counts as a range error.
+    // Near the smallest normal number, the C library decides what is a range error.
     constexpr double kSafelyNormal = 2 * std::numeric_limits<double>::min();
     if (result.ec == std::errc() && std::isfinite(value) && std::fabs(value) >= kSafelyNormal) return value;
 #endif

@@ -4,9 +4,9 @@
 
 #include <cstdint>
 
-// Scanning and converting numbers in one pass over the characters [p, end). Every reader returns the place
-// behind the number, or null, with `value` left alone, when there is none. The values are those that
-// `StringView::toDouble` gives for the same characters.
+// Functions that scan and convert numbers in one pass over the characters [p, end). Every reader returns the
+// end of the number, or null, leaving `value` unchanged, if there is none. The values are those that
+// `StringView::toDouble` returns for the same characters.
 
 namespace ozm {
 
@@ -15,15 +15,15 @@ inline const char* SkipWhitespace(const char* p, const char* end) {
     return p;
 }
 
-/// What stands between two numbers of an argument list: whitespace and at most one comma.
+/// Skips what separates two numbers of an argument list: whitespace and at most one comma.
 inline const char* SkipSeparator(const char* p, const char* end) {
     p = SkipWhitespace(p, end);
     return p != end && *p == ',' ? SkipWhitespace(p + 1, end) : p;
 }
 
-/// Digits, optionally a point and more digits.
+/// The digits of a number, which may include a decimal point.
 struct DecimalDigits {
-    const char* end;        ///< Behind the last character.
+    const char* end;        ///< Past the last character.
     uint64_t significand;   ///< All digits as one integer, modulo 2^64.
     int64_t count;          ///< Digits before and after the point.
     int64_t fractionDigits; ///< Digits after the point.
@@ -50,10 +50,10 @@ inline DecimalDigits ScanDecimalDigits(const char* p, const char* end) {
 /// Converts a decimal number of any length, `[sign] digits [. digits] [e [sign] digits]`, correctly rounded.
 double ConvertDecimalText(StringView text);
 
-/// Converts scanned digits scaled by 10^exponent; `text` is the whole number, sign included.
+/// Converts scanned digits, scaled by 10^exponent. `text` is the whole number, sign included.
 inline double ConvertDecimal(const DecimalDigits& digits, int64_t exponent, StringView text) {
-    // Clinger's fast path ("How to Read Floating Point Numbers Accurately", 1990): when significand and power
-    // of ten are both exact doubles, one operation rounds once. 19 digits fit into 64 bits.
+    // Clinger's fast path ("How to Read Floating Point Numbers Accurately", 1990): if the significand and the
+    // power of ten are both exact doubles, a single operation rounds correctly. 19 digits fit into 64 bits.
     static constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                               1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
                                               1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
@@ -66,14 +66,13 @@ inline double ConvertDecimal(const DecimalDigits& digits, int64_t exponent, Stri
     return ConvertDecimalText(text);
 }
 
-/// What follows the digits of a number: `e`, optional sign, digits. The exponent saturates far beyond any
-/// double.
+/// An `e`, an optional sign and digits. The value saturates far beyond the exponents of doubles.
 struct DecimalExponent {
-    const char* end; ///< Behind the last digit; null when no digit follows the `e`.
+    const char* end; ///< Past the last digit; null if the `e` is followed by no digit.
     int64_t value;
 };
 
-/// Scans an exponent at its `e`.
+/// Scans an exponent, which starts with its `e` at `p`.
 inline DecimalExponent ScanDecimalExponent(const char* p, const char* end) {
     ++p;
     const bool negative = p != end && *p == '-';
@@ -86,7 +85,7 @@ inline DecimalExponent ScanDecimalExponent(const char* p, const char* end) {
     return {p, negative ? -value : value};
 }
 
-/// Reads digits with an optional fraction: no sign, no exponent.
+/// Reads a number without sign and exponent.
 inline const char* ReadPositiveDecimal(const char* p, const char* end, double& value) {
     const DecimalDigits digits = ScanDecimalDigits(p, end);
     if (digits.count == 0) return nullptr;
@@ -94,7 +93,7 @@ inline const char* ReadPositiveDecimal(const char* p, const char* end, double& v
     return digits.end;
 }
 
-/// Reads an optional "-" and digits with an optional fraction: no "+", no exponent.
+/// Reads a number with an optional "-", but neither "+" nor exponent.
 inline const char* ReadDecimal(const char* p, const char* end, double& value) {
     const DecimalDigits digits = ScanDecimalDigits(p != end && *p == '-' ? p + 1 : p, end);
     if (digits.count == 0) return nullptr;
@@ -102,7 +101,7 @@ inline const char* ReadDecimal(const char* p, const char* end, double& value) {
     return digits.end;
 }
 
-/// Reads what `ScanScientificNumber` scans, leading whitespace included.
+/// Reads what `ScanScientificNumber` scans, including leading whitespace.
 const char* ReadScientificNumber(const char* p, const char* end, double& value);
 
 } // namespace ozm

@@ -4,7 +4,7 @@
 
 namespace ozm {
 
-/// Calls `strtod` in the "C" locale on a copy of the text. Range errors give 0.0.
+/// Returns the result of `strtod` in the "C" locale for a copy of the text, or 0.0 on a range error.
 double StrtodInCLocale(StringView text);
 
 } // namespace ozm

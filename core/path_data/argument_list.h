@@ -9,56 +9,58 @@
 
 namespace ozm {
 
-/// A queue of the numbers of path data that no command has taken yet. It allocates only when they are many.
+/// A queue of the numbers of path data that no command has consumed yet. Allocates memory only if they are
+/// many.
 class ArgumentList {
 public:
-    /// The most numbers that can be reserved at a time.
+    /// The largest `count` for `Reserve`.
     static constexpr size_t kMaxReserve = 40;
 
     ArgumentList() = default;
     ArgumentList(const ArgumentList&) = delete;
     ArgumentList& operator=(const ArgumentList&) = delete;
 
-    void Clear() { m_begin = m_end = m_room; }
+    void Clear() { m_begin = m_end = m_storage; }
 
-    /// Makes room for `count` numbers after the last one and returns where it begins. Moves the numbers of
-    /// the list.
+    /// Makes room for `count` numbers after the last one and returns the first free place. May move the
+    /// numbers of the list.
     double* Reserve(size_t count) {
-        if (static_cast<size_t>(m_limit - m_end) < count) MakeRoom();
+        if (static_cast<size_t>(m_storageEnd - m_end) < count) MakeRoom();
         return m_end;
     }
-    /// Appends the numbers before `end`, which have been written to the room reserved last.
+    /// Appends the numbers that have been written to the reserved room, up to `end`.
     void GrowTo(double* end) { m_end = end; }
 
-    /// The oldest number, or the end of an empty list.
+    /// The first number, or the end of an empty list.
     double* First() { return m_begin; }
     /// Removes the numbers before `first`.
     void DropTo(double* first) { m_begin = first; }
-    /// Removes all numbers. They stay valid until room is reserved.
+    /// Removes and returns all numbers, which stay valid until the next `Reserve`.
     std::span<const double> TakeAll() { return {std::exchange(m_begin, m_end), m_end}; }
 
 private:
-    /// Frees at least half of the room: moves the numbers to its beginning, or to twice as much room.
+    /// Moves the numbers to the front of the storage, or of twice as much, so that at least half of it is
+    /// free.
     void MakeRoom() {
-        const auto capacity = static_cast<size_t>(m_limit - m_room);
+        const auto capacity = static_cast<size_t>(m_storageEnd - m_storage);
         const std::span<const double> numbers = TakeAll();
         std::vector<double> larger;
         if (numbers.size() > capacity / 2) {
             larger.resize(2 * capacity);
-            m_room = larger.data();
-            m_limit = m_room + larger.size();
+            m_storage = larger.data();
+            m_storageEnd = m_storage + larger.size();
         }
-        m_begin = m_room;
-        m_end = std::copy(numbers.begin(), numbers.end(), m_room);
-        if (!larger.empty()) m_heap = std::move(larger);
+        m_begin = m_storage;
+        m_end = std::copy(numbers.begin(), numbers.end(), m_storage);
+        if (!larger.empty()) m_heapStorage = std::move(larger);
     }
 
-    double m_inPlace[4 * kMaxReserve];
-    std::vector<double> m_heap;
-    double* m_room = m_inPlace;
-    double* m_limit = std::end(m_inPlace);
-    double* m_begin = m_inPlace;
-    double* m_end = m_inPlace;
+    double m_inlineStorage[4 * kMaxReserve];
+    std::vector<double> m_heapStorage;
+    double* m_storage = m_inlineStorage;
+    double* m_storageEnd = std::end(m_inlineStorage);
+    double* m_begin = m_inlineStorage;
+    double* m_end = m_inlineStorage;
 };
 
 } // namespace ozm

@@ -5,7 +5,7 @@
 
 namespace ozm {
 
-/// The letters of all commands of path data that count from the current point.
+/// The letters of the path commands whose coordinates are relative to the current point.
 inline constexpr std::string_view relativeCommands = "mzlhvcsqta";
 
 /// True for the letters of the alphabet, in either case.

@@ -1,6 +1,6 @@
 #include "path_data/block_scanner.h"
 
-// Stands in for vector_block_scanner.cpp in builds without Highway.
+// Replaces vector_block_scanner.cpp in builds without Highway.
 
 namespace ozm {
 

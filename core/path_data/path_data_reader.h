@@ -11,13 +11,14 @@
 
 namespace ozm {
 
-/// Returns the first of the scanners that accepts a text of `length` characters which is followed by at least
-/// `readableAfter` characters that may be read, or null.
+/// Returns the first scanner that accepts a text of `length` characters followed by `readableAfter` readable
+/// characters, or null.
 const PathDataScanner* ChoosePathDataScanner(std::span<const PathDataScanner* const> scanners, size_t length,
                                              size_t readableAfter);
 
-/// Appends what path data draws to `commands`, up to the first character that cannot begin a command. Without
-/// a scanner it reads number by number; with one that accepts the text, the result is the same.
+/// Appends the commands of path data to `commands`, up to the first character that cannot begin a command.
+/// Without a scanner, reads number by number. A scanner, which must accept the text, does not change the
+/// result.
 void ReadPathData(StringView text, std::vector<PathCommand>& commands, const PathDataScanner* scanner);
 
 } // namespace ozm

@@ -26,10 +26,10 @@ using ByteMask = hn::Mask<Bytes>;
 constexpr size_t kLanes = hn::MaxLanes(Bytes());
 constexpr size_t kVectors = kPathDataBlockSize / kLanes;
 
-// Masks of a block are integers with one bit per character, the lowest bit for the first character.
+// The masks of a block are integers with one bit per character, the lowest bit for the first character.
 
 HWY_INLINE size_t CountBits(uint64_t mask) { return static_cast<size_t>(std::popcount(mask)); }
-/// The index of the lowest set bit, or 64.
+/// The index of the lowest set bit, or 64 if none is set.
 HWY_INLINE size_t FindFirst(uint64_t mask) { return static_cast<size_t>(std::countr_zero(mask)); }
 HWY_INLINE uint64_t WithoutFirst(uint64_t mask) { return mask & (mask - 1); }
 /// The bits below the lowest set bit; all bits when none is set.
@@ -39,16 +39,16 @@ HWY_INLINE uint64_t BitsUpToFirst(uint64_t mask) { return mask ^ (mask - 1); }
 
 /// The characters of a block.
 struct Characters {
-    // An implicit constructor would not be compiled for the instruction set.
+    // An implicit constructor would not be compiled for the selected instruction set.
     HWY_INLINE Characters() {}
 
     ByteVector vectors[kVectors];
-    /// How many characters of `vectors` precede the block.
+    /// The number of characters in `vectors` that precede the block.
     size_t preceding = 0;
 };
 
-/// Whether a load can leave out the characters after the end of a text. Otherwise characters before the block
-/// are loaded in their place.
+/// Whether a load can be limited to the characters of the text. Otherwise, the block that contains the end of
+/// the text is loaded together with characters before the block.
 constexpr bool kLoadsPartially = HWY_TARGET == HWY_AVX3;
 static_assert(!kLoadsPartially || kVectors == 1);
 
@@ -69,7 +69,8 @@ HWY_INLINE Characters LoadBlock(const char* at, size_t size) {
 
 HWY_INLINE uint64_t JoinMasks(const ByteMask (&masks)[kVectors]) {
 #if HWY_TARGET == HWY_NEON
-    // A vector's mask takes eight instructions to turn into bits, but four masks together take nine.
+    // Converting the mask of one vector to bits takes eight instructions, converting four masks together
+    // nine.
     const hn::FixedTag<uint8_t, 16> d;
     alignas(16) constexpr uint8_t kBits[16] = {1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
     const auto bits = hn::Load(d, kBits);
@@ -89,7 +90,7 @@ HWY_INLINE uint64_t JoinMasks(const ByteMask (&masks)[kVectors]) {
 #endif
 }
 
-/// The mask of the characters for which `test`, a function of a vector, holds.
+/// The mask of the characters for which `test`, a function that maps a vector to a mask, is true.
 template <class Test>
 HWY_INLINE uint64_t MaskWhere(const Characters& characters, Test test) {
     ByteMask masks[kVectors];
@@ -97,7 +98,7 @@ HWY_INLINE uint64_t MaskWhere(const Characters& characters, Test test) {
     return JoinMasks(masks) >> characters.preceding;
 }
 
-/// Masks of the classes of a block's characters. After the end of the text, bits of `others` may be set.
+/// One mask per class of characters. Past the end of the text, only `others` may be set.
 struct CharacterMasks {
     uint64_t digits, points, minuses, commas, letters, others;
 };
@@ -124,21 +125,21 @@ HWY_INLINE CharacterMasks ClassifyCharacters(const Characters& characters) {
     masks.points = maskOf(kPoint);
     masks.minuses = maskOf(kMinus);
     masks.commas = maskOf(kComma);
-    masks.letters = MaskWhere(
-        classes, [&](ByteVector v) { return hn::Or(isOf(v, kUpperRowLetter), isOf(v, kLowerRowLetter)); });
+    masks.letters =
+        MaskWhere(classes, [&](ByteVector v) { return hn::Or(isOf(v, kLetterPToZ), isOf(v, kLetterAToO)); });
     masks.others = maskOf(0);
     return masks;
 }
 
-/// Masks of where the numbers of a block, without their signs, start and end: one bit for each number.
+/// Where the numbers of a block, without their signs, start and end. Each mask has one bit per number.
 struct NumberMasks {
     uint64_t starts;
     uint64_t integerEnds; ///< The points, and the ends of numbers that have none.
     uint64_t ends;
 };
 
-/// Fills in the letters of `block`. They are found in groups of four, because the branch that ends the loop
-/// is then rarely mispredicted: 3 % of parsing.
+/// Stores the letters in `block`. Finds them in groups of four, because the branch at the end of the loop is
+/// then rarely mispredicted, which saves 3 % of parsing.
 HWY_INLINE void FindLetters(uint64_t letters, uint64_t starts, PathDataBlock& block) {
     block.letterCount = CountBits(letters);
     for (size_t i = 0; letters != 0;) {
@@ -150,11 +151,12 @@ HWY_INLINE void FindLetters(uint64_t letters, uint64_t starts, PathDataBlock& bl
     }
 }
 
-/// Fills in `block`, which is full when `left` characters up to the end of the text are 64 or more, and finds
-/// the numbers that begin before its irregular character.
+/// Fills in `block` and returns the numbers that begin before its irregular character. `left` is the number
+/// of characters from the start of the block to the end of the text.
 HWY_INLINE NumberMasks FindNumbers(const CharacterMasks& masks, size_t left, PathDataBlock& block) {
-    // A number starts where a run of digits and points does, and again at each further point of the run.
-    // Adding the first digit of a run to its digits carries a bit past the last one.
+    // A number starts at the start of each run of digits and points, and at each further point of a run.
+    // Adding the bit of the first digit of a run to the bits of its digits carries a bit past the last of
+    // them.
     const uint64_t numeric = masks.digits | masks.points;
     const uint64_t runs = numeric & ~(numeric << 1);
     const uint64_t integerEnds = (masks.digits + (runs & masks.digits)) & ~masks.digits;
@@ -162,7 +164,7 @@ HWY_INLINE NumberMasks FindNumbers(const CharacterMasks& masks, size_t left, Pat
     const uint64_t starts = runs | furtherPoints;
     const uint64_t ends = (numeric << 1) & (~numeric | furtherPoints);
 
-    // The first bit that is not consumed. A number at the end of a full block, or its sign, is not.
+    // The first character that is not consumed. A number at the end of a full block, or its sign, is left.
     constexpr uint64_t kLastBit = uint64_t{1} << 63;
     const uint64_t limit = left < kPathDataBlockSize   ? uint64_t{1} << left
                            : (numeric & kLastBit) != 0 ? std::bit_floor(starts)
@@ -177,14 +179,14 @@ HWY_INLINE NumberMasks FindNumbers(const CharacterMasks& masks, size_t left, Pat
     const uint64_t regularStarts = starts & regular;
     block.numberCount = CountBits(regularStarts);
     FindLetters(masks.letters & regular, regularStarts, block);
-    // The last number may end where the next one starts.
+    // A number may end where the next one starts.
     const uint64_t otherStarts = starts ^ regularStarts;
     return {regularStarts, (integerEnds | (masks.points & starts)) & BitsBeforeFirst(otherStarts),
             ends & BitsUpToFirst(otherStarts)};
 }
 
-/// Converts those numbers of the block at `at` whose starts are `selected` one by one, to their places among
-/// all `numbers`. Never inlined, so that the common case need not save its vectors.
+/// Converts the numbers of the block at `at` that start at `selected`, one by one, and stores them at their
+/// indices in `numbers`. Not inlined, so that the common case need not save its vectors.
 HWY_NOINLINE void ConvertOneByOne(const char* at, const char* end, uint64_t starts, uint64_t selected,
                                   double* numbers) {
     for (; selected != 0; selected = WithoutFirst(selected)) {
@@ -197,11 +199,11 @@ HWY_NOINLINE void ConvertOneByOne(const char* at, const char* end, uint64_t star
 #undef OZM_TARGET
 #if HWY_TARGET == HWY_AVX3
 
-// Eight numbers at a time, for processors that also have the byte instructions of AVX-512 (VBMI and VBMI2),
-// which Highway does not offer. Compared to two numbers at a time: 7 % of parsing.
+// Converts eight numbers at a time with the byte instructions of AVX-512 (VBMI and VBMI2), which Highway does
+// not offer. Saves 7 % of parsing compared to two numbers at a time.
 #define OZM_TARGET [[gnu::target(HWY_TARGET_STR ",avx512vbmi,avx512vbmi2")]]
 
-/// The bytes of a vector, each computed from its index.
+/// The bytes of a vector, computed from their indices.
 template <typename ByteAt>
 constexpr std::array<uint8_t, 64> MakeBytes(ByteAt byteAt) {
     std::array<uint8_t, 64> bytes{};
@@ -216,14 +218,14 @@ OZM_TARGET inline __m512i LoadBytes(const std::array<uint8_t, 64>& bytes) {
 OZM_TARGET inline __m512i FillBytes(int byte) { return _mm512_set1_epi8(static_cast<char>(byte)); }
 
 /// Where the numbers of a block start and end, one byte per number. A number without a point is treated as if
-/// a point followed its digits.
+/// a point followed it.
 struct NumberOffsets {
     __m512i starts, points, ends;
-    __m512i shifts; ///< The number of bits by which eight digits exceed the digits of the number.
+    __m512i shifts; ///< Bits by which to shift the digits of a number so that the last one is the eighth.
 };
 
 alignas(64) constexpr auto kIndices = MakeBytes([](size_t i) { return i; });
-/// Indexed by the length of a number, point included.
+/// Indexed by the length of a number, including its point.
 alignas(64) constexpr auto kShifts = MakeBytes([](size_t i) { return i % 16 <= 9 ? (9 - i % 16) * 8 : 0; });
 
 OZM_TARGET inline NumberOffsets FindOffsets(const NumberMasks& masks, uint64_t pointCharacters) {
@@ -240,13 +242,13 @@ OZM_TARGET inline NumberOffsets FindOffsets(const NumberMasks& masks, uint64_t p
 
 alignas(64) constexpr auto kIndicesOfEights = MakeBytes([](size_t i) { return i / 8; });
 alignas(64) constexpr auto kIndicesInEights = MakeBytes([](size_t i) { return i % 8; });
-/// Divisors, indexed by the number of characters from the point on. A number that does not exist may have any
-/// divisor but 0.
+/// Divisors, indexed by the number of characters from the point to the end of the number. For unused places,
+/// any divisor but 0 will do.
 alignas(64) constexpr double kDivisors[16] = {1,   1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6,
                                               1e7, 1e8, 1,   1,   1,   1,   1,   1};
 
-/// Converts eight numbers of up to eight digits, starting with the one of index `first`. Adds up pairs of
-/// digits, then pairs of pairs. `isNegative` has one bit for each number.
+/// Converts eight numbers of up to eight digits, starting with the number at index `first`. Combines digits
+/// into pairs, and pairs into pairs of pairs. `isNegative` has one bit per number.
 OZM_TARGET inline void ConvertEight(__m512i characters, const NumberOffsets& offsets, size_t first,
                                     uint64_t isNegative, double* numbers) {
     const __m512i number = _mm512_add_epi8(LoadBytes(kIndicesOfEights), FillBytes(static_cast<int>(first)));
@@ -255,7 +257,7 @@ OZM_TARGET inline void ConvertEight(__m512i characters, const NumberOffsets& off
     const __m512i end = _mm512_permutexvar_epi8(number, offsets.ends);
     const __m512i shift = _mm512_maskz_permutexvar_epi8(0x0101010101010101, number, offsets.shifts);
 
-    // Leave the point out, then move the last digit into the highest byte.
+    // Remove the point, then shift the last digit into the highest byte.
     __m512i from = _mm512_add_epi8(start, LoadBytes(kIndicesInEights));
     from = _mm512_mask_add_epi8(from, _mm512_cmpge_epi8_mask(from, point), from, FillBytes(1));
     const __m512i digits = _mm512_and_si512(_mm512_permutexvar_epi8(from, characters), FillBytes(15));
@@ -265,7 +267,7 @@ OZM_TARGET inline void ConvertEight(__m512i characters, const NumberOffsets& off
     const __m512i eights =
         _mm512_add_epi64(_mm512_mul_epu32(fours, _mm512_set1_epi64(10000)), _mm512_srli_epi64(fours, 32));
 
-    // Both operands are exact, so that the division rounds once.
+    // Both operands are exact, so the division rounds only once.
     const __m512d divisor = _mm512_permutex2var_pd(_mm512_load_pd(kDivisors), _mm512_sub_epi8(end, point),
                                                    _mm512_load_pd(kDivisors + 8));
     const __m512d quotient = _mm512_div_pd(_mm512_cvtepi64_pd(eights), divisor);
@@ -298,12 +300,13 @@ OZM_TARGET inline void ConvertNumbers(const Characters& characters, const char* 
 #else
 #define OZM_TARGET
 
-/// The place of a number, without its sign.
+/// The position of a number in its block, without its sign.
 struct NumberPlace {
     size_t offset, length, integerDigits;
 };
 
-/// Removes the first number from `masks`. Returns an empty place in the block when there are no more.
+/// Removes the first number from `masks` and returns it. If there is none, returns an empty one inside the
+/// block.
 HWY_INLINE NumberPlace TakeFirst(NumberMasks& masks) {
     const size_t start = FindFirst(masks.starts);
     const NumberPlace place = {start % kPathDataBlockSize, FindFirst(masks.ends) - start,
@@ -312,7 +315,7 @@ HWY_INLINE NumberPlace TakeFirst(NumberMasks& masks) {
     return place;
 }
 
-/// Converts two numbers of up to `kLongestLayout` characters.
+/// Converts two numbers of up to `kMaxLayoutLength` characters.
 HWY_INLINE void ConvertTwo(const char* at, const NumberPlace& a, const NumberPlace& b, double* numbers) {
     const hn::FixedTag<uint8_t, 16> d8;
     const hn::FixedTag<uint16_t, 8> d16;
@@ -321,7 +324,7 @@ HWY_INLINE void ConvertTwo(const char* at, const NumberPlace& a, const NumberPla
     const hn::FixedTag<double, 2> dDouble;
     const hn::Half<decltype(d8)> dHalf;
     const auto load = [&](const NumberPlace& place) {
-        // The first of the eight characters is a minus sign or does not belong to the number.
+        // The first of the eight characters precedes the number and may be its minus sign.
         return hn::LoadU(dHalf, reinterpret_cast<const uint8_t*>(at + place.offset - 1));
     };
     const auto characters = hn::Combine(d8, load(b), load(a));
@@ -330,8 +333,8 @@ HWY_INLINE void ConvertTwo(const char* at, const NumberPlace& a, const NumberPla
     const auto layoutA = hn::Load(d64, kNumberLayouts[a.length][a.integerDigits].data());
     const auto layoutB = hn::Load(d64, kNumberLayouts[b.length][b.integerDigits].data());
 
-    // Digits are combined into pairs, pairs into fours, fours into eights. In the sums of the first two steps
-    // the wanted one ends up in the higher half.
+    // Combine digits into pairs, pairs into fours, and fours into eights. The first two multiplications leave
+    // the wanted sum in the upper half of each product.
     const auto shuffle = hn::Add(hn::BitCast(d8, hn::InterleaveLower(d64, layoutA, layoutB)),
                                  hn::Combine(d8, hn::Set(dHalf, uint8_t{8}), hn::Zero(dHalf)));
     const auto digits = hn::TableLookupBytesOr0(hn::And(characters, hn::Set(d8, uint8_t{15})), shuffle);
@@ -342,22 +345,24 @@ HWY_INLINE void ConvertTwo(const char* at, const NumberPlace& a, const NumberPla
     const auto eights = hn::Add(hn::MulEven(fours, hn::Set(d32, uint32_t{10000})),
                                 hn::ShiftRight<32>(hn::BitCast(d64, fours)));
 
-    // The doubles from 2^52 to 2^53 are the integers, which end in the lowest bit.
+    // The doubles from 2^52 to 2^53 are the integers, whose low 52 bits a double stores as they are. So the
+    // integers are put into the bits of 2^52, which is then subtracted.
     const auto twoTo52 = hn::Set(dDouble, 4503599627370496.0);
     const auto values = hn::Sub(hn::Or(hn::BitCast(dDouble, eights), twoTo52), twoTo52);
-    // Both operands are exact, so that the division rounds once.
+    // Both operands are exact, so the division rounds only once.
     const auto divisors = hn::BitCast(dDouble, hn::InterleaveUpper(d64, layoutA, layoutB));
     hn::StoreU(hn::Xor(hn::Div(values, divisors), hn::BitCast(dDouble, signs)), dDouble, numbers);
 }
 
 HWY_INLINE void ConvertNumbers(const Characters&, const char* at, const char* end, const CharacterMasks&,
                                NumberMasks masks, double* numbers) {
-    // In groups of four, because the branch that ends the loop is then rarely mispredicted: 2 % of parsing.
+    // In groups of four, because the branch at the end of the loop is then rarely mispredicted, which saves
+    // 2 % of parsing.
     while (masks.starts != 0) {
         const uint64_t remaining = masks.starts;
         const NumberPlace a = TakeFirst(masks), b = TakeFirst(masks), c = TakeFirst(masks),
                           d = TakeFirst(masks);
-        if ((a.length | b.length | c.length | d.length) > kLongestLayout) {
+        if ((a.length | b.length | c.length | d.length) > kMaxLayoutLength) {
             return ConvertOneByOne(at, end, remaining, remaining, numbers);
         }
         ConvertTwo(at, a, b, numbers);
@@ -389,7 +394,7 @@ OZM_TARGET void Scan(const char* at, const char* end, PathDataBlock& block, doub
 
 } // namespace
 
-// The instruction set's name without "N_".
+// The name of the instruction set is the namespace's name without "N_".
 extern const PathDataScanner kPathDataScanner;
 constinit const PathDataScanner kPathDataScanner = {&HWY_STR(HWY_NAMESPACE)[2], CountLetters, Scan,
                                                     kLoadsPartially ? 0 : kPathDataBlockSize,

@@ -1,5 +1,5 @@
-// Depth-first search over the graph that drawing walks, with memorised results. It keeps a stack of its own,
-// because chains of references can be as long as the file.
+// A depth-first search of the graph that drawing follows. The cost of each node is computed once. The search
+// keeps an explicit stack, because chains of references can be as long as the file.
 #include <Ozmira/ozmDrawingCost.h>
 #include <Ozmira/ozmReferences.h>
 
@@ -11,27 +11,29 @@
 namespace ozm {
 namespace {
 
-/// The ways in which drawing reaches an element. Each leads on to different elements.
+/// The ways in which drawing uses an element. The elements reached from it depend on its role.
 enum class Role : uint8_t {
-    Drawn,         ///< Painted with everything under it.
+    Drawn,         ///< Painted, with its descendants.
     ClipContainer, ///< A clip path whose children are added to a clip.
     Clipped,       ///< Added to a clip.
 };
 constexpr size_t kRoles = 3;
 
+/// A node of the graph.
 struct Node {
     uint64_t element;
     Role role;
 };
 
-/// Of a node and everything that drawing reaches from it.
+/// The cost of a node and of everything reached from it.
 struct Cost {
     uint32_t elements = 0;
     uint32_t segments = 0;
     uint32_t depth = 0;
 };
 
-struct Record {
+/// What the search knows about a node.
+struct NodeRecord {
     enum class State : uint8_t { Unseen, Open, Done };
 
     Cost cost;
@@ -70,9 +72,9 @@ uint64_t CountSegments(const Element& element) {
     return count;
 }
 
-class DrawingMeasure {
+class DrawingCostSearch {
 public:
-    explicit DrawingMeasure(const Document& document)
+    explicit DrawingCostSearch(const Document& document)
         : m_document(document), m_references(document), m_records(document.elements.size() * kRoles) {}
 
     DrawingCost Run() {
@@ -83,7 +85,7 @@ public:
             const std::optional<Node> next = NextSuccessor(m_frames.back());
             if (!next) {
                 Close();
-            } else if (RecordOf(*next).state == Record::State::Open) {
+            } else if (RecordOf(*next).state == NodeRecord::State::Open) {
                 return {.cycle = FindElementOfCycle(*next)};
             } else {
                 Visit(*next);
@@ -94,14 +96,16 @@ public:
     }
 
 private:
-    Record& RecordOf(Node node) { return m_records[node.element * kRoles + static_cast<size_t>(node.role)]; }
+    NodeRecord& RecordOf(Node node) {
+        return m_records[node.element * kRoles + static_cast<size_t>(node.role)];
+    }
     const Element& ElementOf(Node node) const { return m_document.elements[node.element]; }
 
     void Open(Node node) {
-        Record& record = RecordOf(node);
-        record.state = Record::State::Open;
+        NodeRecord& record = RecordOf(node);
+        record.state = NodeRecord::State::Open;
         if (node.role != Role::ClipContainer) {
-            // Elements that are hidden or no shape still have to be looked at each time.
+            // Drawing takes time even for an element that is hidden or has no shape.
             record.cost.elements = 1;
             const bool skipped = node.role == Role::Drawn && ElementOf(node).hidden;
             const uint64_t segments = skipped ? 0 : CountSegments(ElementOf(node));
@@ -111,8 +115,8 @@ private:
     }
 
     void Visit(Node next) {
-        const Record& record = RecordOf(next);
-        if (record.state == Record::State::Unseen) {
+        const NodeRecord& record = RecordOf(next);
+        if (record.state == NodeRecord::State::Unseen) {
             Open(next);
         } else {
             Add(RecordOf(m_frames.back().node).cost, record.cost);
@@ -121,16 +125,16 @@ private:
 
     void Close() {
         const Node node = m_frames.back().node;
-        Record& record = RecordOf(node);
-        record.state = Record::State::Done;
-        // Adding a clip path's children is a loop in the step that applies the clip, not a step of its own.
+        NodeRecord& record = RecordOf(node);
+        record.state = NodeRecord::State::Done;
+        // Drawing adds the children of a clip path in a loop, without recursion.
         if (node.role != Role::ClipContainer) ++record.cost.depth;
         m_frames.pop_back();
         if (!m_frames.empty()) Add(RecordOf(m_frames.back().node).cost, record.cost);
     }
 
-    /// The element nearest to the reference that closes the cycle at `first` which has an id, or else
-    /// `first`'s own.
+    /// Chooses an element of the cycle that the innermost open node closes by its reference to `first`: the
+    /// innermost one with an id, or else the element of `first`.
     uint64_t FindElementOfCycle(Node first) const {
         for (auto frame = m_frames.rbegin();; ++frame) {
             const Node node = frame->node;
@@ -139,7 +143,7 @@ private:
         }
     }
 
-    /// The next node that drawing reaches from this one, in the order of drawing.
+    /// Returns the next node reached from this one, in the order of drawing.
     std::optional<Node> NextSuccessor(Frame& frame) {
         const Element& element = ElementOf(frame.node);
         switch (frame.node.role) {
@@ -177,7 +181,7 @@ private:
         return std::nullopt;
     }
 
-    /// True when the element's own opacity keeps everything under it from being drawn.
+    /// True if the element's own opacity makes it and its descendants invisible.
     bool IsTransparent(const Element& element) const {
         double opacity = 1;
         for (const StyleProperty& property : PropertiesOf(element)) {
@@ -200,12 +204,12 @@ private:
 
     const Document& m_document;
     References m_references;
-    std::vector<Record> m_records;
+    std::vector<NodeRecord> m_records;
     std::vector<Frame> m_frames;
 };
 
 } // namespace
 
-DrawingCost MeasureDrawing(const Document& document) { return DrawingMeasure(document).Run(); }
+DrawingCost MeasureDrawing(const Document& document) { return DrawingCostSearch(document).Run(); }
 
 } // namespace ozm

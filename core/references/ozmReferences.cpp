@@ -5,15 +5,15 @@
 namespace ozm {
 namespace {
 
-/// Up to this many definitions, a search from the front is as fast as a hash map.
-constexpr size_t kMostForLinearSearch = 32;
+/// Up to this number of definitions, a linear search is as fast as a hash map.
+constexpr size_t kMaxLinearSearch = 32;
 
 } // namespace
 
 uint64_t References::FindIndex(std::string_view id) {
     if (id.empty()) return kNoElement;
     const std::vector<Definition>& definitions = m_document->definitions;
-    if (definitions.size() <= kMostForLinearSearch) {
+    if (definitions.size() <= kMaxLinearSearch) {
         for (const Definition& definition : definitions) {
             if (definition.id == id) return definition.elementIndex;
         }

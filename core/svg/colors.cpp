@@ -6,29 +6,30 @@
 namespace ozm {
 namespace {
 
-constexpr double kByte = 1.0 / 255;
-constexpr double kPercent = 0.01;
+constexpr double kByteScale = 1.0 / 255;
+constexpr double kPercentScale = 0.01;
 
-/// Letters have bit 6, and their low four bits count from 1.
+/// Only letters have bit 6 set; their low four bits count from 1.
 int HexDigitValue(char c) { return (c & 15) + 9 * (c >> 6); }
 
-/// Reads what follows the "#"; characters behind the digits that count are ignored.
+/// Reads the three or six digits after the "#" and ignores what follows them. Of four or five digits, three
+/// count.
 bool ParseHexadecimalColor(StringView text, Color& color) {
-    constexpr uint64_t kLongest = 6;
+    constexpr uint64_t kMaxDigits = 6;
     uint64_t digits = 0;
-    while (digits < text.length && digits < kLongest && isHexDigit(text.data[digits])) ++digits;
+    while (digits < text.length && digits < kMaxDigits && isHexDigit(text.data[digits])) ++digits;
     if (digits < 3) return false;
-    const bool isLong = digits == kLongest;
+    const bool isLong = digits == kMaxDigits;
     const auto component = [&](int index) {
         const int high = HexDigitValue(text.data[isLong ? 2 * index : index]);
         const int low = isLong ? HexDigitValue(text.data[2 * index + 1]) : high;
-        return (16 * high + low) * kByte;
+        return (16 * high + low) * kByteScale;
     };
     color = {component(0), component(1), component(2), 1};
     return true;
 }
 
-/// Reads "rgb(" three numbers ")"; `suffix` has to follow each number unless it is 0.
+/// Reads "rgb(", three numbers and ")". Unless `suffix` is 0, it must follow each number.
 bool ParseRGBFunction(StringView text, char suffix, double scale, Color& color, StringView& consumed) {
     constexpr std::string_view kPrefix = "rgb(";
     if (!text.HasPrefix(kPrefix)) return false;
@@ -72,12 +73,12 @@ bool SVGParser::ParseCSSColor(StringView text, Color& color) {
 }
 
 bool SVGParser::ParseCSSColorInRGBIntegerFunctionalForm(StringView text, Color& color, StringView& consumed) {
-    return ParseRGBFunction(text, 0, kByte, color, consumed);
+    return ParseRGBFunction(text, 0, kByteScale, color, consumed);
 }
 
 bool SVGParser::ParseCSSColorInRGBFloatingFunctionalForm(StringView text, Color& color,
                                                          StringView& consumed) {
-    return ParseRGBFunction(text, '%', kPercent, color, consumed);
+    return ParseRGBFunction(text, '%', kPercentScale, color, consumed);
 }
 
 bool SVGParser::ParseCSSColorNamedColor(StringView text, Color& color) {

@@ -9,7 +9,7 @@
 namespace ozm {
 namespace {
 
-/// Calls `call` again for as long as signals interrupt it.
+/// Repeats a system call until no signal interrupts it.
 template <typename Call>
 int RetryInterrupted(Call call) {
     int result;
@@ -22,7 +22,7 @@ int RetryInterrupted(Call call) {
 class File {
 public:
     explicit File(const char* path)
-        // Opening a pipe that nobody writes to must not wait.
+        // Opening a named pipe without a writer must not block.
         : m_descriptor(RetryInterrupted([&] { return open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC); })) {}
     ~File() {
         if (IsOpen()) close(m_descriptor);
@@ -32,7 +32,8 @@ public:
 
     bool IsOpen() const { return m_descriptor != -1; }
 
-    bool Measure(size_t& size) const {
+    /// Returns false if the size cannot be determined.
+    bool GetSize(size_t& size) const {
         struct stat status;
         if (RetryInterrupted([&] { return fstat(m_descriptor, &status); }) == -1 || status.st_size < 0)
             return false;
@@ -40,7 +41,7 @@ public:
         return true;
     }
 
-    /// Reads once; the number of characters that came.
+    /// Reads once. Returns the number of characters read, 0 on an error.
     size_t Read(char* buffer, size_t size) const {
         const ssize_t count = read(m_descriptor, buffer, size);
         return count < 0 ? 0 : static_cast<size_t>(count);
@@ -50,7 +51,7 @@ private:
     const int m_descriptor;
 };
 
-struct Free {
+struct FreeMemory {
     void operator()(char* memory) const { std::free(memory); }
 };
 
@@ -64,10 +65,10 @@ std::unique_ptr<Document> SVGParser::CreateDocumentWithContentsOfSVGFile_unbuffe
     if (!path) return nullptr;
     const File file(path);
     size_t size = 0;
-    if (!file.IsOpen() || !file.Measure(size)) return nullptr;
-    const std::unique_ptr<char, Free> text(static_cast<char*>(std::malloc(size + 1)));
+    if (!file.IsOpen() || !file.GetSize(size)) return nullptr;
+    const std::unique_ptr<char, FreeMemory> text(static_cast<char*>(std::malloc(size + 1)));
     if (!text) return nullptr;
-    // Folders cannot be read and have a size all the same; a file may have become shorter.
+    // Less than the size may be read: directories have a size but cannot be read, and files may shrink.
     text.get()[file.Read(text.get(), size)] = '\0';
     return ParseSVGData(text.get());
 }

@@ -5,8 +5,8 @@
 namespace ozm {
 namespace {
 
-/// Stores a number, which a "%" right behind it divides by 100. False, leaving `number` alone, when there is
-/// none.
+/// Reads a number, which is divided by 100 if a "%" follows directly. Returns false, leaving `number`
+/// unchanged, if there is none.
 bool ReadFraction(StringView text, double& number) {
     double value;
     const char* const end = ReadScientificNumber(text.begin(), text.end(), value);
@@ -15,7 +15,7 @@ bool ReadFraction(StringView text, double& number) {
     return true;
 }
 
-/// False when the attribute is missing or holds no length; `out` then keeps its value.
+/// Returns false, leaving `out` unchanged, if the attribute is missing or is no length.
 bool ReadDimensionAttribute(SVGParser& parser, const XMLNode& node, std::string_view name, Dimension& out) {
     StringView value;
     return node.FindAttribute(name, value) &&
@@ -42,7 +42,7 @@ void ReadUnits(StringView value, Gradient& gradient) {
     if (value == "userSpaceOnUse") gradient.units = Gradient::Units::UserSpaceOnUse;
 }
 
-/// The words are capitalised here.
+/// Unlike in SVG, the keywords are capitalised.
 void ReadSpreadMethod(StringView value, Gradient& gradient) {
     if (value == "Pad") gradient.spreadMethod = Gradient::SpreadMethod::Pad;
     if (value == "Reflect") gradient.spreadMethod = Gradient::SpreadMethod::Reflect;

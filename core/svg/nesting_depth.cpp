@@ -8,7 +8,7 @@
 namespace ozm {
 namespace {
 
-// The reader's own classes of characters.
+// The character classes of the XML reader.
 
 bool IsXMLSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 
@@ -16,8 +16,8 @@ bool IsNodeNameCharacter(char c) { return c != '\0' && !IsXMLSpace(c) && c != '/
 
 bool IsAttributeNameCharacter(char c) { return IsNodeNameCharacter(c) && c != '!' && c != '<' && c != '='; }
 
-/// Walks XML text token by token, without recursion, in step with the reader. Each step returns false where
-/// the reader would give up.
+/// Scans XML text token by token, without recursion, and accepts the same syntax as the XML reader. The
+/// functions that return a bool return false where the reader would stop.
 class NestingScanner {
 public:
     NestingScanner(std::string_view text, uint32_t limit) : m_rest(text), m_limit(limit) {}
@@ -30,7 +30,7 @@ public:
     }
 
 private:
-    /// The next character; NUL at the end.
+    /// The next character, or NUL at the end.
     char Next() const { return m_rest.empty() ? '\0' : m_rest.front(); }
 
     void Skip(size_t count) { m_rest.remove_prefix(count); }
@@ -40,7 +40,7 @@ private:
         while (predicate(Next())) Skip(1);
     }
 
-    /// Goes behind the next occurrence of `token`.
+    /// Moves past the next occurrence of `token`.
     bool SkipPast(std::string_view token) {
         const size_t found = m_rest.find(token);
         if (found == std::string_view::npos) return false;
@@ -62,7 +62,7 @@ private:
         Skip(1);
         switch (Next()) {
         case '?':
-            Skip(1); // "<?>" is not closed.
+            Skip(1); // The "?" of "<?>" does not also belong to a closing "?>".
             return SkipPast("?>");
         case '!': return SkipMarkup();
         case '/': return m_depth > 0 && SkipClosingTag();
@@ -148,12 +148,12 @@ private:
 } // namespace
 
 bool NestsDeeperThan(const char* text, uint32_t limit) {
-    // The shortest opening tag, "<a>", has three characters: most files are too short to nest too deep.
-    const size_t shortest = size_t{3} * limit;
-    const size_t length = strnlen(text, shortest);
-    if (length < shortest) return false;
+    // The shortest opening tag, "<a>", has three characters, so most files are too short to nest too deep.
+    const size_t minLength = size_t{3} * limit;
+    const size_t length = strnlen(text, minLength);
+    if (length < minLength) return false;
     const std::string_view whole(text, length + std::strlen(text + length));
-    // Others have too few tags.
+    // Most of the others have too few tags.
     size_t at = 0;
     for (uint32_t tags = 0; tags <= limit; ++tags) {
         at = whole.find('<', at);

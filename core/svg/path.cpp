@@ -10,10 +10,10 @@
 namespace ozm {
 namespace {
 
-/// The number of characters that follow the value of an attribute of an element below a document's root, at
-/// least.
-constexpr size_t kShortestMarkupAfterValue = std::string_view("\"/></>").size();
-static_assert(kShortestMarkupAfterValue >= kMaxPathDataOverrun, "some scanner would never be chosen");
+/// A lower bound for the number of characters that follow an attribute value of an element inside the root
+/// element.
+constexpr size_t kMinMarkupAfterValue = std::string_view("\"/></>").size();
+static_assert(kMinMarkupAfterValue >= kMaxPathDataOverrun, "some scanner would never be chosen");
 
 } // namespace
 
@@ -30,9 +30,9 @@ std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {
         return std::find_if_not(
             at, end, [](char c) { return c == ' ' || c == ',' || c == '\t' || c == '\n' || c == '\r'; });
     };
-    constexpr size_t kFirstReserve = 64;
+    constexpr size_t kMaxReserve = 64;
     std::vector<double> numbers;
-    numbers.reserve(std::min(text.length / 2 + 1, kFirstReserve));
+    numbers.reserve(std::min(text.length / 2 + 1, kMaxReserve));
     const char* at = text.begin();
     double number;
     while ((at = ReadListNumber(at, text.end(), number, skipSeparators))) numbers.push_back(number);
@@ -43,7 +43,7 @@ int64_t SVGParser::ProcessPathNode(const XMLNode& node) {
     StringView data;
     if (!node.FindAttribute("d", data)) return -1;
     const uint64_t index = AddElement(Element::Type::Path);
-    const size_t readableAfter = m_isParsing ? kShortestMarkupAfterValue : 0;
+    const size_t readableAfter = m_isParsing ? kMinMarkupAfterValue : 0;
     ReadPathData(data, document->elements[index].path.commands,
                  ChoosePathDataScanner(PathDataScanners(), data.length, readableAfter));
     ProcessCommonAttributes(index, node);

@@ -5,7 +5,7 @@
 namespace ozm {
 namespace {
 
-/// Stores the number of an attribute; false, leaving `number` alone, where there is no such attribute.
+/// Reads an attribute as a number. Returns false, leaving `number` unchanged, if there is no such attribute.
 bool ReadNumberAttribute(const XMLNode& node, std::string_view name, double& number) {
     StringView value;
     if (!node.FindAttribute(name, value)) return false;
@@ -21,9 +21,9 @@ void AppendMoveTo(Path& path, double x, double y) {
     path.commands.emplace_back(PathCommand::Type::MoveTo).point = {x, y};
 }
 
-/// Moves to the first of the complete pairs, then draws a line to every pair, the first included.
+/// Moves to the first complete pair of numbers, then draws lines to all complete pairs, including the first.
 void AppendPolyLine(Path& path, const std::vector<double>& numbers) {
-    const size_t end = numbers.size() / 2 * 2;
+    const size_t end = numbers.size() / 2 * 2; // Past the last complete pair.
     if (end == 0) return;
     path.commands.reserve(end / 2 + 2);
     AppendMoveTo(path, numbers[0], numbers[1]);
@@ -41,7 +41,7 @@ uint64_t SVGParser::ProcessRectNode(const XMLNode& node) {
     const bool hasRy = ReadNumberAttribute(node, "ry", rect.ry);
     if (ReadNumberAttribute(node, "width", rect.width) && rect.width == 0) rect.hidden = true;
     if (ReadNumberAttribute(node, "height", rect.height) && rect.height == 0) rect.hidden = true;
-    // A radius that is given for one direction counts for both, before either is clamped.
+    // A radius given for only one direction applies to both. It is copied before it is clamped.
     if (hasRx && !hasRy) rect.ry = rect.rx;
     if (hasRy && !hasRx) rect.rx = rect.ry;
     rect.rx = std::min(rect.rx, rect.width / 2);

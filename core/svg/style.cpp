@@ -18,21 +18,21 @@ StringView ViewBetween(const char* first, const char* last) {
     return {first, static_cast<uint64_t>(last - first)};
 }
 
-/// The first `c` in [first, last), or null.
+/// Returns the first `c` in [first, last), or null.
 const char* Find(const char* first, const char* last, char c) {
     if (first == last) return nullptr;
     return static_cast<const char*>(std::memchr(first, c, static_cast<size_t>(last - first)));
 }
 
-/// Splits a declaration at its colon. `text` ends where the declaration ends, without a semicolon. False for
-/// an empty value.
+/// Splits a declaration at its colon. `text` is the declaration, without a semicolon. Returns false for an
+/// empty value.
 bool SplitDeclaration(StringView text, const char* colon, Declaration& declaration) {
     if (colon + 1 == text.end()) return false;
     declaration = {Trim(ViewBetween(text.begin(), colon)), Trim(ViewBetween(colon + 1, text.end()))};
     return true;
 }
 
-// Each appends at most one property.
+// Each of these functions appends at most one property.
 
 void AppendColor(SVGParser& parser, StyleProperty::Type type, StringView value, Style& style) {
     Color color;
@@ -44,7 +44,7 @@ void AppendURL(SVGParser& parser, StyleProperty::Type type, StringView value, St
     if (parser.ParseFunctionalLocalIRI(value, id)) style.properties.emplace_back(type).url = std::move(id);
 }
 
-/// Takes whatever the value reads as, 0 when it is no number.
+/// Appends the value as a number, 0 if it is none.
 void AppendOpacity(StyleProperty::Type type, StringView value, Style& style) {
     style.properties.emplace_back(type).number = value.toDouble();
 }
@@ -55,7 +55,7 @@ void AppendPositiveNumber(StyleProperty::Type type, StringView value, Style& sty
     style.properties.emplace_back(type).number = number;
 }
 
-/// The keyword's number is its place in the list.
+/// Appends the index of the keyword in the list.
 void AppendKeyword(StyleProperty::Type type, StringView value,
                    std::initializer_list<std::string_view> keywords, Style& style) {
     uint32_t keyword = 0;
@@ -93,7 +93,7 @@ void ApplyProperty(SVGParser& parser, StylePropertyName name, StringView value, 
     case Name::Display:
         if (value == "none") element.hidden = true;
         return;
-    case Name::Visibility: // Has had its effect, whatever the value.
+    case Name::Visibility: // The callers have already shown the element, whatever the value.
     case Name::StrokeDashArray:
     case Name::Href:
     case Name::Unknown: return;
@@ -149,16 +149,17 @@ bool SVGParser::ProcessCSSStylePropertyDeclarations(StringView text, Element& el
     StringView consumed;
     while (ParseCSSStylePropertyDeclaration(text, declaration, consumed)) {
         text = text.CutFront(consumed.length);
-        // The value of a declaration named "style..." is a list of its own. It holds one declaration at most,
-        // because no value holds a semicolon. Lists may nest as deep as the text is long, so this neither
-        // recurses nor searches each value for a semicolon again.
-        bool complete = true;
-        while (complete && declaration.first.HasPrefix("style")) {
+        // The value of a declaration named "style..." is a declaration list itself. It contains at most one
+        // declaration, because a value contains no semicolon. Only the length of the text limits the
+        // nesting, so this is a loop instead of a recursion. To avoid quadratic time, it does not search for
+        // semicolons again.
+        bool isComplete = true;
+        while (isComplete && declaration.first.HasPrefix("style")) {
             const StringView value = declaration.second;
             const char* const colon = Find(value.begin(), value.end(), ':');
-            complete = colon && SplitDeclaration(value, colon, declaration);
+            isComplete = colon && SplitDeclaration(value, colon, declaration);
         }
-        if (complete) ProcessStyleProperty(declaration.first, declaration.second, element, style);
+        if (isComplete) ProcessStyleProperty(declaration.first, declaration.second, element, style);
     }
     return true;
 }

@@ -7,8 +7,8 @@
 
 namespace ozm {
 
-/// A style property that can be written as an attribute of its own or as a declaration. The order is that in
-/// which presentation attributes apply.
+/// The style properties that can be written as an attribute or as a declaration, in the order in which
+/// presentation attributes apply.
 enum class StylePropertyName : uint8_t {
     Fill,
     FillOpacity,
@@ -32,10 +32,10 @@ enum class StylePropertyName : uint8_t {
 
 inline constexpr size_t kPresentationAttributeCount = static_cast<size_t>(StylePropertyName::Unknown);
 
-/// The names as they are written, addressed by `StylePropertyName`.
+/// The names in SVG, indexed by `StylePropertyName`.
 extern const std::array<std::string_view, kPresentationAttributeCount> kPresentationAttributeNames;
 
-/// The property with exactly this name.
+/// Returns the property with exactly this name.
 StylePropertyName FindStylePropertyName(std::string_view name);
 
 } // namespace ozm

@@ -9,14 +9,14 @@ namespace {
 
 double Radians(double degrees) { return degrees * 0.017453292519943295; }
 
-/// The arguments of one item, those that were left out being 0.
+/// The arguments of one transform function. Omitted arguments are 0.
 struct Arguments {
     double values[6] = {};
     int count = 0;
 };
 
-/// Reads between `required` and `allowed` numbers and the ")" behind them. Returns the place behind it, or
-/// null.
+/// Reads at least `required` and at most `allowed` numbers and the ")" after them. Returns the end of
+/// the text read, or null.
 const char* ReadArguments(const char* at, const char* end, int required, int allowed, Arguments& arguments) {
     at = SkipWhitespace(at, end);
     while (arguments.count < allowed) {
@@ -30,6 +30,7 @@ const char* ReadArguments(const char* at, const char* end, int required, int all
     return arguments.count >= required && at != end && *at == ')' ? at + 1 : nullptr;
 }
 
+/// Changes `m` so that it applies the transform function first, then what it applied before.
 using Compose = void (*)(Transform& m, const Arguments& arguments);
 
 void ComposeMatrix(Transform& m, const Arguments& arguments) {
@@ -73,20 +74,20 @@ void ComposeSkewY(Transform& m, const Arguments& arguments) {
     m.b += t * m.d;
 }
 
-struct Item {
+struct TransformFunction {
     std::string_view name;
     int required, allowed; ///< Number of arguments.
     Compose compose;
 };
 
-constexpr Item kItems[] = {
+constexpr TransformFunction kFunctions[] = {
     {"matrix(", 6, 6, ComposeMatrix}, {"translate(", 1, 2, ComposeTranslate}, {"scale(", 1, 2, ComposeScale},
     {"rotate(", 1, 3, ComposeRotate}, {"skewX(", 1, 1, ComposeSkewX},         {"skewY(", 1, 1, ComposeSkewY},
 };
 
-const Item* FindItem(StringView text) {
-    for (const Item& item : kItems) {
-        if (text.HasPrefix(item.name)) return &item;
+const TransformFunction* FindFunction(StringView text) {
+    for (const TransformFunction& function : kFunctions) {
+        if (text.HasPrefix(function.name)) return &function;
     }
     return nullptr;
 }
@@ -94,21 +95,21 @@ const Item* FindItem(StringView text) {
 } // namespace
 
 bool SVGParser::ParseTransform(StringView text, Transform& out) {
-    // No item fits into fewer characters; trailing whitespace ends here, too.
-    constexpr uint64_t kShortestItem = 7;
+    // Shorter than every function. This also rejects trailing whitespace.
+    constexpr uint64_t kMinFunctionLength = 7;
 
     out = TransformIdentity;
     if (text.empty()) return false;
     while (!text.empty()) {
         text = text.TrimLeadingWhitespace();
-        if (text.length < kShortestItem) return false;
-        const Item* const item = FindItem(text);
-        if (!item) return false;
+        if (text.length < kMinFunctionLength) return false;
+        const TransformFunction* const function = FindFunction(text);
+        if (!function) return false;
         Arguments arguments;
-        const char* const next = ReadArguments(text.data + item->name.size(), text.end(), item->required,
-                                               item->allowed, arguments);
+        const char* const next = ReadArguments(text.data + function->name.size(), text.end(),
+                                               function->required, function->allowed, arguments);
         if (!next) return false;
-        item->compose(out, arguments);
+        function->compose(out, arguments);
         text = text.CutFront(static_cast<uint64_t>(next - text.data));
     }
     return true;

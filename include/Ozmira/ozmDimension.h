@@ -4,8 +4,9 @@
 
 namespace ozm {
 
-/// A number with the unit written after it. Nothing converts one unit into another.
+/// A number and its unit, as written. Units are never converted.
 struct Dimension {
+    /// The unit of a number. The parser stores `PX` for a missing or unknown unit, and never `None`.
     enum class Unit : int32_t {
         None = 0,
         EM = 1,

@@ -11,7 +11,7 @@
 
 namespace ozm {
 
-/// Binds an id to the element that carries it.
+/// An id and the element that has it.
 struct Definition {
     std::string id;
     uint64_t elementIndex = 0; ///< Index into `Document::elements`.
@@ -23,8 +23,8 @@ OZM_RECORD(ozm::Definition);
 
 namespace ozm {
 
-/// A parsed drawing. It owns everything; elements refer to each other by index or id. Filled by one parse,
-/// read-only afterwards. A document made from malformed text has no elements.
+/// A parsed drawing, which owns all its parts. Elements refer to each other by index or id. One parse fills
+/// the document; it does not change afterwards. A document made from malformed text has no elements.
 struct Document {
     uint32_t reserved0 = 0;   ///< Always 0.
     uint32_t reserved1 = 0;   ///< Always 0.

@@ -10,16 +10,17 @@
 
 namespace ozm {
 
-/// In place of an index into `Document::elements`: no element.
+/// Stands for "no element" where an index into `Document::elements` is expected.
 inline constexpr uint64_t kNoElement = ~uint64_t{0};
 
-/// What a container element carries.
+/// The payload of a container element.
 struct Group {
     std::vector<uint64_t> children; ///< Indices into `Document::elements`, in document order.
 };
 
-/// One element of a document: `type`, the payload that it selects, and what all kinds share.
+/// One element of a document: a type, the payload that the type selects, and what all types have in common.
 struct Element {
+    /// The type of an element, with the SVG elements that it represents and the members of its payload.
     enum class Type : uint32_t {
         Group = 0,           ///< `svg`, `g`, `a`: `children`
         Path = 2,            ///< `path`, `line`, `polyline`, `polygon`: `path`
@@ -36,13 +37,12 @@ struct Element {
     /// Payload that owns memory.
     union {
         std::vector<uint64_t> children; ///< Indices into `Document::elements`, in document order.
-        Path path;                      ///< Keeps its address for as long as the document is not changed.
+        Path path;                      ///< Its address is stable while the document does not change.
         std::string href;               ///< Id of the referenced element, without "#".
-        Gradient gradient;              ///< Keeps its address for as long as the document is not changed.
+        Gradient gradient;              ///< Its address is stable while the document does not change.
     };
 
-    /// Payload of plain numbers, in user units. Unnamed structs are C, and an extension that C++ compilers
-    /// share.
+    /// Payload of plain numbers, in user units. Unnamed structs are standard C and a common extension of C++.
     __extension__ union {
         TVec2<double> position; ///< Offset of a `use`.
         struct {
@@ -57,13 +57,13 @@ struct Element {
 
     std::string id;
     Transform transform = TransformIdentity;
-    int32_t styleIndex = -1; ///< Index into `Document::styles`; -1: no style of its own.
+    int32_t styleIndex = -1; ///< Index into `Document::styles`; -1 for an element that sets no property.
     bool hidden = false;     ///< Neither the element nor anything under it is drawn.
 
-    /// An element whose payload is zero or empty.
+    /// Creates an element whose payload is zero or empty.
     explicit Element(Type ofType);
     Element(const Element& other);
-    /// Takes lists and strings over and leaves empty ones in `other`.
+    /// Moves lists and strings out of `other`, which is left with empty ones.
     Element(Element&& other) noexcept;
     Element& operator=(const Element&) = delete;
     Element& operator=(Element&&) = delete;
@@ -80,7 +80,7 @@ OZM_RECORD(ozm::Element);
 
 namespace ozm {
 
-/// True for the kinds that hold `children`.
+/// True for the types whose payload is `children`.
 constexpr bool IsContainer(Element::Type type) {
     return type == Element::Type::Group || type == Element::Type::ClipPath || type == Element::Type::Defs;
 }

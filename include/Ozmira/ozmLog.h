@@ -8,22 +8,25 @@ namespace ozm {
 
 /// An ordered list of messages with levels.
 struct Log {
+    /// The severity of a message.
     enum class Level : uint32_t { Error = 1, Warning = 2, Info = 3, Debug = 4 };
 
+    /// One message.
     struct Entry {
-        Level level; ///< Other values than the named ones are allowed and shown as unknown.
+        Level level; ///< May be a value without a name, which is shown as unknown.
         std::string message;
     };
 
     std::vector<Entry> entries;
 
+    /// Adds a message at the end.
     void Append(Level level, std::string message);
 
-    /// The label under which a level is shown, padded with blanks to 11 characters: "[Error]    ".
+    /// The label of a level, padded with blanks to 11 characters: "[Error]    ". Statically allocated.
     static const char* Label(Level level);
 };
 
-/// The entry's line of the shown log: label, blank, message, line feed.
+/// One line: the level's label, a blank, the message and a line feed.
 std::string to_string(const Log::Entry& entry);
 
 /// The lines of all entries, in order.

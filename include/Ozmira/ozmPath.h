@@ -9,7 +9,7 @@
 
 namespace ozm {
 
-/// A cubic segment; it starts where the segment before it ended.
+/// A cubic Bézier segment, which starts where the previous segment ended.
 struct BezierCurve {
     TVec2<double> end;
     TVec2<double> control1;
@@ -24,8 +24,9 @@ OZM_RECORD(ozm::BezierCurve);
 
 namespace ozm {
 
-/// One step of a path in absolute coordinates: `type` and the payload that it selects.
+/// One command of a path, in absolute coordinates: a type and the payload that the type selects.
 struct PathCommand {
+    /// The type of a command and the member of its payload.
     enum class Type : uint32_t {
         MoveTo = 0,           ///< `point`
         ClosePath = 1,        ///< No payload.
@@ -37,28 +38,28 @@ struct PathCommand {
 
     Type type;
     union {
-        TVec2<double> point;               ///< Where to move.
+        TVec2<double> point;               ///< The new current point.
         std::vector<TVec2<double>> points; ///< End points of a run of straight segments, possibly none.
         std::vector<BezierCurve> curves;   ///< A run of cubic segments, possibly none.
     };
 
-    /// A command with the point (0, 0) or an empty list.
+    /// Creates a command with the point (0, 0) or an empty list.
     explicit PathCommand(Type ofType) : type(ofType) { ConstructEmpty(); }
-    /// A `LineTo`.
+    /// Creates a `LineTo`.
     explicit PathCommand(std::vector<TVec2<double>>&& ofPoints) noexcept
         : type(Type::LineTo), points(std::move(ofPoints)) {}
-    /// A `CurveTo`.
+    /// Creates a `CurveTo`.
     explicit PathCommand(std::vector<BezierCurve>&& ofCurves) noexcept
         : type(Type::CurveTo), curves(std::move(ofCurves)) {}
     PathCommand(const PathCommand& other);
-    /// Takes the list over; `other` keeps its type and an empty list.
+    /// Moves the list out of `other`, which keeps its type and an empty list.
     PathCommand(PathCommand&& other) noexcept : type(other.type) { ConstructFrom(other); }
-    /// Ends the program when memory for the copy of a list runs out.
+    /// Terminates the program if there is no memory for the copy of a list.
     PathCommand& operator=(const PathCommand& other) noexcept;
     PathCommand& operator=(PathCommand&& other) noexcept;
     ~PathCommand() { DestroyPayload(); }
 
-    /// Same type and equal payload.
+    /// True for the same type with an equal payload.
     friend bool operator==(const PathCommand& a, const PathCommand& b);
 
 private:
@@ -80,7 +81,7 @@ struct Path {
     bool operator==(const Path&) const = default;
 };
 
-// Inline, because lists of commands are built, grown and destroyed by the thousand.
+// Inline, because commands are created, moved and destroyed by the thousand.
 
 inline void PathCommand::ConstructEmpty() noexcept {
     switch (type) {
@@ -99,8 +100,8 @@ inline void PathCommand::ConstructFrom(PathCommand& other) noexcept {
 }
 
 inline void PathCommand::DestroyPayload() noexcept {
-    // Lines and curves take turns, so that a branch between them is often mispredicted. Both lists end alike,
-    // and one branch, which compilers see, tells whether there is one.
+    // Lines and curves alternate, so a branch between them would often be mispredicted. One branch tests
+    // whether there is a list at all; compilers merge the two destructors below, which are the same code.
     constexpr uint32_t kLists =
         (1U << static_cast<uint32_t>(Type::LineTo)) | (1U << static_cast<uint32_t>(Type::CurveTo));
     if (type > Type::CurveTo || (kLists >> static_cast<uint32_t>(type) & 1) == 0) return;

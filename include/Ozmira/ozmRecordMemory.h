@@ -8,31 +8,31 @@
 
 // Memory for the lists of the document model and of the renderer.
 //
-// A drawing has tens of lists of one, two or three entries. An allocator that serves all threads and sizes
-// takes several times as long.
+// A drawing has dozens of lists of one, two or three entries. A general-purpose allocator takes several times
+// as long for them.
 //
-// `OZM_RECORD(Record)` after the definition of a record makes `std::vector<Record>` take its memory from
-// here. Only the records of the model use it, so no other list of a client's changes.
+// `OZM_RECORD(Record)` after the definition of a record makes `std::vector<Record>` use this allocator. Only
+// the records of the model do, so that lists of other types work as usual.
 //
-// Each thread keeps the blocks of the lists that end on it, about 256 KB of them at most, and uses them for
-// the lists that begin on it. Threads share nothing, so nothing is locked. A list may end on another thread
-// than it began on. Blocks are aligned as those of `operator new`.
+// Each thread keeps freed blocks for reuse, about 256 KB at most. Threads share no blocks, so no locks are
+// needed. A block may be freed on another thread than the one that allocated it. Blocks have the alignment of
+// `operator new`.
 //
-// A thread gives back what it keeps when it ends, when it keeps too much, and when `TrimThreadMemory` asks.
-// When the library is unloaded or the program exits, threads that live on keep their blocks for good.
+// A thread frees the blocks that it keeps when it ends, when they become too many, and on `TrimThreadMemory`.
+// Threads that outlive the library, because it is unloaded or the program exits, leak theirs.
 
 namespace ozm {
 
-/// Gives back the memory that the calling thread keeps for lists to come. The thread stays usable and keeps
-/// memory anew.
+/// Frees the memory that the calling thread keeps for reuse. The thread can continue to use the library, and
+/// keeps memory again.
 void TrimThreadMemory() noexcept;
 
-/// The blocks that one thread keeps, by size.
+/// The free blocks that one thread keeps, by size.
 class RecordMemory {
 public:
-    /// A block of at least `size` bytes. Throws `std::bad_alloc`.
+    /// Returns a block of at least `size` bytes. Throws `std::bad_alloc`.
     static void* Allocate(size_t size) {
-        RecordMemory* const memory = s_ofThread;
+        RecordMemory* const memory = s_current;
         const size_t index = IndexFor(size);
         if (index < kBlockSizes) {
             if (Block* const block = memory->m_blocks[index]) {
@@ -44,9 +44,9 @@ public:
         return AllocateNew(size);
     }
 
-    /// Takes back a block that `Allocate` returned for the same size, on any thread.
+    /// Frees a block that `Allocate` returned for the same size, on any thread.
     static void Free(void* block, size_t size) noexcept {
-        RecordMemory* const memory = s_ofThread;
+        RecordMemory* const memory = s_current;
         const size_t index = IndexFor(size);
         if (index < kBlockSizes && memory->m_keptBytes < kMaximumKeptBytes) {
             memory->m_blocks[index] = new (block) Block{memory->m_blocks[index]};
@@ -58,20 +58,20 @@ public:
 
 private:
     friend void TrimThreadMemory() noexcept;
-    class OfThread;
+    class ThreadOwner;
 
     struct Block {
         Block* next;
     };
 
-    /// A thread keeps one block more than that at most.
+    /// Exceeded by one block at most.
     static constexpr size_t kMaximumKeptBytes = size_t{256} << 10;
-    static constexpr size_t kGranularity = 16; ///< Sizes are rounded up to multiples.
-    static constexpr size_t kBlockSizes = 256; ///< Larger blocks than 4 KB are not kept.
+    static constexpr size_t kGranularity = 16; ///< Sizes are rounded up to multiples of this.
+    static constexpr size_t kBlockSizes = 256; ///< Blocks larger than 4 KB are not kept.
 
     constexpr explicit RecordMemory(size_t keptBytes) : m_keptBytes(keptBytes) {}
 
-    /// Out of range for sizes that are not kept, 0 among them.
+    /// At least `kBlockSizes` for sizes that are not kept, which include 0.
     static size_t IndexFor(size_t size) { return (size - 1) / kGranularity; }
     static size_t SizeAt(size_t index) { return (index + 1) * kGranularity; }
     static void* AllocateNew(size_t size);
@@ -80,12 +80,12 @@ private:
 
     /// Sentinel: empty, yet reporting itself full, which saves a null check.
     static constinit RecordMemory s_empty;
-    /// `s_empty` until the thread has freed a block. The model finds it without a call, in shared libraries
-    /// too.
+    /// `s_empty` until the thread has freed a block. The TLS model spares a function call per access, even in
+    /// shared libraries.
 #if defined(__ELF__)
     [[gnu::tls_model("initial-exec")]]
 #endif
-    static constinit thread_local RecordMemory* s_ofThread;
+    static constinit thread_local RecordMemory* s_current;
 
     size_t m_keptBytes;
     Block* m_blocks[kBlockSizes] = {};
@@ -93,9 +93,8 @@ private:
 
 } // namespace ozm
 
-/// Makes lists of a record of the model take their memory from `ozm::RecordMemory`. To be written at global
-/// scope, after the record's definition and before any list of it. In constant expressions lists work as
-/// usual.
+/// Makes `std::vector<Record>` allocate its memory with `ozm::RecordMemory`, except in constant expressions.
+/// Use it at global scope, after the definition of the record and before any list of it.
 #define OZM_RECORD(Record)                                                                                   \
     template <>                                                                                              \
     class std::allocator<Record> {                                                                           \

@@ -18,7 +18,7 @@ inline constexpr std::string_view hexAlphaDigitCharacters = "aAbBcCdDeEfF0123456
 /// True for the characters of `numericDigitCharacters`.
 constexpr bool isNumericDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// A flag for each byte: whether it is one of `hexAlphaDigitCharacters`.
+/// Indexed by byte: whether it is one of `hexAlphaDigitCharacters`.
 inline constexpr auto kIsHexDigit = [] {
     std::array<bool, 256> isHexDigit{};
     for (const char c : hexAlphaDigitCharacters) isHexDigit[static_cast<unsigned char>(c)] = true;
@@ -28,15 +28,14 @@ inline constexpr auto kIsHexDigit = [] {
 /// True for the characters of `hexAlphaDigitCharacters`.
 constexpr bool isHexDigit(char c) { return kIsHexDigit[static_cast<unsigned char>(c)]; }
 
-/// A view of characters that somebody else owns; not NUL-terminated, any bytes. Copied by value, frees
-/// nothing.
+/// A non-owning view of characters. They may be any bytes and are not NUL-terminated.
 struct StringView {
     const char* data = nullptr; ///< First character; may be null when `length` is 0.
     uint64_t length = 0;        ///< Number of characters.
 
     constexpr StringView() = default;
     constexpr StringView(const char* first, uint64_t count) : data(first), length(count) {}
-    /// Of a literal, a `std::string` or a `std::string_view`, which has to outlive the view.
+    /// A view of a literal, a `std::string` or a `std::string_view`, which has to outlive the view.
     template <std::convertible_to<std::string_view> Text>
     constexpr StringView(const Text& text)
         : data(std::string_view(text).data()), length(std::string_view(text).size()) {}
@@ -65,12 +64,13 @@ struct StringView {
         return {data, count};
     }
 
-    /// True when the view begins with exactly these bytes.
+    /// True if the view begins with exactly these bytes.
     constexpr bool HasPrefix(std::string_view prefix) const {
         return std::string_view(*this).substr(0, prefix.size()) == prefix;
     }
 
-    /// As `HasPrefix`, without regard to the case of ASCII letters; `lowerCasePrefix` has none in upper case.
+    /// As `HasPrefix`, ignoring the case of ASCII letters. `lowerCasePrefix` must not contain upper-case
+    /// letters.
     constexpr bool HasPrefixIgnoringCase(std::string_view lowerCasePrefix) const {
         if (length < lowerCasePrefix.size()) return false;
         for (size_t i = 0; i < lowerCasePrefix.size(); ++i) {
@@ -81,22 +81,22 @@ struct StringView {
         return true;
     }
 
-    /// What `strtod` returns for a copy of the characters in the "C" locale, whatever locale the process has
-    /// set: leading whitespace and anything after the number are ignored, text without a number yields 0.0.
-    /// Where `strtod` reports a range error (overflow as well as underflow) the result is 0.0.
+    /// The result of `strtod` in the "C" locale, whatever the locale of the process. Leading whitespace and
+    /// anything after the number are ignored; text without a number yields 0.0. Where `strtod` reports a
+    /// range error, overflow as well as underflow, the result is 0.0.
     double toDouble() const;
 
-    /// Equal length and equal bytes.
+    /// True for equal lengths and equal bytes.
     template <std::convertible_to<std::string_view> Text>
     friend constexpr bool operator==(StringView a, const Text& b) {
         return std::string_view(a) == std::string_view(b);
     }
 };
 
-/// Scans one number with optional sign, fraction and exponent at the start of `text`, after optional
-/// whitespace. Returns the view from the start of `text` (whitespace included) to the end of the number, for
-/// `toDouble`; on failure a view of length 0 at the start of `text`. An `e` without exponent digits is a
-/// failure.
+/// Scans one number with an optional sign, fraction and exponent at the start of `text`, after optional
+/// whitespace. Returns the view from the start of `text`, whitespace included, to the end of the number,
+/// which `toDouble` converts. Returns a view of length 0 at the start of `text` if there is no number, or one
+/// with an `e` but no exponent digits.
 StringView ScanScientificNumber(StringView text);
 
 } // namespace ozm

@@ -8,7 +8,7 @@
 
 namespace ozm {
 
-/// Components as fractions of 1, not premultiplied. Parsed colours are not clamped and may exceed 1.
+/// A colour, not premultiplied, with components from 0 to 1. Parsed colours are not clamped and may exceed 1.
 struct Color {
     double r = 0;
     double g = 0;
@@ -18,12 +18,16 @@ struct Color {
     bool operator==(const Color&) const = default;
 };
 
+/// The shape of the ends of a stroked line.
 enum class LineCap : uint32_t { Butt = 0, Round = 1, Square = 2 };
+/// The shape of the corners of a stroked line.
 enum class LineJoin : uint32_t { Miter = 0, Round = 1, Bevel = 2 };
+/// Which winding numbers count as inside a filled path: all but 0, or the odd ones.
 enum class WindingRule : uint32_t { NonZero = 0, EvenOdd = 1 };
 
-/// One paint property that an element sets itself: `type` and the payload that it selects.
+/// One paint property that an element sets: a type and the payload that the type selects.
 struct StyleProperty {
+    /// The property and the member of its payload.
     enum class Type : uint32_t {
         StrokeColor = 0,      ///< `color`; "none" is all zero
         StrokeOpacity = 1,    ///< `number`
@@ -38,13 +42,13 @@ struct StyleProperty {
         FillOpacity = 10,     ///< `number`
         FillRule = 11,        ///< `keyword`, a `WindingRule`
         ClipPathURL = 12,     ///< `url`
-        ClipRule = 13, ///< `keyword`, a `WindingRule`, which copies and moves reset to 0; read by nobody
-        Opacity = 14,  ///< `number`
+        ClipRule = 13,        ///< `keyword`, a `WindingRule`; never read, and reset to 0 by copies and moves
+        Opacity = 14,         ///< `number`
     };
 
-    /// The member of the union that a type selects.
+    /// A member of the union.
     enum class Payload { Color, Number, Keyword, DashArray, URL, None };
-    /// `None` for `ClipRule`, whose keyword is read by nobody.
+    /// The member that a type selects; `None` for `ClipRule`, whose keyword is never read.
     static Payload PayloadOf(Type type);
 
     Type type;
@@ -56,10 +60,10 @@ struct StyleProperty {
         std::string url; ///< Id of the referenced element, without "#".
     };
 
-    /// A property whose payload is zero or empty.
+    /// Creates a property whose payload is zero or empty.
     explicit StyleProperty(Type ofType) noexcept;
     StyleProperty(const StyleProperty& other);
-    /// Takes a list or string over and leaves an empty one in `other`.
+    /// Moves a list or string out of `other`, which is left with an empty one.
     StyleProperty(StyleProperty&& other) noexcept;
     StyleProperty& operator=(const StyleProperty& other);
     StyleProperty& operator=(StyleProperty&& other) noexcept;
@@ -80,8 +84,7 @@ OZM_RECORD(ozm::StyleProperty);
 
 namespace ozm {
 
-/// The properties that one element sets, in the order in which they apply; a later one overrides an earlier
-/// one.
+/// The properties that one element sets, in the order in which they apply: later ones override earlier ones.
 struct Style {
     std::string name; ///< Always empty.
     std::vector<StyleProperty> properties;

@@ -4,7 +4,7 @@
 
 namespace ozm {
 
-/// A pair of components: a point, a size or two radii.
+/// Two components: a point, a size or a pair of radii.
 template <typename T>
 struct TVec2 {
     T x;
@@ -19,7 +19,7 @@ OZM_RECORD(ozm::TVec2<double>);
 
 namespace ozm {
 
-/// A rectangle in user units; nothing keeps width and height from being negative.
+/// A rectangle in user units. Width and height may be negative.
 struct Rectf {
     TVec2<double> origin{};
     TVec2<double> size{}; ///< Width and height.
@@ -34,9 +34,10 @@ struct Transform {
     bool operator==(const Transform&) const = default;
 };
 
+/// The transform that leaves every point where it is.
 inline constexpr Transform TransformIdentity{1, 0, 0, 1, 0, 0};
 
-/// The transform that applies `n` to a point first and `m` to the result.
+/// Returns the transform that applies `n` to a point first, then `m` to the result.
 Transform TransformConcat(const Transform& n, const Transform& m);
 
 } // namespace ozm

@@ -16,47 +16,48 @@ namespace ozm {
 
 class ElementAttributes;
 
-/// Reads SVG text into a `Document`. Lenient and silent: what it does not understand it drops, keeping what
-/// it read before the fault; it throws nothing but `std::bad_alloc`. A parser may run several parses one
-/// after another, and separate parsers may run on separate threads.
+/// Reads SVG text into a `Document`. The parser is lenient and silent: it drops what it does not understand
+/// and keeps what it read before an error. It throws only `std::bad_alloc`. A parser can be used for several
+/// parses, one after another; different parsers can run on different threads.
 ///
-/// Each value syntax and each element has an operation of its own that can be called alone. Operations that
-/// add to the document (`AddElement`, `AddDefinitions`, `Process…`) need `document` set.
+/// Each value syntax and each element has a function of its own, which can be called by itself. Functions
+/// that add to the document (`AddElement`, `AddDefinitions`, `Process…`) require `document` to be set.
 class SVGParser {
 public:
+    /// Whether the case of unit names matters. Attributes of SVG are `CaseSensitive`.
     enum class UnitAttributeFormat { CaseSensitive = 0, CaseInsensitive = 1 };
 
     void* reserved = nullptr; ///< Always null.
-    Log* log = nullptr;       ///< Borrowed; may be null. Nothing is written to it.
-    /// Borrowed; the document under construction while a parse runs, else null.
+    Log* log = nullptr;       ///< Borrowed; may be null. The parser writes nothing to it.
+    /// Borrowed. The document under construction during a parse, otherwise null.
     Document* document = nullptr;
-    uint32_t nodeCount = 0; ///< Elements given to `ProcessNode` since the parse began.
+    uint32_t nodeCount = 0; ///< Number of calls of `ProcessNode` since the parse began.
 
     // Whole documents
 
+    /// Sets `log`.
     void SetLog(Log* newLog) { log = newLog; }
 
-    /// Parses NUL-terminated text, which is read and not changed and need not outlive the call. Malformed
-    /// XML, text without an `svg` element and a null pointer give a document without elements; the result is
-    /// never null.
+    /// Parses NUL-terminated text, which is not changed and need not outlive the call. Never returns null:
+    /// malformed XML, text without an `svg` element and a null pointer yield a document without elements.
     std::unique_ptr<Document> CreateDocumentWithSVGData(const char* data);
-    /// Parses a file. Null when it can't be opened or measured, or does not fit into memory; an empty
-    /// document when it can't be read.
+    /// Parses a file. Returns null if it cannot be opened, its size cannot be determined, or it does not fit
+    /// into memory; returns a document without elements if it cannot be read.
     std::unique_ptr<Document> CreateDocumentWithContentsOfSVGFile(const char* path);
-    /// As above, reading the file in one piece with unbuffered system calls.
+    /// As above. Reads the whole file with a single system call.
     std::unique_ptr<Document> CreateDocumentWithContentsOfSVGFile_unbufferedSysOpen(const char* path);
     /// As `CreateDocumentWithSVGData`.
     std::unique_ptr<Document> ParseSVGData(char* text);
 
-    // Tree walk. Every handler returns the index of the element that it made, or -1 (all bits set) for none.
+    // The tree. Every handler returns the index of the element that it added, or -1 (all bits set) for none.
 
     /// Reads the root element: size, view box, children, ids.
     void ProcessSVGNode(const XMLNode& node);
-    /// Hands the node to the handler for its name; -1 for names without one.
+    /// Calls the handler for the node's name. Returns -1 for names that have none.
     uint64_t ProcessNode(const XMLNode& node);
-    /// Appends an empty element to the document, which may move the elements before it.
+    /// Appends an empty element to the document and returns its index. Invalidates references to elements.
     uint64_t AddElement(Element::Type type);
-    /// Collects the ids of an element and everything under it into the document's definitions.
+    /// Adds the ids of an element and its descendants to the document's definitions.
     void AddDefinitions(size_t elementIndex);
 
     // Elements
@@ -78,52 +79,57 @@ public:
     int64_t ProcessPathNode(const XMLNode& node);
     size_t ProcessLinearGradientNode(const XMLNode& node);
     size_t ProcessRadialGradientNode(const XMLNode& node);
-    /// Appends one stop.
+    /// Appends a stop to `gradient`.
     void ProcessStopNode(const XMLNode& node, Gradient& gradient);
 
-    // Attributes that many elements share
+    // Attributes of many elements
 
+    /// Leaves the id as it is if there is no attribute.
     void ProcessIDAttribute(Element& element, const XMLNode& node);
-    /// Sets the identity where there is no attribute.
+    /// Sets the identity if there is no attribute.
     void ProcessTransformAttribute(Element& element, const XMLNode& node);
-    /// Reads the presentation attributes, then the `style` attribute, into a style of the document.
+    /// Reads the presentation attributes, then the `style` attribute, into a new style of the document. Adds
+    /// no style if none of them sets a property.
     void ProcessStyleAttributes(Element& element, const XMLNode& node);
-    /// Appends at most one property to `style` (more for a name that begins with "style", whose value is a
-    /// declaration list), or changes `element.hidden`.
+    /// Appends at most one property to `style`, or changes `element.hidden`. The value of a name that begins
+    /// with "style" is a declaration list, which may append more.
     void ProcessStyleProperty(StringView name, StringView value, Element& element, Style& style);
-    /// Reads the first declaration of a list: its trimmed name and value, and the front of `text` that it
-    /// takes up. False when there is none; the outputs are then unchanged.
+    /// Reads the first declaration of a list: its trimmed name and value. `consumed` becomes the part of
+    /// `text` that the declaration takes up, its semicolon included. Returns false, leaving the outputs
+    /// unchanged, if there is no declaration.
     bool ParseCSSStylePropertyDeclaration(StringView text, std::pair<StringView, StringView>& declaration,
                                           StringView& consumed);
-    /// Applies every declaration up to the first malformed one. Always true.
+    /// Applies every declaration up to the first malformed one. Always returns true.
     bool ProcessCSSStylePropertyDeclarations(StringView text, Element& element, Style& style);
 
     // Values
 
-    /// Reads a number without exponent and the unit after it. False without a number, which leaves `out`
-    /// unchanged; an unknown unit reads as `PX`, and only `CaseSensitive` knows "%".
+    /// Reads a number without an exponent and the unit after it. An unknown unit is read as `PX`;
+    /// `CaseInsensitive` does not know "%". Returns false, leaving `out` unchanged, if there is no number.
     bool ParseDimension(StringView text, Dimension& out, UnitAttributeFormat format);
-    /// Reads four numbers separated by whitespace; {0, 0, 128, 128} when one is missing or malformed.
+    /// Reads four numbers separated by whitespace. Sets {0, 0, 128, 128} if one is missing or malformed.
     void ParseViewBox(StringView text, Rectf& out);
-    /// Reads a transform list; the rightmost item acts first. False when the text does not end right after an
-    /// item; `out` then holds the items before the fault.
+    /// Reads a list of transform functions, the rightmost of which applies first. Returns false if the text
+    /// does not end right after a function; `out` is then composed of the functions before the error.
     bool ParseTransform(StringView text, Transform& out);
-    /// Appends the commands of path data, as far as they can be read. Arcs and quadratic curves yield
-    /// nothing.
+    /// Appends the commands of path data up to the first error. Arcs and quadratic curves are ignored.
     void ParsePathData(StringView text, Path& path);
-    /// Reads a list of numbers separated by blanks and commas, up to the first thing that is none.
+    /// Reads a list of numbers separated by whitespace and commas, up to the first text that is neither.
     std::vector<double> ParsePathCommandArguments(StringView text);
     /// True for the letters of relative path commands.
     bool PathCommandIsRelative(char letter) const;
-    /// Reads a hexadecimal, functional or named colour or "none". False leaves `color` as it was.
+    /// Reads a hexadecimal, functional or named colour, or "none". Returns false, leaving `color` unchanged,
+    /// if there is none.
     bool ParseCSSColor(StringView text, Color& color);
-    /// Reads "rgb(r, g, b)" with numbers of 0 to 255; `consumed` gets the text through the ")".
+    /// Reads "rgb(r, g, b)", with numbers from 0 to 255. `consumed` becomes the text through the ")". Returns
+    /// false, leaving the outputs unchanged, if the text has another form.
     bool ParseCSSColorInRGBIntegerFunctionalForm(StringView text, Color& color, StringView& consumed);
-    /// Reads "rgb(r%, g%, b%)"; `consumed` gets the text through the ")".
+    /// As above, for "rgb(r%, g%, b%)".
     bool ParseCSSColorInRGBFloatingFunctionalForm(StringView text, Color& color, StringView& consumed);
-    /// Looks up one of the 147 colour keywords of CSS Color Module Level 3, in lower case.
+    /// Looks up one of the 147 colour keywords of CSS Color Module Level 3, in lower case. Returns false,
+    /// leaving `color` unchanged, for any other text.
     bool ParseCSSColorNamedColor(StringView text, Color& color);
-    /// Reads "url(#id)". False leaves `id` as it was.
+    /// Reads "url(#id)". Returns false, leaving `id` unchanged, if the text has another form.
     bool ParseFunctionalLocalIRI(StringView text, std::string& id);
 
 private:
@@ -133,7 +139,8 @@ private:
     void ProcessStyleAttributes(Element& element, const ElementAttributes& attributes);
     std::vector<uint64_t> ProcessChildren(const XMLNode& node);
 
-    bool m_isParsing = false; ///< All nodes come from a parsed text, so markup follows each value.
+    /// While true, nodes come from a complete text, so that markup follows every attribute value.
+    bool m_isParsing = false;
 };
 
 } // namespace ozm

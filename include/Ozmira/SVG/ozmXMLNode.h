@@ -12,22 +12,24 @@ struct XMLAttribute {
     StringView value;
 };
 
-/// A view of one element node; valid while the XML document and its text live. May be null, see `operator
-/// bool`. With the flags that the parser uses every node of the tree is an element.
+/// A non-owning view of one element node, or of none. Valid while the XML document and its text exist. With
+/// the parser's flags, every node of the tree is an element.
 class XMLNode {
 public:
+    /// `node` may be null.
     explicit XMLNode(const rapidxml::xml_node<char>* node) : m_node(node) {}
 
-    /// False past the last sibling and for the child of a childless node; nothing else may be asked of such
-    /// a node.
+    /// False past the last sibling and for the first child of a node without children. No other function may
+    /// be called then.
     explicit operator bool() const { return m_node != nullptr; }
 
     StringView Name() const { return {m_node->name(), m_node->name_size()}; }
     XMLNode FirstChild() const { return XMLNode(m_node->first_node()); }
-    /// Not to be asked of the top node of a tree.
+    /// Must not be called for the root of a tree.
     XMLNode NextSibling() const { return XMLNode(m_node->next_sibling()); }
 
-    /// Finds the first attribute with exactly this name and stores its value. False leaves `value` as it was.
+    /// Stores the value of the first attribute with exactly this name. Returns false, leaving `value`
+    /// unchanged, if there is none.
     bool FindAttribute(std::string_view name, StringView& value) const {
         for (const auto* a = m_node->first_attribute(); a; a = a->next_attribute()) {
             if (std::string_view(a->name(), a->name_size()) == name) {
