@@ -166,6 +166,7 @@ TEST(Reference, PenIsTheUserSpaceCircle) {
         Canvas stroked, filled;
         CGContextConcatCTM(stroked, matrix);
         CGContextSetLineCap(stroked, kCGLineCapRound);
+        CGContextSetLineJoin(stroked, kCGLineJoinRound); // miters reach farther than the pen
         CGContextSetLineWidth(stroked, 8);
         CGContextMoveToPoint(stroked, 0, 0);
         CGContextAddLineToPoint(stroked, 0, 0);

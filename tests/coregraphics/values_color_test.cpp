@@ -118,6 +118,21 @@ TEST(Gradient, MixesColorsBeforePremultiplication) {
     const Bytes middle = g.at(0.5);
     const Bytes expected = {64, 0, 64, 128}; // half red, half blue, times half
     for (size_t i = 0; i < 4; ++i) EXPECT_NEAR(middle[i], expected[i], 1) << i;
+
+    const CGFloat locations[] = {0.2, 0.6, 0.7, 1};
+    const RgbGradient bumps({0, 0, 0, 1, 1, 0, 0, 1, 0, 1, 0, 1, 0, 0, 1, 1}, locations);
+    for (const auto& [t, red, green, blue] : {std::array{0.1, 0.0, 0.0, 0.0},
+                                              {0.3, 0.25, 0.0, 0.0},
+                                              {0.5, 0.75, 0.0, 0.0},
+                                              {0.625, 0.75, 0.25, 0.0},
+                                              {0.675, 0.25, 0.75, 0.0},
+                                              {0.775, 0.0, 0.75, 0.25},
+                                              {0.925, 0.0, 0.25, 0.75}}) {
+        const Bytes found = bumps.at(t);
+        EXPECT_NEAR(found[0], 255 * red, 3) << t;
+        EXPECT_NEAR(found[1], 255 * green, 3) << t;
+        EXPECT_NEAR(found[2], 255 * blue, 3) << t;
+    }
 }
 
 TEST(Gradient, ClampsComponentsAfterMixing) {
