@@ -99,8 +99,9 @@ TEST(Context, AddsToItsPathAsPathsDo) {
             const bool isUpright = m.d == 0 || m.b == 0;
             const CGRect box = CGContextGetPathBoundingBox(c), exact = CGPathGetBoundingBox(path);
             EXPECT_TRUE(CGRectContainsRect(CGRectInset(box, -1e-9, -1e-9), exact)) << each.name;
-            if (isUpright || textOf(path).find('C') == std::string::npos)
+            if (isUpright || textOf(path).find('C') == std::string::npos) {
                 EXPECT_TRUE(CGRectContainsRect(CGRectInset(exact, -1e-9, -1e-9), box)) << each.name << box;
+            }
             EXPECT_FALSE(CGContextIsPathEmpty(c));
             CGContextBeginPath(c);
             EXPECT_TRUE(CGContextIsPathEmpty(c));
