@@ -1,7 +1,6 @@
 #include <Ozmira/ozmDocument.h>
 #include <Ozmira/OzmiraVersion.h>
 #include <Ozmira/ozmLog.h>
-#include <Ozmira/ozmRenderingState.h>
 
 #include "document_text.h"
 
@@ -174,20 +173,6 @@ TEST(Elements, OfUnknownKindsHaveNoPayload) {
         EXPECT_EQ(moved.id, kLongID);
         EXPECT_EQ(static_cast<uint32_t>(moved.type), type);
     }
-}
-
-TEST(RenderingState, DefaultsToABlackFill) {
-    const RenderingState& state = kRenderingStateDefault;
-    EXPECT_EQ(state.strokeColor, (Color{0, 0, 0, 0}));
-    EXPECT_EQ(state.fillColor, (Color{0, 0, 0, 1}));
-    EXPECT_EQ(state.strokeOpacity, 1);
-    EXPECT_EQ(state.strokeWidth, 1);
-    EXPECT_EQ(state.miterLimit, 4);
-    EXPECT_EQ(state.dashOffset, 0);
-    EXPECT_EQ(state.fillOpacity, 1);
-    EXPECT_EQ(state.opacity, 1);
-    EXPECT_EQ(state.lineCap + state.lineJoin + state.fillRule + state.clipRule, 0u);
-    EXPECT_TRUE(state.dashArray.empty() && state.fillReference.empty() && state.secondaryReference.empty());
 }
 
 TEST(Logs, ShowLevelAndMessage) {

@@ -152,6 +152,11 @@ TEST(Path, ArcsKeepTheirDistanceFromTheCenter) {
     CGPathAddRelativeArc(manyTurns, nullptr, 0, 0, 1, 0, 1e9 * kPi + kPi / 2);
     EXPECT_NEAR(CGPathGetCurrentPoint(manyTurns).y, 1, 1e-6);
     EXPECT_LT(textOf(manyTurns).size(), 2000u);
+    const auto oneAndAHalf = pathFromText("M 0 0"), twoAndAHalf = pathFromText("M 0 0");
+    CGPathAddRelativeArc(oneAndAHalf, nullptr, 0, 0, 1, 0.5, 3 * kPi);
+    CGPathAddRelativeArc(twoAndAHalf, nullptr, 0, 0, 1, 0.5,
+                         5 * kPi); // draws nothing that the other does not
+    EXPECT_EQ(textOf(twoAndAHalf), textOf(oneAndAHalf));
 }
 
 TEST(Path, ArcToPointTouchesBothLines) {

@@ -35,14 +35,24 @@ TEST(ColorSpace, DeviceSpacesAreShared) {
 }
 
 TEST(ColorSpace, IsFoundByName) {
-    for (const CFStringRef name : {kCGColorSpaceSRGB, kCGColorSpaceGenericRGB, kCGColorSpaceGenericGray,
-                                   kCGColorSpaceGenericGrayGamma2_2}) {
-        const Owned<CGColorSpaceRef> space(CGColorSpaceCreateWithName(name));
-        ASSERT_NE(space.get(), nullptr);
+    const struct {
+        CFStringRef name;
+        const char* text;
+        CGColorSpaceModel model;
+    } cases[] = {
+        {kCGColorSpaceSRGB, "kCGColorSpaceSRGB", kCGColorSpaceModelRGB},
+        {kCGColorSpaceGenericRGB, "kCGColorSpaceGenericRGB", kCGColorSpaceModelRGB},
+        {kCGColorSpaceGenericGray, "kCGColorSpaceGenericGray", kCGColorSpaceModelMonochrome},
+        {kCGColorSpaceGenericGrayGamma2_2, "kCGColorSpaceGenericGrayGamma2_2", kCGColorSpaceModelMonochrome},
+    };
+    for (const auto& c : cases) {
+        const Owned<CGColorSpaceRef> space(CGColorSpaceCreateWithName(c.name));
+        ASSERT_NE(space.get(), nullptr) << c.text;
+        EXPECT_EQ(CGColorSpaceGetModel(space), c.model) << c.text;
         const Owned<CFStringRef> found(CGColorSpaceCopyName(space));
-        EXPECT_TRUE(CFEqual(found, name));
-        EXPECT_STREQ(CFStringGetCStringPtr(found, kCFStringEncodingUTF8),
-                     CFStringGetCStringPtr(name, kCFStringEncodingASCII));
+        EXPECT_TRUE(CFEqual(found, c.name)) << c.text;
+        for (const CFStringEncoding encoding : {kCFStringEncodingUTF8, kCFStringEncodingASCII})
+            EXPECT_STREQ(CFStringGetCStringPtr(found, encoding), c.text);
     }
     EXPECT_EQ(CGColorSpaceCreateWithName(nullptr), nullptr);
     EXPECT_EQ(CFStringGetCStringPtr(kCGColorSpaceSRGB, 1), nullptr);
