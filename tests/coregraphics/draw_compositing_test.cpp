@@ -45,6 +45,20 @@ TEST(Clip, Intersects) {
              CGContextClipToRect(c, CGRectMake(0, 0, 14, 32));
          },
          157.08},
+        {"right half and ellipse",
+         [](CGContextRef c) {
+             CGContextClipToRect(c, CGRectMake(14, 0, 18, 32));
+             CGContextAddEllipseInRect(c, CGRectMake(4, 4, 20, 20));
+             CGContextClip(c);
+         },
+         157.08},
+        {"lower half and ellipse",
+         [](CGContextRef c) {
+             CGContextClipToRect(c, CGRectMake(0, 14, 32, 18));
+             CGContextAddEllipseInRect(c, CGRectMake(4, 4, 20, 20));
+             CGContextClip(c);
+         },
+         157.08},
         {"even-odd",
          [](CGContextRef c) {
              CGContextAddRect(c, CGRectMake(2, 2, 20, 20));
