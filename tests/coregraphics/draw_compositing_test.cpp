@@ -87,11 +87,18 @@ TEST(Clip, Intersects) {
 }
 
 TEST(Clip, WithoutAntialiasingPixelsAreWhole) {
-    const Canvas canvas;
-    CGContextSetShouldAntialias(canvas, false);
-    CGContextFillEllipseInRect(canvas, CGRectMake(3.3, 3.3, 20, 20));
-    EXPECT_EQ(canvas.rows().find('+'), std::string::npos);
-    EXPECT_NEAR(canvas.area(), 314, 12);
+    const Canvas filled, clipped;
+    const CGRect rect = CGRectMake(3.3, 3.3, 20, 20);
+    CGContextSetShouldAntialias(filled, false);
+    CGContextFillEllipseInRect(filled, rect);
+    EXPECT_EQ(filled.rows().find('+'), std::string::npos);
+    EXPECT_NEAR(filled.area(), 314, 12);
+
+    CGContextSetShouldAntialias(clipped, false);
+    CGContextAddEllipseInRect(clipped, rect);
+    CGContextClip(clipped);
+    CGContextFillRect(clipped, kAll);
+    EXPECT_EQ(clipped.rows(), filled.rows());
 }
 
 Owned<CGGradientRef> redToBlue(double alphaAtEnd = 1) {
