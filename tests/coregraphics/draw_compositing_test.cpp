@@ -97,6 +97,7 @@ TEST(Clip, WithoutAntialiasingPixelsAreWhole) {
     CGContextSetShouldAntialias(clipped, false);
     CGContextAddEllipseInRect(clipped, rect);
     CGContextClip(clipped);
+    CGContextSetShouldAntialias(clipped, true);
     CGContextFillRect(clipped, kAll);
     EXPECT_EQ(clipped.rows(), filled.rows());
 }
