@@ -133,6 +133,18 @@ TEST_F(DispatchTest, BlocksKeepWhatTheyCapture) {
     wait();
     EXPECT_EQ(sum, 42);
     EXPECT_EQ([Counted alive], 0);
+
+    Counted* const borrowed = [[Counted alloc] init];
+    @autoreleasepool {
+        __block Counted* variable = borrowed;
+        dispatch_async(queue, ^{
+            [variable hash];
+        });
+        wait();
+    }
+    EXPECT_EQ(borrowed.retainCount, 1u);
+    [borrowed release];
+    EXPECT_EQ([Counted alive], 0);
 }
 
 TEST_F(DispatchTest, ReleasedQueueFinishesItsWork) {

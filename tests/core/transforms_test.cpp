@@ -51,6 +51,10 @@ TEST(ParseTransform, AppliesTheLastItemFirst) {
     ExpectMaps("skewX(45)", {0, 1}, {1, 1});
     ExpectMaps("skewY(45)", {1, 0}, {1, 1});
     ExpectMaps("matrix(1 2 3 4 5 6) rotate(90)", {1, 0}, {1 * 0 + 3 * 1 + 5, 2 * 0 + 4 * 1 + 6});
+    ExpectMaps("matrix(1 2 3 4 5 6) rotate(90)", {0, 1}, {-1 * 1 + 3 * 0 + 5, -1 * 2 + 4 * 0 + 6});
+    ExpectMaps("matrix(1 2 3 4 5 6) rotate(90 7 8)", {7, 9}, {6 * 1 + 8 * 3 + 5, 6 * 2 + 8 * 4 + 6});
+    ExpectMaps("matrix(1 2 3 4 5 6) skewX(45)", {1, 0}, {1 + 5, 2 + 6});
+    ExpectMaps("matrix(1 2 3 4 5 6) skewY(45)", {0, 1}, {3 + 5, 4 + 6});
     ExpectMaps("matrix(1 2 3 4 5 6) skewX(45)", {0, 1}, {1 + 3 + 5, 2 + 4 + 6});
     ExpectMaps("matrix(1 2 3 4 5 6) skewY(45)", {1, 0}, {1 + 3 + 5, 2 + 4 + 6});
     ExpectMaps("matrix(1 2 3 4 5 6) matrix(0 1 -1 0 7 8)", {1, 0}, {7 + 3 * 9 + 5, 2 * 7 + 4 * 9 + 6});

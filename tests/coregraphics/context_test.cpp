@@ -82,7 +82,7 @@ TEST(Context, AddsToItsPathAsPathsDo) {
     };
     for (const CGAffineTransform& m :
          {CGAffineTransformMake(2, 0, 0, -4, 8, 16), CGAffineTransformMake(0, 2, 4, 0, 8, 16),
-          CGAffineTransformMake(1, 1, -1, 1, 8, 16)})
+          CGAffineTransformMake(0, 2, 4, 1, 8, 16), CGAffineTransformMake(1, 1, -1, 1, 8, 16)})
         for (const auto& each : cases) {
             const Canvas c;
             const auto path = pathFromText("M 7 8 L 5 6");
@@ -96,11 +96,12 @@ TEST(Context, AddsToItsPathAsPathsDo) {
             EXPECT_NEAR(found.y, current.y, 1e-9) << each.name;
             const Owned<CGPathRef> copy(CGContextCopyPath(c));
             EXPECT_EQ(textOf(copy), textOf(path)) << each.name << m;
-            const bool isUpright = m.a == 0 || m.b == 0;
+            const bool isUpright = m.d == 0 || m.b == 0;
             const CGRect box = CGContextGetPathBoundingBox(c), exact = CGPathGetBoundingBox(path);
             EXPECT_TRUE(CGRectContainsRect(CGRectInset(box, -1e-9, -1e-9), exact)) << each.name;
-            if (isUpright || textOf(path).find('C') == std::string::npos)
+            if (isUpright || textOf(path).find('C') == std::string::npos) {
                 EXPECT_TRUE(CGRectContainsRect(CGRectInset(exact, -1e-9, -1e-9), box)) << each.name << box;
+            }
             EXPECT_FALSE(CGContextIsPathEmpty(c));
             CGContextBeginPath(c);
             EXPECT_TRUE(CGContextIsPathEmpty(c));

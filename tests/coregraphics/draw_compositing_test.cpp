@@ -45,6 +45,20 @@ TEST(Clip, Intersects) {
              CGContextClipToRect(c, CGRectMake(0, 0, 14, 32));
          },
          157.08},
+        {"right half and ellipse",
+         [](CGContextRef c) {
+             CGContextClipToRect(c, CGRectMake(14, 0, 18, 32));
+             CGContextAddEllipseInRect(c, CGRectMake(4, 4, 20, 20));
+             CGContextClip(c);
+         },
+         157.08},
+        {"lower half and ellipse",
+         [](CGContextRef c) {
+             CGContextClipToRect(c, CGRectMake(0, 14, 32, 18));
+             CGContextAddEllipseInRect(c, CGRectMake(4, 4, 20, 20));
+             CGContextClip(c);
+         },
+         157.08},
         {"even-odd",
          [](CGContextRef c) {
              CGContextAddRect(c, CGRectMake(2, 2, 20, 20));
@@ -73,11 +87,19 @@ TEST(Clip, Intersects) {
 }
 
 TEST(Antialiasing, CanBeSwitchedOff) {
-    const Canvas canvas;
-    CGContextSetShouldAntialias(canvas, false);
-    CGContextFillEllipseInRect(canvas, CGRectMake(3.3, 3.3, 20, 20));
-    EXPECT_EQ(canvas.rows().find('+'), std::string::npos);
-    EXPECT_NEAR(canvas.area(), 314, 12);
+    const Canvas filled, clipped;
+    const CGRect rect = CGRectMake(3.3, 3.3, 20, 20);
+    CGContextSetShouldAntialias(filled, false);
+    CGContextFillEllipseInRect(filled, rect);
+    EXPECT_EQ(filled.rows().find('+'), std::string::npos);
+    EXPECT_NEAR(filled.area(), 314, 12);
+
+    CGContextSetShouldAntialias(clipped, false);
+    CGContextAddEllipseInRect(clipped, rect);
+    CGContextClip(clipped);
+    CGContextSetShouldAntialias(clipped, true);
+    CGContextFillRect(clipped, kAll);
+    EXPECT_EQ(clipped.rows(), filled.rows());
 }
 
 Owned<CGGradientRef> redToBlue(double alphaAtEnd = 1) {
@@ -210,6 +232,9 @@ TEST(Gradient, DrawsNothingIfDegenerate) {
     CGContextDrawRadialGradient(canvas, gradient, {5, 5}, 0, {9, 5}, 0, 3);
     CGContextDrawRadialGradient(canvas, gradient, {5, 5}, 0, {9, 5}, -3, 3);
     CGContextDrawLinearGradient(canvas, nullptr, {5, 5}, {9, 5}, 3);
+    CGContextDrawLinearGradient(canvas, gradient, {5, 5}, {1e200, 5}, 3);
+    CGContextDrawLinearGradient(canvas, gradient, {5, 5}, {std::nan(""), 5}, 3);
+    CGContextDrawRadialGradient(canvas, gradient, {5, 5}, 1, {9, 1e200}, 3, 3);
     CGContextScaleCTM(canvas, 1, 0);
     CGContextDrawLinearGradient(canvas, gradient, {5, 5}, {9, 5}, 3);
     EXPECT_EQ(canvas.area(), 0);
@@ -280,19 +305,40 @@ TEST(Image, AveragesWhenReducedAndInterpolatesWhenEnlarged) {
     EXPECT_EQ(blocks.at(16, 0), (Rgba8{255, 255, 255, 255}));
 }
 
-// A chess board of single pixels, a quarter as large, turned.
-TEST(Image, AveragesWhenReducedAndTurned) {
-    const Canvas board(64, 64);
-    for (size_t i = 0; i < 64 * 64; ++i)
-        if ((i + i / 64) % 2) CGContextFillRect(board, CGRectMake(double(i % 64), double(i / 64), 1, 1));
-    const Owned<CGImageRef> image(CGBitmapContextCreateImage(board));
-    for (const double angle : {0.0, 0.5, 1.6, 2.4}) {
+TEST(Image, TurnsWithItsColours) {
+    for (const double degrees : {0.0, 30.0, 45.0, 90.0, 200.0}) {
         const Canvas canvas;
         CGContextTranslateCTM(canvas, 16, 16);
-        CGContextRotateCTM(canvas, angle);
-        CGContextDrawImage(canvas, CGRectMake(-8, -8, 16, 16), image);
-        for (size_t y = 12; y < 20; ++y)
-            for (size_t x = 12; x < 20; ++x) EXPECT_NEAR(canvas.at(x, y).a, 128, 16) << angle;
+        CGContextRotateCTM(canvas, degrees * 0.017453292519943295);
+        CGContextDrawImage(canvas, CGRectMake(-9, -9, 18, 18), quarters(16)); // upside down, as above
+        const std::pair<CGPoint, Rgba8> centers[] = {{{-4.5, -4.5}, {0, 0, 255, 255}},
+                                                     {{4.5, -4.5}, {255, 255, 255, 255}},
+                                                     {{-4.5, 4.5}, {255, 0, 0, 255}},
+                                                     {{4.5, 4.5}, {0, 255, 0, 255}}};
+        for (const auto& [center, color] : centers) {
+            const CGPoint p = CGPointApplyAffineTransform(
+                center, CGAffineTransformMakeRotation(degrees * 0.017453292519943295));
+            EXPECT_EQ(canvas.at(static_cast<size_t>(16 + p.x), static_cast<size_t>(16 + p.y)), color)
+                << degrees;
+        }
+    }
+}
+
+// Stripes of single pixels, a quarter as large, turned.
+TEST(Image, AveragesWhenReducedAndTurned) {
+    for (const bool level : {false, true}) {
+        const Canvas stripes(64, 64);
+        for (int i = 0; i < 64; i += 2)
+            CGContextFillRect(stripes, level ? CGRectMake(0, i, 64, 1) : CGRectMake(i, 0, 1, 64));
+        const Owned<CGImageRef> image(CGBitmapContextCreateImage(stripes));
+        for (const double angle : {0.0, 0.5, 1.6, 2.4}) {
+            const Canvas canvas;
+            CGContextTranslateCTM(canvas, 16, 16);
+            CGContextRotateCTM(canvas, angle);
+            CGContextDrawImage(canvas, CGRectMake(-8, -8, 16, 16), image);
+            for (size_t y = 12; y < 20; ++y)
+                for (size_t x = 12; x < 20; ++x) EXPECT_NEAR(canvas.at(x, y).a, 128, 24) << angle;
+        }
     }
 }
 

@@ -123,19 +123,33 @@ TEST(Reference, FillsMatchScanlines) {
 TEST(Reference, RoundStrokesCoverAllNearbyPoints) {
     const struct {
         const char* name;
-        CGPoint p[4];
-    } curves[] = {
-        {"arch", {{6, 24}, {6, 4}, {26, 4}, {26, 24}}},
-        {"cusp", {{6, 26}, {26, 6}, {6, 6}, {26, 26}}},
-        {"loop", {{8, 26}, {38, 0}, {-6, 0}, {24, 26}}},
-        {"nearly a cusp", {{6, 26}, {26.01, 6}, {6, 6}, {26, 26}}},
-        {"back and forth on a line", {{8, 16}, {40, 16}, {-8, 16}, {24, 16}}},
-        {"there and back", {{8, 16}, {32, 16}, {32, 16}, {8, 16}}},
-        {"controls on the ends", {{8, 8}, {8, 8}, {24, 24}, {24, 24}}},
-        {"point", {{16, 16}, {16, 16}, {16, 16}, {16, 16}}},
+        bool isCurve;
+        Points p;
+    } paths[] = {
+        {"arch", true, {{6, 24}, {6, 4}, {26, 4}, {26, 24}}},
+        {"cusp", true, {{6, 26}, {26, 6}, {6, 6}, {26, 26}}},
+        {"loop", true, {{8, 26}, {38, 0}, {-6, 0}, {24, 26}}},
+        {"nearly a cusp", true, {{6, 26}, {26.01, 6}, {6, 6}, {26, 26}}},
+        {"back and forth on a line", true, {{8, 16}, {40, 16}, {-8, 16}, {24, 16}}},
+        {"there and back", true, {{8, 16}, {32, 16}, {32, 16}, {8, 16}}},
+        {"controls on the ends", true, {{8, 8}, {8, 8}, {24, 24}, {24, 24}}},
+        {"point", true, {{16, 16}, {16, 16}, {16, 16}, {16, 16}}},
+        {"corner", false, {{6, 6}, {24, 8}, {9, 24}}},
+        {"short side first", false, {{6, 16}, {7, 16}, {7, 27}, {24, 27}}},
+        {"short side between", false, {{6, 6}, {20, 6}, {20.3, 6.3}, {20.3, 26}}},
+        {"short sides that turn back", false, {{6, 12}, {20, 12}, {21, 13}, {20, 14}, {6, 14}}},
+        {"step", false, {{6, 16}, {16, 16}, {16, 17}, {26, 17}}},
+        {"spiral", false, {{6, 6}, {26, 6}, {26, 26}, {10, 26}, {10, 12}, {12, 12}, {12, 13}}},
     };
-    for (const auto& curve : curves) {
-        const Points spine = sampled(curve.p, 400);
+    for (const auto& path : paths) {
+        Points spine;
+        for (size_t i = 1; i < path.p.size(); ++i) {
+            const CGPoint a = path.p[i - 1], b = path.p[i];
+            const CGPoint line[] = {a, a, b, b};
+            const Points side = path.isCurve ? sampled(path.p.data(), 400) : sampled(line, 200);
+            spine.insert(spine.end(), side.begin(), side.end());
+            if (path.isCurve) break;
+        }
         double area = 0;
         // Side of the sampling cells, whose coverage follows from the distance of their centre to the edge.
         constexpr double kCell = 0.5;
@@ -149,11 +163,15 @@ TEST(Reference, RoundStrokesCoverAllNearbyPoints) {
         CGContextSetLineWidth(canvas, 4);
         CGContextSetLineCap(canvas, kCGLineCapRound);
         CGContextSetLineJoin(canvas, kCGLineJoinRound);
-        const CGPoint* const p = curve.p;
-        CGContextMoveToPoint(canvas, p[0].x, p[0].y);
-        CGContextAddCurveToPoint(canvas, p[1].x, p[1].y, p[2].x, p[2].y, p[3].x, p[3].y);
+        const Points& p = path.p;
+        if (path.isCurve) {
+            CGContextMoveToPoint(canvas, p[0].x, p[0].y);
+            CGContextAddCurveToPoint(canvas, p[1].x, p[1].y, p[2].x, p[2].y, p[3].x, p[3].y);
+        } else {
+            CGContextAddLines(canvas, p.data(), p.size());
+        }
         CGContextStrokePath(canvas);
-        EXPECT_NEAR(canvas.area(), area, 0.02 * area + 0.35) << curve.name;
+        EXPECT_NEAR(canvas.area(), area, (path.isCurve ? 0.02 : 0.004) * area + 0.35) << path.name;
     }
 }
 
@@ -167,6 +185,7 @@ TEST(Reference, PenIsACircleInUserSpace) {
         Canvas stroked, filled;
         CGContextConcatCTM(stroked, matrix);
         CGContextSetLineCap(stroked, kCGLineCapRound);
+        CGContextSetLineJoin(stroked, kCGLineJoinRound); // miters reach farther than the pen
         CGContextSetLineWidth(stroked, 8);
         CGContextMoveToPoint(stroked, 0, 0);
         CGContextAddLineToPoint(stroked, 0, 0);

@@ -152,6 +152,11 @@ TEST(Path, ArcsStayAtTheirRadius) {
     CGPathAddRelativeArc(manyTurns, nullptr, 0, 0, 1, 0, 1e9 * kPi + kPi / 2);
     EXPECT_NEAR(CGPathGetCurrentPoint(manyTurns).y, 1, 1e-6);
     EXPECT_LT(textOf(manyTurns).size(), 2000u);
+    const auto oneAndAHalf = pathFromText("M 0 0"), twoAndAHalf = pathFromText("M 0 0");
+    CGPathAddRelativeArc(oneAndAHalf, nullptr, 0, 0, 1, 0.5, 3 * kPi);
+    CGPathAddRelativeArc(twoAndAHalf, nullptr, 0, 0, 1, 0.5,
+                         5 * kPi); // draws nothing that the other does not
+    EXPECT_EQ(textOf(twoAndAHalf), textOf(oneAndAHalf));
 }
 
 TEST(Path, ArcToPointTouchesBothLines) {
@@ -165,6 +170,12 @@ TEST(Path, ArcToPointTouchesBothLines) {
     const Case cases[] = {
         {"left turn", "M 0 0", {10, 0}, {10, 10}, 4, "M 0 0 L 6 0 C 8.20914 0 10 1.79086 10 4"},
         {"right turn", "M 0 0", {10, 0}, {10, -10}, 4, "M 0 0 L 6 0 C 8.20914 0 10 -1.79086 10 -4"},
+        {"oblique",
+         "M 0 0",
+         {10, 10},
+         {20, 0},
+         5 * std::numbers::sqrt2,
+         "M 0 0 L 5 5 C 7.76142 7.76142 12.2386 7.76142 15 5"},
         {"straight on", "M 0 0", {10, 0}, {20, 0}, 4, "M 0 0 L 10 0"},
         {"straight back", "M 0 0", {10, 0}, {5, 0}, 4, "M 0 0 L 10 0"},
         {"no first line", "M 0 0", {0, 0}, {5, 5}, 4, "M 0 0 L 0 0"},

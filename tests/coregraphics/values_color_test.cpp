@@ -35,14 +35,24 @@ TEST(ColorSpace, DeviceSpacesAreShared) {
 }
 
 TEST(ColorSpace, IsFoundByName) {
-    for (const CFStringRef name : {kCGColorSpaceSRGB, kCGColorSpaceGenericRGB, kCGColorSpaceGenericGray,
-                                   kCGColorSpaceGenericGrayGamma2_2}) {
-        const Owned<CGColorSpaceRef> space(CGColorSpaceCreateWithName(name));
-        ASSERT_NE(space.get(), nullptr);
+    const struct {
+        CFStringRef name;
+        const char* text;
+        CGColorSpaceModel model;
+    } cases[] = {
+        {kCGColorSpaceSRGB, "kCGColorSpaceSRGB", kCGColorSpaceModelRGB},
+        {kCGColorSpaceGenericRGB, "kCGColorSpaceGenericRGB", kCGColorSpaceModelRGB},
+        {kCGColorSpaceGenericGray, "kCGColorSpaceGenericGray", kCGColorSpaceModelMonochrome},
+        {kCGColorSpaceGenericGrayGamma2_2, "kCGColorSpaceGenericGrayGamma2_2", kCGColorSpaceModelMonochrome},
+    };
+    for (const auto& c : cases) {
+        const Owned<CGColorSpaceRef> space(CGColorSpaceCreateWithName(c.name));
+        ASSERT_NE(space.get(), nullptr) << c.text;
+        EXPECT_EQ(CGColorSpaceGetModel(space), c.model) << c.text;
         const Owned<CFStringRef> found(CGColorSpaceCopyName(space));
-        EXPECT_TRUE(CFEqual(found, name));
-        EXPECT_STREQ(CFStringGetCStringPtr(found, kCFStringEncodingUTF8),
-                     CFStringGetCStringPtr(name, kCFStringEncodingASCII));
+        EXPECT_TRUE(CFEqual(found, c.name)) << c.text;
+        for (const CFStringEncoding encoding : {kCFStringEncodingUTF8, kCFStringEncodingASCII})
+            EXPECT_STREQ(CFStringGetCStringPtr(found, encoding), c.text);
     }
     EXPECT_EQ(CGColorSpaceCreateWithName(nullptr), nullptr);
     EXPECT_EQ(CFStringGetCStringPtr(kCGColorSpaceSRGB, 1), nullptr);
@@ -118,6 +128,21 @@ TEST(Gradient, MixesColorsBeforePremultiplication) {
     const Bytes middle = g.at(0.5);
     const Bytes expected = {64, 0, 64, 128}; // half red and half blue, at alpha 0.5
     for (size_t i = 0; i < 4; ++i) EXPECT_NEAR(middle[i], expected[i], 1) << i;
+
+    const CGFloat locations[] = {0.2, 0.6, 0.7, 1};
+    const RgbGradient bumps({0, 0, 0, 1, 1, 0, 0, 1, 0, 1, 0, 1, 0, 0, 1, 1}, locations);
+    for (const auto& [t, red, green, blue] : {std::array{0.1, 0.0, 0.0, 0.0},
+                                              {0.3, 0.25, 0.0, 0.0},
+                                              {0.5, 0.75, 0.0, 0.0},
+                                              {0.625, 0.75, 0.25, 0.0},
+                                              {0.675, 0.25, 0.75, 0.0},
+                                              {0.775, 0.0, 0.75, 0.25},
+                                              {0.925, 0.0, 0.25, 0.75}}) {
+        const Bytes found = bumps.at(t);
+        EXPECT_NEAR(found[0], 255 * red, 3) << t;
+        EXPECT_NEAR(found[1], 255 * green, 3) << t;
+        EXPECT_NEAR(found[2], 255 * blue, 3) << t;
+    }
 }
 
 TEST(Gradient, ClampsComponentsAfterMixing) {

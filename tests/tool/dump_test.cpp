@@ -163,8 +163,8 @@ TEST_F(Dump, AcceptsAnyBytes) {
 TEST_F(Dump, TreeIsReadable) {
     Write("drawing.svg",
           "<svg viewBox='0 0 24 24'><linearGradient id='f' x2='100%'><stop offset='1'/></linearGradient>"
-          "<g transform='scale(2)' display='none'><path d='M1 2L3 4z' fill='url(#f)'/></g>"
-          "<circle r='3'/></svg>");
+          "<g transform='scale(2)' display='none'><path d='M1 2L3 4z' fill='url(#f)' opacity='.5'/></g>"
+          "<circle r='3'/><radialGradient cx='1' cy='2' fx='3' fy='4' r='5'/></svg>");
     EXPECT_EQ(Run("ozmira dump - < drawing.svg").output,
               "document 24 PT x 24 PT, view box 0 0 24 24\n"
               "0 Group\n"
@@ -172,11 +172,13 @@ TEST_F(Dump, TreeIsReadable) {
               "      Linear x1 0 PX y1 0 PX x2 100% y2 0 PX, ObjectBoundingBox, Pad\n"
               "      stop 1 rgba(0 0 0 1)\n"
               "  2 Group hidden matrix(2 0 0 2 0 0)\n"
-              "    3 Path [FillURL #f]\n"
+              "    3 Path [FillURL #f, Opacity 0.5]\n"
               "        MoveTo 1 2\n"
               "        LineTo (3 4)\n"
               "        ClosePath\n"
-              "  4 Ellipse center 0 0 radius 3 3\n");
+              "  4 Ellipse center 0 0 radius 3 3\n"
+              "  5 GradientElement\n"
+              "      Radial cx 1 PX cy 2 PX fx 3 PX fy 4 PX r 5 PX, ObjectBoundingBox, Pad\n");
     Write("bad.svg", "<svg>\n  <g a=b></g></svg>");
     EXPECT_EQ(Run("ozmira dump bad.svg").output,
               "document 0 PX x 0 PX, view box 0 0 0 0\n(no elements)\n"

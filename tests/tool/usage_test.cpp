@@ -86,5 +86,7 @@ TEST_F(Usage, EveryHelpHasExamples) {
         EXPECT_THAT(outcome.output, HasSubstr("Examples:\n  ozmira " + command));
         for (const std::string& line : Lines(outcome.output)) EXPECT_LE(line.size(), 80u) << line;
     }
+    EXPECT_THAT(Run("ozmira render --help").output,
+                HasSubstr("at most 32,767 pixels on a side and 100,000,000 in all"));
     EXPECT_THAT(Run("ozmira --version").output, StartsWith("ozmira " OZMIRA_VERSION "\n"));
 }
