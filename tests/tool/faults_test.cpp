@@ -134,7 +134,7 @@ TEST_F(Faults, SignalsLeaveNoPartialPicture) {
                 "while [ -z \"$(ls out 2> /dev/null)\" ]; do sleep 0.01; done; kill -" +
                 std::string(name) + " $!; wait $!");
         EXPECT_THAT(outcome.errors, HasSubstr(death));
-        EXPECT_LT(WholePictures("out"), 600u);
+        EXPECT_LT(CompletePictures("out"), 600u);
         Run("rm -r out");
     }
     // A signal that the caller ignores stays ignored.
