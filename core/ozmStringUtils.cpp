@@ -3,39 +3,7 @@
 #include "numbers/number_reader.h"
 #include "numbers/strtod.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <clocale>
-#include <cstdlib>
-#include <string>
-
-#if defined(__APPLE__)
-#include <xlocale.h>
-#else
-#include <locale.h>
-#endif
-
 namespace ozm {
-namespace {
-
-double StrtodInCLocale(const char* text) {
-    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
-    errno = 0;
-    const double value = strtod_l(text, nullptr, cLocale);
-    return errno == ERANGE ? 0.0 : value;
-}
-
-} // namespace
-
-double StrtodInCLocale(StringView text) {
-    std::array<char, 128> buffer;
-    if (text.length < buffer.size()) {
-        *std::copy(text.begin(), text.end(), buffer.begin()) = '\0';
-        return StrtodInCLocale(buffer.data());
-    }
-    return StrtodInCLocale(std::string(text.data, text.length).c_str());
-}
 
 double StringView::toDouble() const {
     const char* const last = data + length;
@@ -60,8 +28,7 @@ double StringView::toDouble() const {
 }
 
 StringView ScanScientificNumber(StringView text) {
-    double value;
-    const char* const end = ReadScientificNumber(text.begin(), text.end(), value);
+    const char* const end = SkipScientificNumber(text.begin(), text.end());
     return {text.data, end ? static_cast<uint64_t>(end - text.data) : 0};
 }
 

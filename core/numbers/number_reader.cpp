@@ -9,6 +9,31 @@
 #include <version>
 
 namespace ozm {
+namespace {
+
+struct ScientificNumber {
+    const char* first; ///< The sign, or the first digit or point.
+    DecimalDigits digits;
+    DecimalExponent exponent; ///< Empty, at the end of the digits, if there is none.
+};
+
+/// Scans a number after optional whitespace. Returns false if there is none.
+bool Scan(const char* p, const char* end, ScientificNumber& number) {
+    p = SkipWhitespace(p, end);
+    const bool hasSign = p != end && (*p == '-' || *p == '+');
+    number.first = p;
+    number.digits = ScanDecimalDigits(hasSign ? p + 1 : p, end);
+    if (number.digits.count == 0) return false;
+    const char* const digitsEnd = number.digits.end;
+    if (digitsEnd == end || (*digitsEnd != 'e' && *digitsEnd != 'E')) {
+        number.exponent = {digitsEnd, 0};
+    } else {
+        number.exponent = ScanDecimalExponent(digitsEnd, end);
+    }
+    return number.exponent.end != nullptr;
+}
+
+} // namespace
 
 double ConvertDecimalText(StringView text) {
 #if defined(__cpp_lib_to_chars) // libc++ cannot convert floating-point numbers.
@@ -22,18 +47,17 @@ double ConvertDecimalText(StringView text) {
     return StrtodInCLocale(text);
 }
 
+const char* SkipScientificNumber(const char* p, const char* end) {
+    ScientificNumber number;
+    return Scan(p, end, number) ? number.exponent.end : nullptr;
+}
+
 const char* ReadScientificNumber(const char* p, const char* end, double& value) {
-    p = SkipWhitespace(p, end);
-    const bool hasSign = p != end && (*p == '-' || *p == '+');
-    const DecimalDigits digits = ScanDecimalDigits(hasSign ? p + 1 : p, end);
-    if (digits.count == 0) return nullptr;
-    DecimalExponent exponent{digits.end, 0};
-    if (digits.end != end && (*digits.end == 'e' || *digits.end == 'E')) {
-        exponent = ScanDecimalExponent(digits.end, end);
-        if (!exponent.end) return nullptr;
-    }
-    value = ConvertDecimal(digits, exponent.value, {p, static_cast<uint64_t>(exponent.end - p)});
-    return exponent.end;
+    ScientificNumber number;
+    if (!Scan(p, end, number)) return nullptr;
+    const auto length = static_cast<uint64_t>(number.exponent.end - number.first);
+    value = ConvertDecimal(number.digits, number.exponent.value, {number.first, length});
+    return number.exponent.end;
 }
 
 } // namespace ozm

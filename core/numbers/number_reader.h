@@ -101,6 +101,10 @@ inline const char* ReadDecimal(const char* p, const char* end, double& value) {
     return digits.end;
 }
 
+/// Skips what `ScanScientificNumber` scans, including leading whitespace. Returns the end of the number, or
+/// null.
+const char* SkipScientificNumber(const char* p, const char* end);
+
 /// Reads what `ScanScientificNumber` scans, including leading whitespace.
 const char* ReadScientificNumber(const char* p, const char* end, double& value);
 

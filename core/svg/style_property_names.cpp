@@ -1,11 +1,12 @@
 #include "svg/style_property_names.h"
 
-#include <cstring>
-#include <type_traits>
-#include <utility>
+#include <algorithm>
+#include <array>
 
 namespace ozm {
+namespace {
 
+/// The names in SVG, in the order of `StylePropertyName`.
 constexpr std::array<std::string_view, kPresentationAttributeCount> kPresentationAttributeNames = {
     "fill",
     "fill-opacity",
@@ -26,29 +27,12 @@ constexpr std::array<std::string_view, kPresentationAttributeCount> kPresentatio
     "href",
 };
 
-namespace {
-
-/// Compares with every name in turn. The lengths are constants, so that compilers make a switch of them.
-template <size_t... Index>
-StylePropertyName Find(std::string_view name, std::index_sequence<Index...>) {
-    StylePropertyName found = StylePropertyName::Unknown;
-    const auto matches = [&]<size_t I>(std::integral_constant<size_t, I>) {
-        constexpr std::string_view kCandidate = kPresentationAttributeNames[I];
-        if (name.size() != kCandidate.size() ||
-            std::memcmp(name.data(), kCandidate.data(), kCandidate.size()) != 0) {
-            return false;
-        }
-        found = static_cast<StylePropertyName>(I);
-        return true;
-    };
-    (matches(std::integral_constant<size_t, Index>()) || ...);
-    return found;
-}
-
 } // namespace
 
 StylePropertyName FindStylePropertyName(std::string_view name) {
-    return Find(name, std::make_index_sequence<kPresentationAttributeCount>());
+    const auto found =
+        std::find(kPresentationAttributeNames.begin(), kPresentationAttributeNames.end(), name);
+    return static_cast<StylePropertyName>(found - kPresentationAttributeNames.begin());
 }
 
 } // namespace ozm

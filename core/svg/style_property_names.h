@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -31,9 +30,6 @@ enum class StylePropertyName : uint8_t {
 };
 
 inline constexpr size_t kPresentationAttributeCount = static_cast<size_t>(StylePropertyName::Unknown);
-
-/// The names in SVG, indexed by `StylePropertyName`.
-extern const std::array<std::string_view, kPresentationAttributeCount> kPresentationAttributeNames;
 
 /// Returns the property with exactly this name.
 StylePropertyName FindStylePropertyName(std::string_view name);

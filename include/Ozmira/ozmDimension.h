@@ -29,8 +29,6 @@ struct Dimension {
 struct DimensionSize {
     Dimension width;
     Dimension height;
-
-    bool operator==(const DimensionSize&) const = default;
 };
 
 } // namespace ozm
