@@ -87,18 +87,18 @@ TEST(Clip, Intersects) {
 }
 
 TEST(Clip, WithoutAntialiasingPixelsAreWhole) {
-    const Canvas filled, clipped;
-    const CGRect rect = CGRectMake(3.3, 3.3, 20, 20);
+    const Canvas filled(96, 96), clipped(96, 96);
+    const CGRect rect = CGRectMake(3.3, 3.3, 90, 90);
     CGContextSetShouldAntialias(filled, false);
     CGContextFillEllipseInRect(filled, rect);
     EXPECT_EQ(filled.rows().find('+'), std::string::npos);
-    EXPECT_NEAR(filled.area(), 314, 12);
+    EXPECT_NEAR(filled.area(), 6362, 50);
 
     CGContextSetShouldAntialias(clipped, false);
     CGContextAddEllipseInRect(clipped, rect);
     CGContextClip(clipped);
     CGContextSetShouldAntialias(clipped, true);
-    CGContextFillRect(clipped, kAll);
+    CGContextFillRect(clipped, CGRectMake(0, 0, 96, 96));
     EXPECT_EQ(clipped.rows(), filled.rows());
 }
 
