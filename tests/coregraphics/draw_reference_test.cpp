@@ -119,7 +119,7 @@ TEST(Reference, FillsMatchScanLines) {
         }
 }
 
-// Round pens reach all that is no farther than half a width from the path, whatever the path does.
+// A round pen covers every point within half its width of the path.
 TEST(Reference, RoundStrokesCoverWhatIsNear) {
     const struct {
         const char* name;

@@ -171,12 +171,12 @@ TEST(Robustness, FarCoordinates) {
         CGContextStrokePath(canvas);
         EXPECT_NEAR(canvas.area(), 32 * 8, 0.2) << far;
     }
-    // A line that leaves on one side and comes back on the other does not take the short way.
+    // A polyline that leaves the bitmap on one side and returns on the other is not joined across it.
     const Canvas around;
     add(around, "M 16 20.5 L 1e6 20.5 L 1e6 1e6 L -1e6 1e6 L -1e6 4.5 L 16 4.5");
     CGContextStrokePath(around);
     EXPECT_NEAR(around.area(), 32, 0.1);
-    // The crest of an arch, whose ends are far away and which is as good as level in between.
+    // The crest of an arch whose ends are far away is level across the bitmap.
     for (const double far : {1e5, 1e7, 1e9})
         for (const bool upright : {false, true}) {
             const Canvas canvas;
@@ -285,7 +285,7 @@ TEST(Robustness, ManyContoursStatesAndDashes) {
         CGContextStrokePath(line);
         EXPECT_NEAR(line.area(), 32, 0.5) << phase;
     }
-    // Those of a bitmap can be counted.
+    // Dashes that fit into a bitmap are drawn one by one, however fine.
     const CGFloat fine[] = {0.1, 0.1};
     const Canvas strip(4000, 1);
     CGContextSetLineDash(strip, 0, fine, 2);
@@ -319,7 +319,7 @@ TEST(Robustness, ContextsOnManyThreads) {
 }
 
 // A curve that leaves to the right and arrives going down, whatever its handles: the edges of its butt caps
-// are upright and level. A handle just behind its point does not turn the cap round.
+// are upright and level. A handle just behind its point does not reverse the cap.
 TEST(Stroke, CapsOfCurvesStandAcrossTheTangent) {
     const struct {
         const char* path;
