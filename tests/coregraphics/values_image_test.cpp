@@ -193,6 +193,19 @@ TEST(Image, SnapshotSharesTheStorage) {
     EXPECT_TRUE(storage->isUnique());
 }
 
+TEST(Image, NullIsNoImage) {
+    EXPECT_EQ(CGImageGetWidth(nullptr) + CGImageGetHeight(nullptr) + CGImageGetBytesPerRow(nullptr), 0u);
+    EXPECT_EQ(CGImageGetBitsPerComponent(nullptr) + CGImageGetBitsPerPixel(nullptr), 0u);
+    EXPECT_EQ(CGImageGetColorSpace(nullptr), nullptr);
+    EXPECT_EQ(CGImageGetDataProvider(nullptr), nullptr);
+    EXPECT_EQ(CGImageGetAlphaInfo(nullptr), kCGImageAlphaNone);
+    EXPECT_EQ(CGImageGetBitmapInfo(nullptr), 0u);
+    EXPECT_FALSE(CGImageGetShouldInterpolate(nullptr));
+    EXPECT_EQ(CGImageGetRenderingIntent(nullptr), kCGRenderingIntentDefault);
+    EXPECT_EQ(CGImageCreateCopy(nullptr), nullptr);
+    EXPECT_EQ(CGImageCreateWithImageInRect(nullptr, CGRectMake(0, 0, 1, 1)), nullptr);
+}
+
 TEST(DataProvider, ReleasesItsBytesOnce) {
     int released = 0;
     uint8_t bytes[4] = {1, 2, 3, 4};
