@@ -1,4 +1,4 @@
-// What contexts tell about themselves, and their path, clip and colours by all the functions that set them.
+// Queries of a context, and its path, clip and colours through every function that sets them.
 #include "canvas.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ TEST(Context, ConvertsBetweenUserAndDeviceSpace) {
     EXPECT_EQ(CGBitmapContextGetBitmapInfo(c), CGBitmapInfo{kCGImageAlphaPremultipliedLast});
 }
 
-// Every function adds to the current path what its counterpart adds to a path that the matrix is applied to.
+// Each function appends to the current path what its counterpart appends to a path, mapped by the matrix.
 TEST(Context, AddsToItsPathAsPathsDo) {
     const struct {
         const char* name;
@@ -111,7 +111,7 @@ TEST(Context, AddsToItsPathAsPathsDo) {
         }
 }
 
-// The pixels that drawing would paint; lines are 4 wide.
+// The line width is 4.
 TEST(Context, KnowsWhichPointsDrawingWouldPaint) {
     const struct {
         const char* name;

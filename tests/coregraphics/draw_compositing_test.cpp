@@ -87,18 +87,18 @@ TEST(Clip, Intersects) {
 }
 
 TEST(Antialiasing, CanBeSwitchedOff) {
-    const Canvas filled, clipped;
-    const CGRect rect = CGRectMake(3.3, 3.3, 20, 20);
+    const Canvas filled(96, 96), clipped(96, 96);
+    const CGRect rect = CGRectMake(3.3, 3.3, 90, 90);
     CGContextSetShouldAntialias(filled, false);
     CGContextFillEllipseInRect(filled, rect);
     EXPECT_EQ(filled.rows().find('+'), std::string::npos);
-    EXPECT_NEAR(filled.area(), 314, 12);
+    EXPECT_NEAR(filled.area(), 6362, 50);
 
     CGContextSetShouldAntialias(clipped, false);
     CGContextAddEllipseInRect(clipped, rect);
     CGContextClip(clipped);
     CGContextSetShouldAntialias(clipped, true);
-    CGContextFillRect(clipped, kAll);
+    CGContextFillRect(clipped, CGRectMake(0, 0, 96, 96));
     EXPECT_EQ(clipped.rows(), filled.rows());
 }
 
@@ -198,7 +198,7 @@ TEST(Gradient, RadialUsesTheLargestCircleThroughAPixel) {
         {"tube downwards", {{14.3, 8.4}, 6}, {{14.3, 22.4}, 6}},
         {"cone", {{4.3, 14.4}, 1}, {{22.3, 20.4}, 7}},
         {"cone to a point", {{4.3, 14.4}, 7}, {{22.3, 20.4}, 0}},
-        // One circle touches the other from inside, or nearly: the quadratic term almost vanishes.
+        // Circles that touch from inside, or nearly: the quadratic term of their equation vanishes.
         {"touching", {{6.4, 16.4}, 0}, {{6.4 + 2.1, 16.4 + 2.8}, 3.5}},
         {"touching within rounding", {{6.3, 16.4}, 0}, {{6.3 + 2.3, 16.4 + 7.1}, std::hypot(2.3, 7.1)}},
         {"touching circles", {{9.1, 12.7}, 2.2}, {{9.1 + 1.1, 12.7 + 4.7}, 2.2 + std::hypot(1.1, 4.7)}},
@@ -324,7 +324,7 @@ TEST(Image, TurnsWithItsColours) {
     }
 }
 
-// Stripes of single pixels, a quarter as large, turned.
+// Stripes one pixel wide, reduced to a quarter and rotated.
 TEST(Image, AveragesWhenReducedAndTurned) {
     for (const bool level : {false, true}) {
         const Canvas stripes(64, 64);
@@ -385,7 +385,7 @@ TEST(Bitmap, DrawsIntoTheCallersMemoryButNotIntoThePadding) {
     ozcg::chooseVectorCode(nullptr);
 }
 
-// Images of a bitmap, taken between drawings: each keeps what was drawn before it.
+// Images of a bitmap taken between drawings: each keeps the pixels of its moment.
 TEST(Bitmap, SnapshotsDoNotChange) {
     const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
     std::vector<uint8_t> memory(4 * 32 * 32);

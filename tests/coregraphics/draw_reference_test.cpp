@@ -119,7 +119,7 @@ TEST(Reference, FillsMatchScanlines) {
         }
 }
 
-// A stroke with round caps and joins covers exactly the points within half its width of the curve.
+// A round pen covers every point within half its width of the path.
 TEST(Reference, RoundStrokesCoverAllNearbyPoints) {
     const struct {
         const char* name;

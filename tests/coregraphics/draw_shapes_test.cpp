@@ -173,12 +173,12 @@ TEST(Robustness, FarCoordinates) {
         CGContextStrokePath(canvas);
         EXPECT_NEAR(canvas.area(), 32 * 8, 0.2) << far;
     }
-    // A line that leaves on one side and returns on the other does not cross the picture.
+    // A polyline that leaves the bitmap on one side and returns on the other is not joined across it.
     const Canvas around;
     add(around, "M 16 20.5 L 1e6 20.5 L 1e6 1e6 L -1e6 1e6 L -1e6 4.5 L 16 4.5");
     CGContextStrokePath(around);
     EXPECT_NEAR(around.area(), 32, 0.1);
-    // The crest of an arch with far ends is all but level.
+    // The crest of an arch whose ends are far away is level across the bitmap.
     for (const double far : {1e5, 1e7, 1e9})
         for (const bool upright : {false, true}) {
             const Canvas canvas;
@@ -292,7 +292,7 @@ TEST(Robustness, ManyContoursStatesAndDashes) {
         CGContextStrokePath(line);
         EXPECT_NEAR(line.area(), 32, 0.5) << phase;
     }
-    // As many dashes as a bitmap can show are all drawn.
+    // Dashes that fit into a bitmap are drawn one by one, however fine.
     const CGFloat fine[] = {0.1, 0.1};
     const Canvas strip(4000, 1);
     CGContextSetLineDash(strip, 0, fine, 2);
@@ -309,8 +309,8 @@ TEST(Robustness, ManyContoursStatesAndDashes) {
     EXPECT_EQ(wide.area(), 32 * 32);
 }
 
-// Each curve starts to the right and ends downwards, so the edges of its butt caps are vertical and
-// horizontal. A handle slightly on the wrong side of its point does not reverse the cap.
+// A curve that leaves to the right and arrives going down, whatever its handles: the edges of its butt caps
+// are upright and level. A handle just behind its point does not reverse the cap.
 TEST(Stroke, CapsOfCurvesStandAcrossTheTangent) {
     const struct {
         const char* path;

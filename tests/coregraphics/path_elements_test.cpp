@@ -155,7 +155,7 @@ TEST(Path, ArcsStayAtTheirRadius) {
     const auto oneAndAHalf = pathFromText("M 0 0"), twoAndAHalf = pathFromText("M 0 0");
     CGPathAddRelativeArc(oneAndAHalf, nullptr, 0, 0, 1, 0.5, 3 * kPi);
     CGPathAddRelativeArc(twoAndAHalf, nullptr, 0, 0, 1, 0.5,
-                         5 * kPi); // draws nothing that the other does not
+                         5 * kPi); // covers what the other covers
     EXPECT_EQ(textOf(twoAndAHalf), textOf(oneAndAHalf));
 }
 

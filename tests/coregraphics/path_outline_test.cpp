@@ -98,10 +98,10 @@ TEST(StrokedPath, CoversThePenAndNothingElse) {
     }
 }
 
-// Corners so sharp that rounding makes much of what little is left of the sum of the normals.
+// At corners this sharp, rounding dominates the sum of the two normals.
 TEST(StrokedPath, MitersStayWithinTheirLimit) {
     constexpr double kLimit = 1e8;
-    double longest = 0; // distance from the corner, with half a width of 1
+    double longest = 0; // distance from the corner; the half width is 1
     for (int i = 0; i < 4000; ++i) {
         const double direction = 0.01 * i, angle = 1e-8 + 1e-11 * i;
         const Owned<CGMutablePathRef> corner(CGPathCreateMutable());

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <map>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -245,7 +246,33 @@ TEST(Object, ArraysHoldReferences) {
     EXPECT_EQ(CFArrayCreate(nullptr, values, -1, nullptr), nullptr);
 }
 
-TEST(Object, FunctionsAcceptNull) {
+TEST(Object, KnowsItsType) {
+    const Owned<CGColorRef> color(CGColorCreateSRGB(1, 0, 0, 1));
+    const Owned<CGPathRef> path(CGPathCreateMutable());
+    const Owned<CFDataRef> data(CFDataCreate(nullptr, nullptr, 0));
+    const Owned<CFArrayRef> array(CFArrayCreate(nullptr, nullptr, 0, nullptr));
+    const Owned<CGDataProviderRef> provider(CGDataProviderCreateWithCFData(data));
+    const Owned<CGContextRef> context(CGBitmapContextCreate(nullptr, 1, 1, 8, 0, CGColorGetColorSpace(color),
+                                                            kCGImageAlphaPremultipliedLast));
+    const Owned<CGImageRef> image(CGBitmapContextCreateImage(context));
+    const RgbGradient gradient({1, 0, 0, 1}, nullptr);
+    const std::map<CFTypeID, CFTypeRef> objects = {
+        {CGColorGetTypeID(), color.get()},
+        {CGColorSpaceGetTypeID(), CGColorGetColorSpace(color)},
+        {CGPathGetTypeID(), path.get()},
+        {CFDataGetTypeID(), data.get()},
+        {CFArrayGetTypeID(), array.get()},
+        {CFStringGetTypeID(), kCGColorSpaceSRGB},
+        {CGDataProviderGetTypeID(), provider.get()},
+        {CGContextGetTypeID(), context.get()},
+        {CGImageGetTypeID(), image.get()},
+        {CGGradientGetTypeID(), gradient.gradient.get()},
+    };
+    EXPECT_EQ(objects.size(), 10u); // no two are the same
+    for (const auto& [type, object] : objects) EXPECT_EQ(CFGetTypeID(object), type);
+}
+
+TEST(Object, NullIsNoObject) {
     EXPECT_EQ(CFRetain(nullptr), nullptr);
     CFRelease(nullptr);
     CGPathRelease(nullptr);
@@ -256,6 +283,18 @@ TEST(Object, FunctionsAcceptNull) {
     CGDataProviderRelease(nullptr);
     EXPECT_EQ(CFGetRetainCount(nullptr), 0);
     EXPECT_EQ(CFGetTypeID(nullptr), 0u);
+    EXPECT_FALSE(CFEqual(nullptr, kCGColorSpaceSRGB));
+    EXPECT_FALSE(CFEqual(kCGColorSpaceSRGB, nullptr));
+    EXPECT_EQ(CFArrayGetCount(nullptr) + CFDataGetLength(nullptr), 0);
+    EXPECT_EQ(CFArrayGetValueAtIndex(nullptr, 0), nullptr);
+    EXPECT_EQ(CFDataGetBytePtr(nullptr), nullptr);
+    EXPECT_EQ(CFStringGetCStringPtr(nullptr, kCFStringEncodingUTF8), nullptr);
+    EXPECT_EQ(CGDataProviderCopyData(nullptr), nullptr);
+    EXPECT_EQ(CGColorGetNumberOfComponents(nullptr) + CGColorSpaceGetNumberOfComponents(nullptr), 0u);
+    EXPECT_EQ(CGColorGetAlpha(nullptr), 0);
+    EXPECT_EQ(CGColorGetColorSpace(nullptr), nullptr);
+    EXPECT_EQ(CGColorCreate(nullptr, nullptr), nullptr);
+    EXPECT_EQ(CGColorSpaceCopyName(nullptr), nullptr);
     EXPECT_EQ(CGColorGetComponents(nullptr), nullptr);
     EXPECT_EQ(CGColorCreateCopyWithAlpha(nullptr, 1), nullptr);
     EXPECT_EQ(CGColorSpaceGetModel(nullptr), kCGColorSpaceModelUnknown);

@@ -47,7 +47,7 @@ TEST(Rect, WithNegativeSidesEqualsItsStandardForm) {
     EXPECT_TRUE(CGRectContainsPoint(rect, {6, 14}));
 }
 
-// The origin of a rect without negative sides stays as it is to the last bit.
+// Standardising a rectangle without negative sides keeps its origin bit for bit.
 TEST(Rect, KeepsTheSignOfZeroOrigins) {
     const auto isNegative = [](CGPoint p) { return std::signbit(p.x) && std::signbit(p.y); };
     for (const double side : {0.0, -0.0, 2.0}) {

@@ -177,6 +177,36 @@ TEST(Image, ReturnsItsBytes) {
     EXPECT_EQ(CGImageGetAlphaInfo(image), kCGImageAlphaFirst);
 }
 
+TEST(Image, SnapshotSharesTheStorage) {
+    const auto storage = ozcg::PixelStorage::create(16);
+    EXPECT_TRUE(std::ranges::all_of(std::span(storage->bytes(), 16), [](uint8_t byte) { return byte == 0; }));
+    CGImageFormat format;
+    format.width = format.height = 2;
+    format.bytesPerRow = 8;
+    format.bitmapInfo = kCGImageAlphaPremultipliedLast;
+    format.layout = *ozcg::pixelLayout(8, 32, makeSpace(Space::rgb), format.bitmapInfo);
+    {
+        const Owned<CGImageRef> image(ozcg::createImage(format, storage));
+        EXPECT_FALSE(storage->isUnique());
+        storage->bytes()[12] = 9;
+        EXPECT_EQ(rowOf(image, 1, 1, 1), (Bytes{9, 0, 0, 0}));
+    }
+    EXPECT_TRUE(storage->isUnique());
+}
+
+TEST(Image, NullIsNoImage) {
+    EXPECT_EQ(CGImageGetWidth(nullptr) + CGImageGetHeight(nullptr) + CGImageGetBytesPerRow(nullptr), 0u);
+    EXPECT_EQ(CGImageGetBitsPerComponent(nullptr) + CGImageGetBitsPerPixel(nullptr), 0u);
+    EXPECT_EQ(CGImageGetColorSpace(nullptr), nullptr);
+    EXPECT_EQ(CGImageGetDataProvider(nullptr), nullptr);
+    EXPECT_EQ(CGImageGetAlphaInfo(nullptr), kCGImageAlphaNone);
+    EXPECT_EQ(CGImageGetBitmapInfo(nullptr), 0u);
+    EXPECT_FALSE(CGImageGetShouldInterpolate(nullptr));
+    EXPECT_EQ(CGImageGetRenderingIntent(nullptr), kCGRenderingIntentDefault);
+    EXPECT_EQ(CGImageCreateCopy(nullptr), nullptr);
+    EXPECT_EQ(CGImageCreateWithImageInRect(nullptr, CGRectMake(0, 0, 1, 1)), nullptr);
+}
+
 TEST(DataProvider, ReleasesItsBytesOnce) {
     int released = 0;
     uint8_t bytes[4] = {1, 2, 3, 4};

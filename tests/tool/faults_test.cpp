@@ -128,7 +128,7 @@ TEST_F(Faults, SignalsLeaveNoPartialPicture) {
     for (const auto& [name, death] : kSignals) {
         SCOPED_TRACE(name);
         // Job control keeps SIGINT from being ignored in the background. The smaller pictures of a drawing
-        // wait for its largest, so that there is nearly always something to remove.
+        // stay temporary until its largest is done, so there is nearly always a file to remove.
         const Outcome outcome =
             Run("set -m; '" OZMIRA_TOOL "' render many --width 300 --scale 1,2,5 -o out -q & "
                 "while [ -z \"$(ls out 2> /dev/null)\" ]; do sleep 0.01; done; kill -" +
