@@ -26,7 +26,7 @@ dispatch_queue_t containerCacheQueue;
     @autoreleasepool {
         containerCache = [[NSMutableDictionary dictionary] retain];
     }
-    containerCacheQueue = dispatch_queue_create("OZMContainerCacheQueue", NULL);
+    containerCacheQueue = dispatch_queue_create("OZMContainerCacheQueue", nullptr);
 }
 
 + (instancetype)containerWithURL:(NSURL*)url error:(NSError**)error {
@@ -61,7 +61,7 @@ dispatch_queue_t containerCacheQueue;
     if (!(self = [super init])) return nil;
     _url = [url copy];
     _documentCache = [[NSMutableDictionary alloc] init];
-    _queue = dispatch_queue_create("OZMContainerQueue", NULL);
+    _queue = dispatch_queue_create("OZMContainerQueue", nullptr);
     _documentCacheAutoPurgeOptions = OZMDocumentCacheAutoPurgeOnMemoryWarning;
     [self _updateNotificationObserversWithCurrentAutoPurgeOptions:_documentCacheAutoPurgeOptions
                                               oldAutoPurgeOptions:0];
@@ -134,7 +134,7 @@ dispatch_queue_t containerCacheQueue;
             _url ? [[NSFileManager defaultManager] contentsOfDirectoryAtURL:_url
                                                  includingPropertiesForKeys:nil
                                                                     options:options
-                                                                      error:NULL]
+                                                                      error:nullptr]
                  : nil;
         NSMutableArray<NSString*>* const found = [NSMutableArray arrayWithCapacity:entries.count];
         for (NSURL* entry in entries)

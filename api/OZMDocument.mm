@@ -77,7 +77,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
     }
     _url = [url copy];
     _documentSize = _concreteDocument.documentState->m_renderer.ViewPortSize();
-    _queue = dispatch_queue_create("OZMDocumentQueue", NULL);
+    _queue = dispatch_queue_create("OZMDocumentQueue", nullptr);
     return self;
 }
 
@@ -152,10 +152,10 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
     ozm::RenderingState state = ozm::kRenderingStateDefault;
     if (color) state.fillColor = OZMColorFromCGColor(color);
     OZMConcreteDocument* const document = [self concreteDocument];
-    if (!document) return NULL;
+    if (!document) return nullptr;
     ozm::CoreGraphicsRenderer& renderer = document.documentState->m_renderer;
     renderer.SetDebugRendering(debugRenderingIsOn);
-    return renderer.createCGImageFitToSize(size, scale, state, NULL);
+    return renderer.createCGImageFitToSize(size, scale, state, nullptr);
 }
 
 - (UIImage*)image {

@@ -46,7 +46,7 @@ double MeanDifference(const bench::Filler& filler, const std::vector<std::string
             sum += std::abs(pixels[at + filler.alphaByte] - expectedPixels[at + reference.alphaByte]);
         }
     }
-    return sum / (static_cast<double>(pixels.size() / 4) * static_cast<double>(subjects.size()));
+    return sum / (static_cast<double>(pixels.size()) / 4 * static_cast<double>(subjects.size()));
 }
 
 void Fill(benchmark::State& state, const bench::Filler& filler, unsigned size,

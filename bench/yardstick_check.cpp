@@ -33,7 +33,7 @@ int main(int, char** argv) {
     Check(parse(text) == 0, "does not parse a drawing");
     Check(parse("<svg") != 0, "parses malformed text without an error");
 
-    constexpr unsigned side = 16;
+    constexpr size_t side = 16;
     std::vector<uint8_t> pixels(side * side * 4, 0x55);
     Check(render("<svg", side, pixels.data()) != 0, "draws malformed text without an error");
     Check(render(text, side, pixels.data()) == 0, "does not draw");

@@ -37,7 +37,7 @@ int main(int argc, char** argv) {
     }
     int failures = 0;
     @autoreleasepool {
-        OZMContainer* const container = [OZMContainer containerWithURL:folderURL(argv[1]) error:NULL];
+        OZMContainer* const container = [OZMContainer containerWithURL:folderURL(argv[1]) error:nullptr];
         for (NSString* name in [container documentNames]) {
             if (writePictures(container, name, folderURL(argv[2]))) continue;
             std::fprintf(stderr, "%s: no picture\n", name.UTF8String);

@@ -52,7 +52,7 @@ class ContainerTest : public ApiTest {
 public:
     ~ContainerTest() override { purgeContainers(); }
 
-    OZMContainer* container() const { return [OZMContainer containerWithURL:folder() error:NULL]; }
+    OZMContainer* container() const { return [OZMContainer containerWithURL:folder() error:nullptr]; }
     static void purgeContainers() {
         [OZMContainer purgeContainerCache];
         [OZMContainer containerCacheCount]; // waits until the purge is done
@@ -64,7 +64,7 @@ public:
 };
 
 TEST_F(ContainerTest, OneContainerPerFolderUntilPurged) {
-    EXPECT_EQ([OZMContainer containerWithURL:nil error:NULL], nil);
+    EXPECT_EQ([OZMContainer containerWithURL:nil error:nullptr], nil);
     EXPECT_EQ([OZMContainer containerCacheCount], 0u);
     NSError* error = nil;
     OZMContainer* const first = [OZMContainer containerWithURL:folder() error:&error];
@@ -84,7 +84,7 @@ TEST_F(ContainerTest, ServesDocumentsByName) {
     for (const char* name : {"icons/logo.svg", "icons/sub/inner.svg", "icons/c:d\\e%20.svg", "icons/a.b",
                              "icons/dots.in.svg", "outer.svg"})
         write(name, kUnfilled);
-    OZMContainer* const container = [OZMContainer containerWithURL:url("icons") error:NULL];
+    OZMContainer* const container = [OZMContainer containerWithURL:url("icons") error:nullptr];
     OZMDocument* const logo = [container documentNamed:@"logo"];
     EXPECT_TRUE([logo.url isEqual:url("icons/logo.svg")]);
     EXPECT_EQ([container documentNamed:[NSMutableString stringWithString:@"logo"]], logo);
@@ -100,7 +100,8 @@ TEST_F(ContainerTest, ServesDocumentsByName) {
     EXPECT_EQ([container documentNamed:nil], nil);
     EXPECT_EQ([container documentCacheCount], 14u);
     NSString* const elsewhere = [@"http://localhost" stringByAppendingString:url("icons").path];
-    OZMContainer* const remote = [OZMContainer containerWithURL:[NSURL URLWithString:elsewhere] error:NULL];
+    OZMContainer* const remote = [OZMContainer containerWithURL:[NSURL URLWithString:elsewhere]
+                                                          error:nullptr];
     EXPECT_FALSE([remote documentNamed:@"logo"].url.isFileURL); // the path alone counts
 }
 
@@ -129,16 +130,16 @@ TEST_F(ContainerTest, ListsEverythingButHiddenFiles) {
     std::filesystem::create_directory(path("empty"));
     for (NSURL* nothing in
          @[ url("empty"), url("missing"), url("a.svg"), [NSURL URLWithString:@"http://localhost/"] ])
-        EXPECT_TRUE([[[OZMContainer containerWithURL:nothing error:NULL] documentNames] isEqual:@[]])
+        EXPECT_TRUE([[[OZMContainer containerWithURL:nothing error:nullptr] documentNames] isEqual:@[]])
             << nothing.description.UTF8String;
-    OZMContainer* const nowhere = [[[OZMContainer alloc] initWithURL:nil error:NULL] autorelease];
+    OZMContainer* const nowhere = [[[OZMContainer alloc] initWithURL:nil error:nullptr] autorelease];
     EXPECT_TRUE([[nowhere documentNames] isEqual:@[]]);
     EXPECT_EQ([nowhere documentNamed:@"a"], nil);
 }
 
 TEST_F(ContainerTest, MemoryWarningPurgesIfBitZeroIsSet) {
     write("a.svg", kUnfilled);
-    CountedContainer* const container = [CountedContainer containerWithURL:folder() error:NULL];
+    CountedContainer* const container = [CountedContainer containerWithURL:folder() error:nullptr];
     EXPECT_EQ(container.documentCacheAutoPurgeOptions, 1u);
     for (const auto& [options, purges] :
          {std::pair{1u, true}, {0u, false}, {0u, false}, {2u, false}, {3u, true}, {3u, true}, {1u, true}}) {
@@ -159,7 +160,7 @@ TEST_F(ContainerTest, NotifiesObserversOnceOfEachChange) {
     [container addObserver:observer
                 forKeyPath:@"documentCacheAutoPurgeOptions"
                    options:NSKeyValueObservingOptionOld | NSKeyValueObservingOptionNew
-                   context:NULL];
+                   context:nullptr];
     EXPECT_FALSE([OZMContainer automaticallyNotifiesObserversForKey:@"documentCacheAutoPurgeOptions"]);
     container.documentCacheAutoPurgeOptions = 0;
     EXPECT_EQ(observer->valueWhenNotified, 0u);
@@ -173,7 +174,7 @@ TEST_F(ContainerTest, IsDestroyedWhenReleasedAndStopsObserving) {
     write("a.svg", kUnfilled);
     for (const unsigned options : {1u, 0u}) {
         @autoreleasepool {
-            OZMContainer* const container = [CountedContainer containerWithURL:folder() error:NULL];
+            OZMContainer* const container = [CountedContainer containerWithURL:folder() error:nullptr];
             [container documentNamed:@"a"];
             container.documentCacheAutoPurgeOptions = options;
             [container purgeDocumentCache]; // still under way when the container is released
@@ -192,7 +193,7 @@ TEST_F(ContainerTest, ServesSeveralThreadsWhilePurging) {
     onThreads(2, [folder] {
         for (int i = 0; i < 1000; ++i) {
             @autoreleasepool {
-                OZMContainer* const container = [OZMContainer containerWithURL:folder error:NULL];
+                OZMContainer* const container = [OZMContainer containerWithURL:folder error:nullptr];
                 OZMDocument* const document = [container documentNamed:i % 2 ? @"a" : @"b"];
                 EXPECT_EQ(document.viewPortSize.width, 4);
                 EXPECT_EQ([container documentNamed:@"missing"], nil);
@@ -216,7 +217,7 @@ TEST_F(ContainerTest, ThreadsGetTheSameObjects) {
     onThreads(2, [&] {
         for (size_t i = 0; i < containers.size(); ++i) {
             NSURL* const url = [NSURL URLWithString:[folder stringByAppendingFormat:@"?%zu", i]];
-            OZMContainer* const container = [OZMContainer containerWithURL:url error:NULL];
+            OZMContainer* const container = [OZMContainer containerWithURL:url error:nullptr];
             EXPECT_TRUE(isFirstOrSame(containers[i], container));
             EXPECT_TRUE(isFirstOrSame(documents[i], [container documentNamed:@"a"]));
         }
@@ -238,7 +239,7 @@ TEST_F(ContainerTest, MayBeDestroyedDuringMemoryWarnings) {
                     continue;
                 }
                 OZMContainer* const container = [[[OZMContainer alloc] initWithURL:folder
-                                                                             error:NULL] autorelease];
+                                                                             error:nullptr] autorelease];
                 EXPECT_NE([container documentNamed:@"a"], nil);
                 if (i % 2) container.documentCacheAutoPurgeOptions = 0;
             }

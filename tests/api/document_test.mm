@@ -210,7 +210,7 @@ TEST_F(DocumentTest, ParseLogColorsItsLinesByLevel) {
         EXPECT_TRUE([[text.string substringWithRange:line] isEqualToString:test.line])
             << text.string.UTF8String;
         for (const NSUInteger index : {line.location, NSMaxRange(line) - 1}) {
-            NSDictionary* const attributes = [text attributesAtIndex:index effectiveRange:NULL];
+            NSDictionary* const attributes = [text attributesAtIndex:index effectiveRange:nullptr];
             EXPECT_EQ(attributes.count, test.color ? 1u : 0u);
             id const color = [attributes objectForKey:NSForegroundColorAttributeName];
             EXPECT_TRUE(color == test.color || [color isEqual:test.color]) << test.level;

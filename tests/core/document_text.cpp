@@ -69,7 +69,7 @@ std::string Text(const StyleProperty& property) {
     case Type::StrokeLineCap:
     case Type::StrokeLineJoin:
     case Type::FillRule: return name + "=" + std::to_string(property.keyword);
-    case Type::ClipRule: return name; // Copies lose its keyword.
+    case Type::ClipRule: // Its keyword does not survive a copy.
     case Type::StrokeDashArray: return name;
     default: return name + "=" + Text(property.number);
     }

@@ -1,5 +1,5 @@
-#include <Ozmira/OzmiraVersion.h>
 #include <Ozmira/ozmDocument.h>
+#include <Ozmira/OzmiraVersion.h>
 #include <Ozmira/ozmLog.h>
 
 #include "document_text.h"

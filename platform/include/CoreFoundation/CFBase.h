@@ -26,7 +26,10 @@
 #define CF_IMPLICIT_BRIDGING_ENABLED
 #define CF_IMPLICIT_BRIDGING_DISABLED
 #endif
-#ifndef CF_RETURNS_RETAINED
+#if !defined(CF_RETURNS_RETAINED) && defined(__clang__) // for clang's static analyzer
+#define CF_RETURNS_RETAINED __attribute__((cf_returns_retained))
+#define CF_RETURNS_NOT_RETAINED __attribute__((cf_returns_not_retained))
+#elif !defined(CF_RETURNS_RETAINED)
 #define CF_RETURNS_RETAINED
 #define CF_RETURNS_NOT_RETAINED
 #endif

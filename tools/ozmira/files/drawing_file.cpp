@@ -63,7 +63,7 @@ std::string WhyNothingToDraw(const std::string& text) {
     // The parser stops at the first NUL.
     const std::string_view read = text.c_str();
     if (text.empty()) return "empty; is it the right file?";
-    if (const std::string format = RecogniseForeignFormat(text); !format.empty()) return format;
+    if (std::string format = RecogniseForeignFormat(text); !format.empty()) return format;
     if (read.empty()) return "not XML: it begins with a NUL byte; is it the right file?";
     if (NestsDeeperThan(text.c_str())) {
         return "nests elements deeper than " + FormatCount(kMaximumNestingDepth) +

@@ -70,7 +70,7 @@ public:
 
 private:
     void WriteElement(size_t index, const Element& element) {
-        m_indent.assign(2 * m_depths[index], ' ');
+        m_indent.assign(size_t{2} * m_depths[index], ' ');
         std::string line = m_indent + std::to_string(index) + " " + std::string(NameOf(element.type));
         if (!element.id.empty()) line += " " + FormatId(element.id);
         if (element.hidden) line += " hidden";

@@ -84,7 +84,7 @@ private:
 } // namespace
 
 std::map<std::string, uint64_t> FindIgnoredFeatures(const std::string& text) {
-    std::string copy(text.c_str());
+    std::string copy(text, 0, text.find('\0')); // the parser stops at the first NUL
     rapidxml::xml_document<char> xml;
     xml.parse<rapidxml::parse_fastest>(copy.data());
     const auto* const svg = xml.first_node("svg");
