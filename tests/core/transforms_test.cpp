@@ -57,6 +57,8 @@ TEST(ParseTransform, AppliesTheLastItemFirst) {
     ExpectMaps("matrix(1 2 3 4 5 6) skewY(45)", {0, 1}, {3 + 5, 4 + 6});
     ExpectMaps("matrix(1 2 3 4 5 6) skewX(45)", {0, 1}, {1 + 3 + 5, 2 + 4 + 6});
     ExpectMaps("matrix(1 2 3 4 5 6) skewY(45)", {1, 0}, {1 + 3 + 5, 2 + 4 + 6});
+    ExpectMaps("matrix(2 3 4 5 6 7) skewX(45)", {0, 1}, {2 + 4 + 6, 3 + 5 + 7});
+    ExpectMaps("matrix(2 3 4 5 6 7) skewY(45)", {1, 0}, {2 + 4 + 6, 3 + 5 + 7});
     ExpectMaps("matrix(1 2 3 4 5 6) matrix(0 1 -1 0 7 8)", {1, 0}, {7 + 3 * 9 + 5, 2 * 7 + 4 * 9 + 6});
 }
 

@@ -31,6 +31,12 @@ TEST(Context, ConvertsBetweenUserAndDeviceSpace) {
     EXPECT_EQ(CGBitmapContextGetColorSpace(c), space.get());
     EXPECT_EQ(CGBitmapContextGetAlphaInfo(c), kCGImageAlphaPremultipliedLast);
     EXPECT_EQ(CGBitmapContextGetBitmapInfo(c), CGBitmapInfo{kCGImageAlphaPremultipliedLast});
+    const Owned<CGImageRef> image(CGBitmapContextCreateImage(c));
+    EXPECT_EQ(CGImageGetWidth(image), 40u);
+    EXPECT_EQ(CGImageGetHeight(image), 20u);
+    EXPECT_EQ(CGImageGetBytesPerRow(image), CGBitmapContextGetBytesPerRow(c));
+    EXPECT_EQ(CGImageGetColorSpace(image), space.get());
+    EXPECT_EQ(CGImageGetBitmapInfo(image), CGBitmapInfo{kCGImageAlphaPremultipliedLast});
 }
 
 // Each function appends to the current path what its counterpart appends to a path, mapped by the matrix.
