@@ -263,8 +263,8 @@ private:
 
 /// Frees the unused capacity of a list if there is much of it.
 void ShrinkIfMostlyUnused(std::vector<PathCommand>& commands) {
-    constexpr size_t kTolerated = 16;
-    if (commands.capacity() > 2 * commands.size() + kTolerated) commands.shrink_to_fit();
+    constexpr size_t kAlwaysTolerated = 16;
+    if (commands.capacity() > 2 * commands.size() + kAlwaysTolerated) commands.shrink_to_fit();
 }
 
 } // namespace

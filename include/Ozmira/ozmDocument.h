@@ -33,7 +33,7 @@ struct Document {
     DimensionSize size{{Dimension::Unit::PX, 0}, {Dimension::Unit::PX, 0}};
     std::vector<Definition> definitions; ///< In document order; ids may repeat.
     std::vector<Element> elements; ///< The tree in pre-order: index 0 is the root, parents precede children.
-    std::vector<Style> styles;     ///< Addressed by `Element::styleIndex`.
+    std::vector<Style> styles;     ///< Indexed by `Element::styleIndex`.
 };
 
 } // namespace ozm

@@ -17,7 +17,7 @@ struct Log {
         std::string message;
     };
 
-    std::vector<Entry> entries;
+    std::vector<Entry> entries; ///< In the order in which they were added.
 
     /// Adds a message at the end.
     void Append(Level level, std::string message);

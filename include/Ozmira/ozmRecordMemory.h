@@ -93,8 +93,6 @@ private:
 
 } // namespace ozm
 
-// NOLINTBEGIN(bugprone-macro-parentheses): the argument is a type, which cannot be put in parentheses.
-
 /// Makes `std::vector<Record>` allocate its memory with `ozm::RecordMemory`, except in constant expressions.
 /// Use it at global scope, after the definition of the record and before any list of it.
 #define OZM_RECORD(Record)                                                                                   \
@@ -123,5 +121,3 @@ private:
             ozm::RecordMemory::Free(first, count * sizeof(Record));                                          \
         }                                                                                                    \
     }
-
-// NOLINTEND(bugprone-macro-parentheses)

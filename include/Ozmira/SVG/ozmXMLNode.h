@@ -23,9 +23,12 @@ public:
     /// be called then.
     explicit operator bool() const { return m_node != nullptr; }
 
+    /// The name of the element, with its prefix.
     StringView Name() const { return {m_node->name(), m_node->name_size()}; }
+    /// The first child element, if any.
     XMLNode FirstChild() const { return XMLNode(m_node->first_node()); }
-    /// Must not be called for the root of a tree.
+    /// The next element with the same parent, if any. Must not be called for a node without
+    /// a parent.
     XMLNode NextSibling() const { return XMLNode(m_node->next_sibling()); }
 
     /// Stores the value of the first attribute with exactly this name. Returns false, leaving `value`
