@@ -71,8 +71,8 @@ bool SameBits(const std::vector<Record>& a, const std::vector<Record>& b) {
 bool SameBits(const PathCommand& a, const PathCommand& b) {
     if (a.type != b.type) return false;
     switch (a.type) {
-    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison): unlike ==, tells -0 from 0 and takes NaN as
-    // equal.
+    // Unlike ==, tells -0 from 0 and takes NaN as equal.
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison)
     case PathCommand::Type::MoveTo: return std::memcmp(&a.point, &b.point, sizeof a.point) == 0;
     case PathCommand::Type::LineTo: return SameBits(a.points, b.points);
     case PathCommand::Type::CurveTo: return SameBits(a.curves, b.curves);
