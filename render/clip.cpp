@@ -7,21 +7,6 @@
 #include "winding_rule.h"
 
 namespace ozm {
-namespace {
-
-// Not inlined, so that their matrices do not enlarge the frame of `clipElement`, whose recursion must get by
-// with stacks as small as 512 KB.
-
-[[gnu::noinline]] void concat(const Transform& transform, CGContextRef context) {
-    CGContextConcatCTM(context, ToCGAffineTransform(transform));
-}
-
-[[gnu::noinline]] void concatInverse(const Transform& transform, CGContextRef context) {
-    CGContextConcatCTM(context, CGAffineTransformInvert(ToCGAffineTransform(transform)));
-}
-
-} // namespace
-
 void CoreGraphicsRenderer::applyClipPath(const std::string& name, CGContextRef context) {
     const Element* clipPath = m_references.Find(name);
     if (clipPath == nullptr || clipPath->type != Element::Type::ClipPath) return;

@@ -6,16 +6,6 @@
 #include "state_guard.h"
 
 namespace ozm {
-namespace {
-
-/// Not inlined, so that its matrix does not enlarge the frame of `renderElement`, whose recursion must get by
-/// with stacks as small as 512 KB.
-[[gnu::noinline]] void concat(const Transform& transform, CGContextRef context) {
-    CGContextConcatCTM(context, ToCGAffineTransform(transform));
-}
-
-} // namespace
-
 bool CoreGraphicsRenderer::mustStop() {
     if (m_stopRequest && !m_isStopped) m_isStopped = m_stopRequest();
     return m_isStopped;

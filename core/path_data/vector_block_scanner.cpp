@@ -9,8 +9,9 @@
 #include <cstring>
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "path_data/vector_block_scanner.cpp" // NOLINT
-#include <hwy/foreach_target.h>                                 // IWYU pragma: keep
+#define HWY_TARGET_INCLUDE                                                                                   \
+    "path_data/vector_block_scanner.cpp" // NOLINT: Highway's way to include a file once per target
+#include <hwy/foreach_target.h>          // IWYU pragma: keep
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();

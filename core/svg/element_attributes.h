@@ -11,7 +11,7 @@
 namespace ozm {
 
 /// The attributes that all types of elements have in common: the first of each name. They are found in one
-/// pass; searching for them one by one would take 2 % of parsing.
+/// pass; searching for each of them takes 2 to 5 % longer.
 class ElementAttributes {
 public:
     explicit ElementAttributes(const XMLNode& node) {

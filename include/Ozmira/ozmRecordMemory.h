@@ -80,7 +80,7 @@ private:
 
     /// Sentinel: empty, yet reporting itself full, which saves a null check.
     static constinit RecordMemory s_empty;
-    /// `s_empty` until the thread has freed a block. The TLS model spares a function call per access, even in
+    /// `s_empty` until the thread has freed a block. The TLS model avoids a function call per access, even in
     /// shared libraries.
 #if defined(__ELF__)
     [[gnu::tls_model("initial-exec")]]

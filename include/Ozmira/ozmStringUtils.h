@@ -16,7 +16,9 @@ inline constexpr std::string_view numericDigitCharacters = "0123456789";
 inline constexpr std::string_view hexAlphaDigitCharacters = "aAbBcCdDeEfF0123456789";
 
 /// True for the characters of `numericDigitCharacters`.
-constexpr bool isNumericDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr bool isNumericDigit(char c) {
+    return c >= numericDigitCharacters.front() && c <= numericDigitCharacters.back();
+}
 
 /// Indexed by byte: whether it is one of `hexAlphaDigitCharacters`.
 inline constexpr auto kIsHexDigit = [] {

@@ -34,7 +34,7 @@ void* Counted(void* block) {
 } // namespace
 
 // Names that the linker defines: calls of X go to __wrap_X, and __real_X is X itself.
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(bugprone-reserved-identifier): the names of the C library
 extern "C" {
 void* __real_malloc(size_t size);
 void* __real_calloc(size_t count, size_t size);

@@ -7,7 +7,8 @@
 namespace ozcg {
 
 // The smaller and the larger of two floats, neither of them a NaN, without a branch. Compilers merge the two
-// comparisons of a pair into one branch, which edges in all directions mispredict: drawing takes 23 % longer.
+// comparisons of a pair into one branch, which edges in all directions mispredict: drawing at 24 px takes up
+// to 23 % longer.
 
 #if defined(__SSE__)
 inline float minOf(float a, float b) { return _mm_cvtss_f32(_mm_min_ss(_mm_set1_ps(a), _mm_set1_ps(b))); }

@@ -28,7 +28,8 @@ public:
         m_size = other.m_size;
     }
     GrowingArray(GrowingArray&& other) noexcept { swap(other); }
-    // By value and not noexcept: it would make the implicit copy assignment of a class with arrays noexcept.
+    // Not noexcept, although it cannot throw by itself: otherwise the implicit copy assignment of a class
+    // that holds arrays would be noexcept, although it allocates.
     GrowingArray& operator=(GrowingArray other) {
         swap(other);
         return *this;

@@ -52,7 +52,7 @@ public:
     virtual bool isEqualTo(const Object& other) const noexcept { return this == &other; }
 
 protected:
-    /// Immortal objects are not counted, which spares threads that share one the contention.
+    /// Immortal objects are not counted, so threads that share one do not contend for its counter.
     enum class Lifetime : std::size_t { counted = 1, immortal = std::numeric_limits<std::size_t>::max() };
 
     constexpr explicit Object(TypeId typeId, Lifetime lifetime = Lifetime::counted) noexcept

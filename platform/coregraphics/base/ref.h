@@ -45,7 +45,7 @@ private:
     T* m_object = nullptr;
 };
 
-/// CGxxxRetain and CGxxxRelease, for NULL too.
+/// CGxxxRetain and CGxxxRelease, of which NULL is allowed.
 template <class T>
 T* retained(T* object) noexcept {
     if (object) object->retain();

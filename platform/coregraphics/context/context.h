@@ -32,6 +32,7 @@ struct BorrowedPixels {
 
 } // namespace ozcg
 
+/// A bitmap context.
 struct CGContext final : ozcg::Object {
     /// A context with memory of its own, or with the caller's.
     CGContext(const ozcg::BitmapFormat& bitmapFormat, CGColorSpace* colorSpace,

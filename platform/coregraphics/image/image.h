@@ -63,6 +63,7 @@ struct CGImageFormat {
     bool shouldInterpolate = false;
 };
 
+/// An immutable image: a format and a provider of bytes.
 struct CGImage final : ozcg::Object {
     /// The provider must hold all rows, beginning at its first byte.
     CGImage(CGImageFormat imageFormat, ozcg::Ref<CGDataProvider> dataProvider) noexcept

@@ -12,6 +12,7 @@ namespace ozcg {
 /// Large enough that in nearly all gradients neighbouring entries differ by less than 1 of 255.
 inline constexpr size_t kGradientTableSize = 1024;
 
+/// A colour at a location of a gradient.
 struct GradientStop {
     double location; // 0...1
     Rgba color;
@@ -19,6 +20,7 @@ struct GradientStop {
 
 } // namespace ozcg
 
+/// A gradient as a table of colours.
 struct CGGradient final : ozcg::Object {
     /// Sorts the stops by location; stops at the same location keep their order. There must be at least one.
     explicit CGGradient(std::vector<ozcg::GradientStop> stops) noexcept;

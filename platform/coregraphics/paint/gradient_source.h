@@ -12,7 +12,7 @@ namespace ozcg {
 /// The colours of a linear gradient.
 class LinearGradientSource final : public PaintSource {
 public:
-    /// `toPixel` takes the points to pixels. Nothing if the points coincide, the matrix is singular, or a
+    /// `toPixel` takes the points to pixels. Empty if the points coincide, the matrix is singular, or a
     /// number is not finite.
     static std::optional<LinearGradientSource> make(const CGGradient& gradient, CGPoint start, CGPoint end,
                                                     CGGradientDrawingOptions options,
@@ -38,7 +38,7 @@ public:
         double radius;
     };
 
-    /// As for the linear gradient. Nothing if the circles coincide, both radii are 0, or one is negative.
+    /// As for the linear gradient. Empty if the circles coincide, both radii are 0, or one is negative.
     static std::optional<RadialGradientSource> make(const CGGradient& gradient, const Circle& start,
                                                     const Circle& end, CGGradientDrawingOptions options,
                                                     const CGAffineTransform& toPixel);

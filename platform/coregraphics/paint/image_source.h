@@ -16,7 +16,7 @@ namespace ozcg {
 class ImageSource final : public PaintSource {
 public:
     /// `toPixel` takes the unit square, in which the image stands upright with y up, to pixels. Without
-    /// `smooth` the image pixel at the centre is taken. Nothing if the matrix is singular. Throws
+    /// `smooth` the image pixel at the centre is taken. Empty if the matrix is singular. Throws
     /// std::bad_alloc.
     static std::optional<ImageSource> make(const CGImage& image, const CGAffineTransform& toPixel,
                                            bool smooth);

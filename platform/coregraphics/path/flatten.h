@@ -5,6 +5,7 @@
 
 namespace ozcg {
 
+/// A point or a vector.
 template <typename T>
 struct Vec2 {
     T x, y;

@@ -6,6 +6,7 @@
 
 #include <CoreGraphics/CGPath.h>
 
+/// A path object.
 struct CGPath final : ozcg::Object {
     CGPath() noexcept : Object(ozcg::TypeId::path) {}
     explicit CGPath(ozcg::PathData content) noexcept : Object(ozcg::TypeId::path), data(std::move(content)) {}

@@ -13,6 +13,7 @@ namespace ozcg {
 /// Cells are tracked in blocks of 16.
 constexpr int kBlockShift = 4;
 
+/// Which winding numbers are inside.
 enum class FillRule : uint8_t { nonZero, evenOdd };
 
 /// Exact signed-area accumulation of edges over a box of pixels (the scheme of font-rs and of stb_truetype's
@@ -35,7 +36,8 @@ public:
     int width() const { return m_width; }
     int height() const { return m_height; }
 
-    /// To be called for each piece of an outline: its edges may all lie outside, or take long to find.
+    /// To be called for each piece of an outline. Counts work even where no edge of the piece reaches the
+    /// box.
     void startPiece() { m_interrupt.count(kWorkOfPiece); }
     /// Adds an edge whose points lie within the box, up to the rounding error of a float.
     void addInside(float x0, float y0, float x1, float y1);

@@ -17,6 +17,7 @@ HWY_BEFORE_NAMESPACE();
 namespace ozcg::HWY_NAMESPACE {
 namespace {
 
+/// Writes a row's coverage as bytes.
 class CoverageSink {
 public:
     explicit CoverageSink(uint8_t* out) : m_out(out) {}

@@ -10,6 +10,8 @@
 
 #include "raster/vector_pixels_inl.h"
 
+#include <cstring>
+
 HWY_BEFORE_NAMESPACE();
 namespace ozcg::HWY_NAMESPACE {
 namespace {

@@ -16,6 +16,7 @@ HWY_BEFORE_NAMESPACE();
 namespace ozcg::HWY_NAMESPACE {
 namespace {
 
+/// Composites one colour over a row of pixels.
 template <bool kOpaque>
 class SolidSink {
 public:
@@ -84,6 +85,7 @@ private:
         return hn::BitCast(D8(), Over(d, source, hn::BitCast(d, backdrop)));
     }
 
+    // Not inlined: spans are long, and the code of blocks stays small.
     HWY_NOINLINE void mixSpan(uint8_t* pixels, size_t n, uint16_t alpha) const {
         ForPixels(pixels, n, [&](auto d8, uint8_t* p) {
             const hn::Repartition<uint16_t, decltype(d8)> d;

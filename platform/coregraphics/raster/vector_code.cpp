@@ -8,7 +8,7 @@
 #include <bit>
 
 #undef HWY_TARGET_INCLUDE
-#define HWY_TARGET_INCLUDE "raster/vector_code.cpp" // NOLINT
+#define HWY_TARGET_INCLUDE "raster/vector_code.cpp" // NOLINT: Highway's way to include a file once per target
 #include <hwy/foreach_target.h>                     // IWYU pragma: keep
 #include <hwy/highway.h>
 

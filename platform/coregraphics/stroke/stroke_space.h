@@ -19,7 +19,7 @@ struct StrokeSpace {
     Pen pen;
     double outset; // upper bound of the distance, in pixels, from the path to a painted point
 
-    /// For a path that `ctm` has transformed and that `toPixel` takes to pixels. Nothing when nothing can be
+    /// For a path that `ctm` has transformed and that `toPixel` takes to pixels. Empty if nothing can be
     /// drawn: the matrix is singular or not finite, or the width is not positive.
     static std::optional<StrokeSpace> make(const LineStyle& style, const CGAffineTransform& ctm,
                                            const CGAffineTransform& toPixel);

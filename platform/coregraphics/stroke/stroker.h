@@ -8,7 +8,9 @@
 
 namespace ozcg {
 
+/// The shape of a line's ends.
 enum class Cap : uint8_t { butt, round, square };
+/// The shape of a line's corners.
 enum class Join : uint8_t { miter, round, bevel };
 
 /// The pen, in the space of the polyline that it draws along ("pen space", where it is a circle).

@@ -40,6 +40,7 @@ inline constexpr size_t kMaxColorComponents = 4;
 
 } // namespace ozcg
 
+/// A colour: a space and its components, with alpha last.
 struct CGColor final : ozcg::Object {
     /// Copies the components of `space` and alpha.
     CGColor(CGColorSpace* colorSpace, const CGFloat* values) noexcept;
