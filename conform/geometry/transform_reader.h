@@ -27,6 +27,9 @@ struct TransformUnits {
 std::optional<Matrix> ReadTransform(std::string_view text, TransformSyntax syntax,
                                     const TransformUnits& units = {});
 
+/// What Ozmira's own reader makes of the value of an attribute.
+Matrix OzmiraTransform(std::string_view text);
+
 /// Appends the shortest transform list for Ozmira: "translate(x y)", "scale(...)", "rotate(...)" or
 /// "matrix(...)". Nothing for the identity. `decimals` are those of coordinates up to `extent`, which decide
 /// how many digits each factor needs.
