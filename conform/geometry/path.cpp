@@ -198,6 +198,14 @@ void SplitCubic(const Point (&curve)[4], double t, Point (&halves)[7]) {
     halves[3] = Mix(halves[2], halves[4], t);
 }
 
+void CutCubic(const Point (&curve)[4], double from, double to, Point (&part)[4]) {
+    Point halves[7];
+    SplitCubic(curve, to, halves);
+    const Point front[4] = {halves[0], halves[1], halves[2], to < 1 ? halves[3] : curve[3]};
+    SplitCubic(front, to > 0 ? from / to : 0, halves);
+    std::copy_n(halves + 3, 4, part);
+}
+
 Point CubicAt(const Point (&curve)[4], double t) {
     const double u = 1 - t;
     return curve[0] * (u * u * u) + curve[1] * (3 * u * u * t) + curve[2] * (3 * u * t * t) +

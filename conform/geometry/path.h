@@ -103,6 +103,8 @@ Box BoxOf(const Path& path, const Matrix& matrix);
 
 /// The two halves of a cubic curve at `t`, as seven points of which the fourth is shared.
 void SplitCubic(const Point (&curve)[4], double t, Point (&halves)[7]);
+/// The part of a cubic curve between two parameters.
+void CutCubic(const Point (&curve)[4], double from, double to, Point (&part)[4]);
 Point CubicAt(const Point (&curve)[4], double t);
 
 } // namespace ozm::conform
