@@ -21,7 +21,8 @@ struct ClipPart {
 /// All of it is about elements that Ozmira draws (`Context::isSeen`).
 class Differences {
 public:
-    Differences(FindingList& findings, StyleSheets& sheets) : m_findings(findings), m_sheets(sheets) {}
+    Differences(const Document& document, FindingList& findings, StyleSheets& sheets)
+        : m_document(document), m_findings(findings), m_sheets(sheets) {}
 
     /// A tolerance in the drawing's coordinates.
     void SetTolerance(double tolerance) { m_tolerance = tolerance; }
@@ -41,7 +42,7 @@ public:
     void CompareOpacity(const Node& node, const Context& context, double opacityForOzmira);
     /// `local` is what a browser makes of the element's transform.
     void CompareTransform(const Node& node, const Context& context, const Matrix& local);
-    void CompareGeometry(const Node& node, const Context& context);
+    void CompareGeometry(const Node& node, const Context& context, const Geometry& geometry);
     void ComparePaints(const Node& node, const Context& context, const Shape& shape);
     void CompareUse(const Node& node, const Context& context, const Node* target, Point offset);
     void CompareClips(const Node& node, const Context& context, const Node* clipPath,
@@ -50,14 +51,20 @@ public:
     void CompareClipParts(const Node& clipPath, const Context& context, const std::vector<ClipPart>& parts);
 
 private:
-    void ComparePathData(const Node& node, const Context& context);
+    void ComparePathData(const Node& node, const Context& context, const Geometry& geometry);
     void ComparePoints(const Node& node);
-    void CompareNumber(const Node& node, Attr attr, double value);
-    void CompareShapeSizes(const Node& node, const Context& context);
+    void CompareNumber(const Node& node, Attr attr, double own, double value, double tolerance);
+    void CompareShapeSizes(const Node& node, const Context& context, const Geometry& geometry);
+    void CompareNothing(const Node& node, const Context& context);
+    /// Adds what Ozmira makes of a shape in a clip path; false when that can't be what a browser makes of it.
+    bool AddOzmiraClip(const Node& node, const Matrix& matrix, Path& out);
+    /// True when the outlines of all parts together cover under the nonzero rule what the parts cover.
+    bool IsUnionUnderNonZero(const std::vector<ClipPart>& parts) const;
     void CompareFill(const Node& node, const Context& context, const Shape& shape);
     void CompareStroke(const Node& node, const Context& context, const Shape& shape);
     void CompareGradient(const Node& node, const Context& context, const Shape& shape, const Node& gradient);
 
+    const Document& m_document;
     FindingList& m_findings;
     StyleSheets& m_sheets;
     double m_tolerance = 0.01;

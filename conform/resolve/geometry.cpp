@@ -3,6 +3,7 @@
 #include "geometry/path_reader.h"
 #include "style/text.h"
 
+#include <utility>
 #include <vector>
 
 namespace ozm::conform {
@@ -16,11 +17,11 @@ public:
 
     Geometry Read() const {
         switch (m_node.tag) {
-        case Tag::Path: return {ReadPath(m_node.Get(Attr::D)).path, {}};
+        case Tag::Path: return ReadPathElement();
         case Tag::Rect: return ReadRectangle();
         case Tag::Circle: return ReadCircle();
         case Tag::Ellipse: return ReadEllipse();
-        case Tag::Line: return {LinePath({X(Attr::X1), Y(Attr::Y1)}, {X(Attr::X2), Y(Attr::Y2)}), {}};
+        case Tag::Line: return {LinePath({X(Attr::X1), Y(Attr::Y1)}, {X(Attr::X2), Y(Attr::Y2)}), {}, {}};
         case Tag::Polyline:
         case Tag::Polygon: return ReadPolygon();
         default: return {};
@@ -39,11 +40,18 @@ private:
         return Resolve(*length, base);
     }
 
+    Geometry ReadPathElement() const {
+        Geometry geometry;
+        geometry.data = ReadPath(m_node.Get(Attr::D));
+        geometry.path = std::move(geometry.data.path);
+        return geometry;
+    }
+
     Geometry ReadRectangle() const {
         Rectangle rectangle{X(Attr::X), Y(Attr::Y), X(Attr::Width), Y(Attr::Height), 0, 0};
         if (!(rectangle.width > 0 && rectangle.height > 0)) return {};
         ResolveRadii(rectangle, Radius(Attr::Rx, m_context.BaseX()), Radius(Attr::Ry, m_context.BaseY()));
-        return {PathOf(rectangle), rectangle};
+        return {PathOf(rectangle), rectangle, {}};
     }
 
     Geometry ReadCircle() const {
@@ -59,13 +67,13 @@ private:
 
     static Geometry FromEllipse(const Ellipse& ellipse) {
         if (!(ellipse.rx > 0 && ellipse.ry > 0)) return {};
-        return {PathOf(ellipse), ellipse};
+        return {PathOf(ellipse), ellipse, {}};
     }
 
     Geometry ReadPolygon() const {
         const PointList list = ReadPoints(m_node.Get(Attr::Points));
         if (list.points.size() < 2) return {};
-        return {PolyPath(list.points, m_node.tag == Tag::Polygon), {}};
+        return {PolyPath(list.points, m_node.tag == Tag::Polygon), {}, {}};
     }
 
     const Node& m_node;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "geometry/path_reader.h"
 #include "resolve/context.h"
 #include "style/style_sheets.h"
 
@@ -11,6 +12,7 @@ namespace ozm::conform {
 struct Geometry {
     Path path;
     Primitive primitive;
+    PathData data; ///< Of a `path`: what else is known about its text.
 };
 
 /// The value of a geometry attribute, for which a style sheet or `style` may stand in.

@@ -58,8 +58,9 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
     if (!context) return;
     if (!node.isPlain) context->isSeen = false;
     const ComputedStyle& style = context->style;
+    Geometry geometry = GeometryOf(node, *context, m_sheets);
     if (m_isMeasuring) {
-        Shape shape = MakeShape(node, *context, GeometryOf(node, *context, m_sheets));
+        Shape shape = MakeShape(node, *context, std::move(geometry));
         if (!shape.path.IsEmpty()) context->out->items.emplace_back(std::move(shape));
         return;
     }
@@ -70,11 +71,9 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
         }
         return;
     }
-    Shape shape = MakeShape(node, *context, GeometryOf(node, *context, m_sheets));
-    if (shape.path.IsEmpty() || !IsFinite(shape.path)) {
-        if (context->isSeen) m_differences.CompareGeometry(node, *context);
-        return;
-    }
+    if (context->isSeen) m_differences.CompareGeometry(node, *context, geometry);
+    Shape shape = MakeShape(node, *context, std::move(geometry));
+    if (shape.path.IsEmpty() || !IsFinite(shape.path)) return;
     if (style.hasNonScalingStroke && style.stroke.kind != PaintValue::Kind::None) {
         // The stroke is drawn as if the shape had been transformed first.
         if (context->isSeen && context->matrix != Matrix{}) m_differences.Report(Rule::VectorEffect, node.offset);
@@ -89,7 +88,6 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
     const Node* const fillPattern = node.tag != Tag::Line ? FindPattern(style.fill) : nullptr;
     const Node* const strokePattern = shape.pen.width > 0 ? FindPattern(style.stroke) : nullptr;
     if (context->isSeen) {
-        m_differences.CompareGeometry(node, *context);
         m_differences.ComparePaints(node, *context, shape);
         if (fillPattern || strokePattern) m_differences.Report(Rule::Pattern, node.offset);
     }

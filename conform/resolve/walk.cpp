@@ -43,7 +43,7 @@ Point ReadOrigin(std::string_view text, const Box& box, const Context& context) 
 } // namespace
 
 Walker::Walker(const Document& document, FindingList& findings)
-    : m_document(document), m_sheets(document), m_findings(findings), m_differences(findings, m_sheets) {}
+    : m_document(document), m_sheets(document), m_findings(findings), m_differences(document, findings, m_sheets) {}
 
 Scene Walker::Walk() {
     Scene scene;

@@ -46,6 +46,7 @@ void Splitter::SplitShape(Shape shape, std::vector<Shape>& out) {
 
 void Splitter::SplitStroke(const Shape& shape, std::vector<Shape>& out) {
     if (shape.stroke.kind == Paint::Kind::Gradient || m_outlineStrokes) {
+        m_hasOutlined |= m_outlineStrokes;
         Path outline = Transformed(StrokeOutline(shape, m_scene.Tolerance() / 4), shape.matrix);
         if (!outline.IsEmpty()) out.push_back(FilledWith(shape, std::move(outline), shape.stroke));
         return;

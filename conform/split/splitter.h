@@ -16,6 +16,9 @@ public:
     /// Turn every stroke into a filled outline.
     void SetOutlineStrokes(bool isOn) { m_outlineStrokes = isOn; }
 
+    /// Some stroke was turned into an outline for that reason.
+    bool HasOutlined() const { return m_hasOutlined; }
+
     /// The shapes of a group in the order in which they are painted. Empties the group.
     std::vector<Shape> Split(Group& group);
 
@@ -31,7 +34,7 @@ private:
 
     Scene& m_scene;
     FindingList& m_findings;
-    bool m_outlineStrokes = false;
+    bool m_outlineStrokes = false, m_hasOutlined = false;
 };
 
 } // namespace ozm::conform

@@ -53,9 +53,11 @@ int Run(CLI::App& tool, int argumentCount, char** arguments) {
     AddRenderCommand(tool, action);
     AddInfoCommand(tool, action);
     AddDumpCommand(tool, action);
+    AddCheckCommand(tool, action);
+    AddConformCommand(tool, action);
     try {
         tool.parse(argumentCount, arguments);
-        if (!action) throw UsageError("a command is missing: render, info or dump");
+        if (!action) throw UsageError("a command is missing: render, check, conform, info or dump");
         return action();
     } catch (const CLI::Success& request) {
         return PrintAnswer(tool, request);

@@ -110,14 +110,14 @@ Form ChooseForm(const std::vector<std::string>& inputs, const std::optional<std:
 }
 
 /// Keeps a name that was meant for one picture from becoming a folder.
-void CheckFolder(const std::string& folder) {
+void CheckFolder(const std::string& folder, std::string_view extension) {
     std::error_code ignored;
     if (IsFolderName(folder)) return;
     if (fs::exists(folder, ignored)) {
         throw UsageError("-o: \"" + OnOneLine(folder) +
                          "\" is a file, and several pictures need a folder; name a folder");
     }
-    if (fs::path(folder).extension() == ".png") {
+    if (fs::path(folder).extension() == extension) {
         throw UsageError("-o: \"" + OnOneLine(folder) +
                          "\" can hold one picture only; for several, name a folder and end it with /");
     }
@@ -137,8 +137,8 @@ fs::path FileTarget(const fs::path& output, double scale) {
     return output.parent_path() / (output.stem().string() + suffix + output.extension().string());
 }
 
-std::string FolderTarget(const fs::path& folder, const fs::path& stem, double scale) {
-    return (folder / stem).lexically_normal().string() + ScaleSuffix(scale) + ".png";
+std::string FolderTarget(const fs::path& folder, const fs::path& stem, double scale, std::string_view extension) {
+    return (folder / stem).lexically_normal().string() + ScaleSuffix(scale) + std::string(extension);
 }
 
 /// Gives the second of two sources with a common target a problem, and takes out sources named twice.
@@ -164,13 +164,11 @@ void ResolveCollisions(std::vector<IconPlan>& icons) {
     std::erase_if(icons, [&](const IconPlan&) { return repeated[index++]; });
 }
 
-} // namespace
-
-OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
-                      std::span<const double> scales) {
+OutputPlan Plan(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
+                std::span<const double> scales, std::string_view extension) {
     const Form form = ChooseForm(inputs, output);
     const std::string folder = output.value_or("");
-    if (form == Form::Folder && output) CheckFolder(folder);
+    if (form == Form::Folder && output) CheckFolder(folder, extension);
 
     std::vector<Source> sources = ListSources(inputs);
     OutputPlan plan;
@@ -192,7 +190,7 @@ OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optiona
                     icon.targets.push_back(scales.size() == 1 ? folder : FileTarget(folder, scale).string());
                     CheckIsNoInput(inputs, icon.targets.back());
                     break;
-                case Form::Folder: icon.targets.push_back(FolderTarget(folder, source.stem, scale)); break;
+                case Form::Folder: icon.targets.push_back(FolderTarget(folder, source.stem, scale, extension)); break;
                 }
             }
         }
@@ -200,6 +198,25 @@ OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optiona
     }
     ResolveCollisions(plan.icons);
     return plan;
+}
+
+} // namespace
+
+OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
+                      std::span<const double> scales) {
+    return Plan(inputs, output, scales, ".png");
+}
+
+OutputPlan PlanFiles(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
+                     std::string_view extension) {
+    const double scale = 1;
+    return Plan(inputs, output, {&scale, 1}, extension);
+}
+
+std::vector<IconPlan> ListInputs(const std::vector<std::string>& inputs) {
+    std::vector<IconPlan> icons;
+    for (Source& source : ListSources(inputs)) icons.push_back({std::move(source.path), {}, std::move(source.problem)});
+    return icons;
 }
 
 } // namespace ozm::tool

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ozm::tool {
@@ -33,5 +34,12 @@ struct OutputPlan {
 /// planned once. Throws `UsageError` for outputs that can't be meant, such as one that is an input.
 OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
                       std::span<const double> scales);
+
+/// Plans in the same way one file with this extension (".svg") for each input.
+OutputPlan PlanFiles(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
+                     std::string_view extension);
+
+/// The files of a list of files and folders in the order in which a plan has them; targets are empty.
+std::vector<IconPlan> ListInputs(const std::vector<std::string>& inputs);
 
 } // namespace ozm::tool
