@@ -1,0 +1,148 @@
+#include "split/splitter.h"
+
+#include "geometry/area.h"
+#include "geometry/dash.h"
+#include "limits.h"
+#include "split/areas.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+namespace ozm::conform {
+
+std::vector<Shape> Splitter::Split(Group& group) {
+    std::vector<Shape> shapes;
+    for (Item& item : group.items) {
+        if (Shape* const shape = std::get_if<Shape>(&item)) {
+            SplitShape(std::move(*shape), shapes);
+        } else {
+            Group& inner = *std::get<std::unique_ptr<Group>>(item);
+            std::vector<Shape> faded = Split(inner);
+            if (inner.opacity < 1) Fade(inner, faded);
+            std::move(faded.begin(), faded.end(), std::back_inserter(shapes));
+        }
+    }
+    group.items.clear();
+    return shapes;
+}
+
+void Splitter::SplitShape(Shape shape, std::vector<Shape>& out) {
+    const bool isPlain = shape.fill.kind != Paint::Kind::Gradient && shape.stroke.kind != Paint::Kind::Gradient &&
+                         shape.dashes.empty() && !m_outlineStrokes;
+    if (!shape.stroke || isPlain) {
+        out.push_back(std::move(shape));
+        return;
+    }
+    if (shape.fill) {
+        Shape fill = shape;
+        fill.stroke = {};
+        out.push_back(std::move(fill));
+    }
+    shape.fill = {};
+    SplitStroke(shape, out);
+}
+
+void Splitter::SplitStroke(const Shape& shape, std::vector<Shape>& out) {
+    if (shape.stroke.kind == Paint::Kind::Gradient || m_outlineStrokes) {
+        Path outline = Transformed(StrokeOutline(shape, m_scene.Tolerance() / 4), shape.matrix);
+        if (!outline.IsEmpty()) out.push_back(FilledWith(shape, std::move(outline), shape.stroke));
+        return;
+    }
+    Shape stroke = shape;
+    if (!shape.dashes.empty()) {
+        std::optional<Path> dashes = DashesOf(shape.path, shape.dashes, shape.dashPhase, kMaximumDashes);
+        if (dashes) {
+            stroke.path = std::move(*dashes);
+            stroke.primitive = {};
+        } else {
+            m_findings.Add(Rule::DashCount, shape.origin->offset);
+        }
+        stroke.dashes.clear();
+    }
+    if (!stroke.path.IsEmpty()) out.push_back(std::move(stroke));
+}
+
+bool Splitter::Overlapping(const std::vector<Shape>& shapes) const {
+    std::vector<Box> boxes;
+    boxes.reserve(shapes.size());
+    for (const Shape& shape : shapes) {
+        if (shape.fill && shape.stroke) return true;
+        const Box box = PaintedBox(shape);
+        for (const Box& other : boxes) {
+            if (box.Overlaps(other)) return true;
+        }
+        boxes.push_back(box);
+    }
+    return false;
+}
+
+void Splitter::Fade(const Group& group, std::vector<Shape>& shapes) {
+    if (Overlapping(shapes)) {
+        const bool isShape = group.origin && IsShape(group.origin->tag);
+        std::vector<Shape> kept = shapes;
+        if (!CutHidden(shapes)) {
+            if (group.origin) m_findings.Add(Rule::GroupOverlap, group.origin->offset);
+            shapes = std::move(kept);
+        } else if (group.isSeen) {
+            m_findings.Add(isShape ? Rule::ShapeOpacity : Rule::GroupOpacity, group.origin->offset);
+        }
+    }
+    for (Shape& shape : shapes) shape.opacity *= group.opacity;
+}
+
+void Splitter::CutOwn(const Shape& shape, const Path& above, std::vector<Shape>& out) {
+    const double tolerance = m_scene.Tolerance() / 4;
+    const auto cut = [&](const Path& path, const Path& hidden) {
+        return hidden.IsEmpty() ? path : Combine(AreaOperation::Difference, {path}, {hidden}, tolerance);
+    };
+    const auto add = [&](Path path, const Paint& paint) {
+        if (path.IsEmpty()) return;
+        out.push_back(FilledWith(shape, std::move(path), paint));
+        out.back().clip = nullptr;
+    };
+    Path hidden = above;
+    Path stroke;
+    if (shape.stroke) {
+        const Path whole = StrokeArea(shape, tolerance);
+        stroke = cut(whole, above);
+        hidden = above.IsEmpty() ? whole : Combine(AreaOperation::Union, {above}, {whole}, tolerance);
+    }
+    const auto addFill = [&] {
+        if (shape.fill) add(cut(FillArea(shape, tolerance), hidden), shape.fill);
+    };
+    addFill();
+    if (shape.stroke) add(std::move(stroke), shape.stroke);
+}
+
+bool Splitter::CutHidden(std::vector<Shape>& shapes) {
+    const double tolerance = m_scene.Tolerance() / 4;
+    std::vector<Box> boxes;
+    std::vector<Path> areas;
+    for (const Shape& shape : shapes) {
+        boxes.push_back(PaintedBox(shape));
+        areas.push_back(PaintedArea(shape, tolerance));
+    }
+    std::vector<Shape> cut;
+    for (size_t i = 0; i < shapes.size(); ++i) {
+        Path above;
+        for (size_t j = i + 1; j < shapes.size(); ++j) {
+            if (!boxes[i].Overlaps(boxes[j]) || !Overlap({areas[i]}, {areas[j]}, m_scene.Tolerance())) continue;
+            if (!IsOpaque(shapes[j])) return false;
+            above = above.IsEmpty() ? areas[j] : Combine(AreaOperation::Union, {above}, {areas[j]}, tolerance);
+        }
+        const Shape& shape = shapes[i];
+        const bool isSingle = !(shape.fill && shape.stroke);
+        if (!isSingle && shape.stroke.color.alpha < 1) return false;
+        if (above.IsEmpty() && isSingle) {
+            cut.push_back(shape);
+        } else {
+            CutOwn(shape, above, cut);
+        }
+    }
+    shapes = std::move(cut);
+    return true;
+}
+
+} // namespace ozm::conform
