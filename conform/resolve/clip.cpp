@@ -1,5 +1,5 @@
 // Clip paths.
-#include "geometry/area.h"
+#include "geometry/winding.h"
 #include "resolve/walker.h"
 
 #include <utility>
@@ -70,7 +70,7 @@ Path Walker::UnionOf(std::vector<ClipPart>& parts) {
     for (ClipPart& part : parts) {
         Path path = parts.size() == 1 && part.rule == FillRule::NonZero && !part.clip
                         ? std::move(part.path)
-                        : RewindForNonZero({part.path, part.rule}, tolerance).path;
+                        : Rewound({part.path, part.rule}, tolerance);
         for (const Clip* clip = part.clip; clip; clip = clip->outer) {
             path = Combine(AreaOperation::Intersection, {path}, {clip->path}, tolerance);
         }

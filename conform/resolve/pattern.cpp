@@ -1,5 +1,5 @@
 // Patterns, as instances of their tiles.
-#include "geometry/area.h"
+#include "geometry/winding.h"
 #include "geometry/transform_reader.h"
 #include "limits.h"
 #include "resolve/template_chain.h"
@@ -65,7 +65,7 @@ void Walker::EmitPattern(const Node& pattern, const Shape& area, double alpha, c
     const Reference reference{&pattern, context.references};
     const ContextPointer content = ContentContext(*source, context);
     content->references = &reference;
-    Path clip = RewindForNonZero({area.path, area.fillRule}, m_scene->Tolerance() / 4).path;
+    Path clip = Rewound({area.path, area.fillRule}, m_scene->Tolerance() / 4);
     clip.Transform(area.matrix);
     content->clip = AddClip(std::move(clip), context.clip, IsUprightRectangle(area.path) && area.matrix == Matrix{});
     if (alpha < 1) EnterGroup(*area.origin, alpha, *content);
