@@ -43,7 +43,7 @@ bool HasWord(const std::string& text, const std::string& word) {
 TEST_F(ShellFiles, KnowEveryCommandAndOption) {
     std::string manual = Source("ozmira.1");
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
-    for (const std::string command : {"", "render", "info", "dump"}) {
+    for (const std::string command : {"", "render", "check", "conform", "info", "dump"}) {
         const std::set<std::string> options = Options(command);
         EXPECT_TRUE(options.contains("--help")) << command;
         for (const std::string& option : options) {
@@ -59,7 +59,7 @@ TEST_F(ShellFiles, KnowEveryCommandAndOption) {
             EXPECT_TRUE(HasWord(Source(file), command)) << file << command;
         }
     }
-    EXPECT_EQ(Options("render").size(), 14u);
+    EXPECT_EQ(Options("render").size(), 16u);
     EXPECT_TRUE(manual.find("\"Ozmira " OZMIRA_VERSION "\"") != std::string::npos);
 }
 
@@ -84,9 +84,16 @@ TEST_F(ShellFiles, CompleteInBash) {
     Write("icon.svg", "");
     Write("icon.txt", "");
     const std::pair<const char*, const char*> kCases[] = {
-        {"re", "render"},          {"render --sc", "--scale"},       {"render --scale 1,2,", "1,2,3"},
-        {"render ic", "icon.svg"}, {"render -o icon.t", "icon.txt"}, {"info --j", "--json"},
+        {"re", "render"},
+        {"render --sc", "--scale"},
+        {"render --scale 1,2,", "1,2,3"},
+        {"render ic", "icon.svg"},
+        {"render -o icon.t", "icon.txt"},
+        {"info --j", "--json"},
         {"dump i", "icon.svg"},
+        {"conf", "conform"},
+        {"check --sa", "--sarif"},
+        {"conform --in", "--in-place"},
     };
     for (const auto& [line, completion] : kCases) {
         EXPECT_EQ(Run("source '" OZMIRA_TOOL_SOURCES "/completions/ozmira.bash'; COMP_WORDS=(ozmira " +

@@ -18,6 +18,8 @@ namespace {
 constexpr const char* kFooter = R"(Examples:
   ozmira render icon.svg --width 24 --scale 1,2,3
   ozmira render icons/ -o pictures/
+  ozmira check icons/
+  ozmira conform icons/ -o conforming/
   ozmira info icon.svg
   ozmira dump --json icon.svg
 

@@ -79,4 +79,12 @@ unsigned ParseJobs(std::string_view option, std::string_view text) {
     Refuse(option, text, "a whole number of threads from " + Range(1, kMaximumJobs));
 }
 
+int ParseDecimals(std::string_view option, std::string_view text) {
+    constexpr double kMost = 12;
+    const double decimals = ParseWholeNumber(text);
+    if (decimals >= 0 && decimals <= kMost && decimals == std::floor(decimals))
+        return static_cast<int>(decimals);
+    Refuse(option, text, "a whole number from " + Range(0, kMost));
+}
+
 } // namespace ozm::tool

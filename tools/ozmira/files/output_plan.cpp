@@ -137,7 +137,8 @@ fs::path FileTarget(const fs::path& output, double scale) {
     return output.parent_path() / (output.stem().string() + suffix + output.extension().string());
 }
 
-std::string FolderTarget(const fs::path& folder, const fs::path& stem, double scale, std::string_view extension) {
+std::string FolderTarget(const fs::path& folder, const fs::path& stem, double scale,
+                         std::string_view extension) {
     return (folder / stem).lexically_normal().string() + ScaleSuffix(scale) + std::string(extension);
 }
 
@@ -190,7 +191,9 @@ OutputPlan Plan(const std::vector<std::string>& inputs, const std::optional<std:
                     icon.targets.push_back(scales.size() == 1 ? folder : FileTarget(folder, scale).string());
                     CheckIsNoInput(inputs, icon.targets.back());
                     break;
-                case Form::Folder: icon.targets.push_back(FolderTarget(folder, source.stem, scale, extension)); break;
+                case Form::Folder:
+                    icon.targets.push_back(FolderTarget(folder, source.stem, scale, extension));
+                    break;
                 }
             }
         }
@@ -207,15 +210,34 @@ OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optiona
     return Plan(inputs, output, scales, ".png");
 }
 
-OutputPlan PlanFiles(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
-                     std::string_view extension) {
+OutputPlan PlanDrawings(const std::vector<std::string>& inputs, const std::optional<std::string>& output) {
     const double scale = 1;
-    return Plan(inputs, output, {&scale, 1}, extension);
+    OutputPlan plan = Plan(inputs, output, {&scale, 1}, ".svg");
+    for (const IconPlan& icon : plan.icons) {
+        std::error_code ignored;
+        if (icon.targets.empty() || icon.source == "-" || icon.targets[0] == "-") continue;
+        if (!fs::equivalent(icon.source, icon.targets[0], ignored)) continue;
+        throw UsageError("-o: \"" + OnOneLine(icon.targets[0]) +
+                         "\" is a file to rewrite; choose another folder, or --in-place");
+    }
+    return plan;
+}
+
+OutputPlan PlanInPlace(const std::vector<std::string>& inputs) {
+    OutputPlan plan;
+    plan.destination = "their places";
+    for (Source& source : ListSources(inputs)) {
+        if (source.path == "-") throw UsageError("--in-place: standard input (-) has no place to write to");
+        plan.icons.push_back({source.path, {source.path}, std::move(source.problem)});
+    }
+    ResolveCollisions(plan.icons);
+    return plan;
 }
 
 std::vector<IconPlan> ListInputs(const std::vector<std::string>& inputs) {
     std::vector<IconPlan> icons;
-    for (Source& source : ListSources(inputs)) icons.push_back({std::move(source.path), {}, std::move(source.problem)});
+    for (Source& source : ListSources(inputs))
+        icons.push_back({std::move(source.path), {}, std::move(source.problem)});
     return icons;
 }
 

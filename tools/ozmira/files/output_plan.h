@@ -35,9 +35,10 @@ struct OutputPlan {
 OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
                       std::span<const double> scales);
 
-/// Plans in the same way one file with this extension (".svg") for each input.
-OutputPlan PlanFiles(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
-                     std::string_view extension);
+/// Plans in the same way one drawing for each input, called as the input is. No output may be an input.
+OutputPlan PlanDrawings(const std::vector<std::string>& inputs, const std::optional<std::string>& output);
+/// Plans to put drawings in the place of the inputs, which must be files and folders.
+OutputPlan PlanInPlace(const std::vector<std::string>& inputs);
 
 /// The files of a list of files and folders in the order in which a plan has them; targets are empty.
 std::vector<IconPlan> ListInputs(const std::vector<std::string>& inputs);

@@ -23,16 +23,17 @@ public:
     BatchReport(const BatchReport&) = delete;
     BatchReport& operator=(const BatchReport&) = delete;
 
-    /// Item `index` is done; `problem` is the message about it, empty when there is none. Once for every
-    /// item. Allocates nothing.
-    void Done(size_t index, std::string problem) noexcept;
+    /// Item `index` is done; `problem` is the message about it, empty when there is none. `remarks` are lines
+    /// that stand before it and count as no problem, each with its end. Once for every item. Allocates
+    /// nothing.
+    void Done(size_t index, std::string problem, std::string remarks = {}) noexcept;
 
     size_t Problems() const { return m_problems; }
 
 private:
     struct Item {
         bool isDone = false;
-        std::string problem; ///< Waits until all items before this one are done.
+        std::string problem, remarks; ///< Wait until all items before this one are done.
     };
 
     void ShowProgress();
