@@ -54,7 +54,7 @@ void Walker::CollectClipUse(const Node& node, const Context& context, std::vecto
     const Node* const target = m_document.FindById(node.LocalReference());
     if (!target || context.IsFollowing(*target) || !IsShape(target->tag)) return;
     const auto length = [&](Attr attr, const LengthBase& base) {
-        return Resolve(GeometryLength(node, attr, m_sheets).value_or(Length{}), base);
+        return Resolve(GeometryLength(node, attr, m_sheets).value_or(CssLength{}), base);
     };
     Context inner = context;
     const Reference reference{target, context.references};

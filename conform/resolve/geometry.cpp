@@ -29,13 +29,13 @@ public:
     }
 
 private:
-    std::optional<Length> Get(Attr attr) const { return GeometryLength(m_node, attr, m_sheets); }
-    double X(Attr attr) const { return Resolve(Get(attr).value_or(Length{}), m_context.BaseX()); }
-    double Y(Attr attr) const { return Resolve(Get(attr).value_or(Length{}), m_context.BaseY()); }
+    std::optional<CssLength> Get(Attr attr) const { return GeometryLength(m_node, attr, m_sheets); }
+    double X(Attr attr) const { return Resolve(Get(attr).value_or(CssLength{}), m_context.BaseX()); }
+    double Y(Attr attr) const { return Resolve(Get(attr).value_or(CssLength{}), m_context.BaseY()); }
 
     /// A radius, or none where it is not given.
     std::optional<double> Radius(Attr attr, const LengthBase& base) const {
-        const std::optional<Length> length = Get(attr);
+        const std::optional<CssLength> length = Get(attr);
         if (!length || length->value < 0) return {};
         return Resolve(*length, base);
     }
@@ -83,14 +83,14 @@ private:
 
 } // namespace
 
-std::optional<Length> GeometryLength(const Node& node, Attr attr, StyleSheets& sheets) {
-    std::optional<Length> length;
+std::optional<CssLength> GeometryLength(const Node& node, Attr attr, StyleSheets& sheets) {
+    std::optional<CssLength> length;
     if (const Attribute* const attribute = node.Find(attr)) length = ReadLength(attribute->value);
     if (!IsGeometry(attr)) return length;
     for (const Declaration& declaration : sheets.Of(node)) {
         if (declaration.property != attr) continue;
         if (EqualsIgnoringCase(declaration.value, "auto")) length = {};
-        if (const std::optional<Length> read = ReadLength(declaration.value)) length = read;
+        if (const std::optional<CssLength> read = ReadLength(declaration.value)) length = read;
     }
     return length;
 }

@@ -16,7 +16,7 @@ struct Geometry {
 };
 
 /// The value of a geometry attribute, for which a style sheet or `style` may stand in.
-std::optional<Length> GeometryLength(const Node& node, Attr attr, StyleSheets& sheets);
+std::optional<CssLength> GeometryLength(const Node& node, Attr attr, StyleSheets& sheets);
 
 /// The outline of a shape; empty when it draws nothing.
 Geometry GeometryOf(const Node& node, const Context& context, StyleSheets& sheets);

@@ -1,5 +1,7 @@
 // How Ozmira reads outlines.
+#include "geometry/flatten.h"
 #include "geometry/path_reader.h"
+#include "geometry/winding.h"
 #include "resolve/differences.h"
 #include "source/text_places.h"
 
@@ -56,20 +58,16 @@ void Differences::ComparePathData(const Node& node, const Context& context, cons
     const auto place = [&](size_t index) {
         return d->valueOffset + static_cast<uint32_t>(RawIndex(d->raw, index));
     };
-    bool isExplained = false, isAfterArc = false, isAfterQuadratic = false;
+    bool isExplained = false, hasArc = false, hasQuadratic = false, isAfterClose = false;
     for (const PathCommandPlace& command : data.commands) {
         const char letter = static_cast<char>(command.letter | 0x20);
         const auto report = [&](Rule rule, bool& isReported) {
             if (!isReported) Report(rule, place(command.offset));
             isReported = isExplained = true;
         };
-        if (letter == 'a') report(Rule::Arc, isAfterArc);
-        if (letter == 'q' || letter == 't') report(Rule::QuadraticCurve, isAfterQuadratic);
-        if (command.penOffset > tolerance) {
-            Report(Rule::RelativeAfterZ, place(command.offset));
-            isExplained = true;
-            break;
-        }
+        if (letter == 'a') report(Rule::Arc, hasArc);
+        if (letter == 'q' || letter == 't') report(Rule::QuadraticCurve, hasQuadratic);
+        if (command.penOffset > tolerance) report(Rule::RelativeAfterZ, isAfterClose);
     }
     if (data.error) {
         Report(Rule::PathSyntax, place(*data.error));

@@ -18,7 +18,7 @@ public:
     bool IsUserSpace() const { return m_isUserSpace; }
 
     void Read(Gradient& gradient) const {
-        const Length start{0, Unit::Percent}, middle{50, Unit::Percent}, end{100, Unit::Percent};
+        const CssLength start{0, Unit::Percent}, middle{50, Unit::Percent}, end{100, Unit::Percent};
         if (!gradient.isRadial) {
             gradient.start = {X(Attr::X1, start), Y(Attr::Y1, start)};
             gradient.end = {X(Attr::X2, end), Y(Attr::Y2, start)};
@@ -36,14 +36,14 @@ private:
         const Attribute* const attribute = m_chain.Find(attr, true);
         return attribute && ReadLength(attribute->value);
     }
-    double Get(Attr attr, Length otherwise, double whole) const {
+    double Get(Attr attr, CssLength otherwise, double whole) const {
         const Attribute* const attribute = m_chain.Find(attr, true);
-        std::optional<Length> length;
+        std::optional<CssLength> length;
         if (attribute) length = ReadLength(attribute->value);
         return Resolve(length.value_or(otherwise), {m_isUserSpace ? whole : 1, m_context.style.fontSize, 16});
     }
-    double X(Attr attr, Length otherwise) const { return Get(attr, otherwise, m_context.viewWidth); }
-    double Y(Attr attr, Length otherwise) const { return Get(attr, otherwise, m_context.viewHeight); }
+    double X(Attr attr, CssLength otherwise) const { return Get(attr, otherwise, m_context.viewWidth); }
+    double Y(Attr attr, CssLength otherwise) const { return Get(attr, otherwise, m_context.viewHeight); }
 
     const TemplateChain& m_chain;
     const Context& m_context;

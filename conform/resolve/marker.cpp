@@ -111,7 +111,7 @@ void Walker::EmitMarker(const Node& marker, Point place, double angle, bool isSt
     if (content->depth > 64) return;
     if (!content->style.isDisplayed) return;
     const auto length = [&](Attr attr, double otherwise, const LengthBase& base) {
-        const std::optional<Length> read = ReadLength(marker.Get(attr));
+        const std::optional<CssLength> read = ReadLength(marker.Get(attr));
         return read ? Resolve(*read, base) : otherwise;
     };
     const double width = length(Attr::MarkerWidth, 3, context.BaseX());

@@ -76,7 +76,7 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
     const bool isBoxContent = mask.Get(Attr::MaskContentUnits) == "objectBoundingBox";
     if ((!isUserSpace || isBoxContent) && !(box.Width() > 0 && box.Height() > 0)) return 1;
     const auto length = [&](Attr attr, double percent, double whole) {
-        const Length read = ReadLength(mask.Get(attr)).value_or(Length{percent, Unit::Percent});
+        const CssLength read = ReadLength(mask.Get(attr)).value_or(CssLength{percent, Unit::Percent});
         return Resolve(read, {isUserSpace ? whole : 1, context.style.fontSize, 16});
     };
     Box region = Box::OfSize(length(Attr::X, -10, context.viewWidth), length(Attr::Y, -10, context.viewHeight),

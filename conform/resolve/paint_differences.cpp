@@ -1,5 +1,5 @@
 // How Ozmira paints shapes.
-#include "geometry/area.h"
+#include "geometry/winding.h"
 #include "resolve/differences.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // Patterns, as instances of their tiles.
 #include "geometry/winding.h"
 #include "geometry/transform_reader.h"
-#include "limits.h"
+#include "base/limits.h"
 #include "resolve/template_chain.h"
 #include "resolve/viewport.h"
 #include "resolve/walker.h"
@@ -38,7 +38,7 @@ void Walker::EmitPattern(const Node& pattern, const Shape& area, double alpha, c
     const bool isUserSpace = chain.Get(Attr::PatternUnits) == "userSpaceOnUse";
     const Box box = BoxOf(area.path);
     const auto length = [&](Attr attr, double whole) {
-        const std::optional<Length> read = ReadLength(chain.Get(attr));
+        const std::optional<CssLength> read = ReadLength(chain.Get(attr));
         return read ? Resolve(*read, {isUserSpace ? whole : 1, context.style.fontSize, 16}) : 0;
     };
     Box tile = Box::OfSize(length(Attr::X, context.viewWidth), length(Attr::Y, context.viewHeight),

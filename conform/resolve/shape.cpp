@@ -14,7 +14,7 @@ std::vector<double> ReadDashes(std::string_view text, const LengthBase& base) {
     std::vector<double> dashes;
     double sum = 0;
     for (std::string_view word = NextWord(text); !word.empty(); word = NextWord(text)) {
-        const std::optional<Length> length = ReadLength(word);
+        const std::optional<CssLength> length = ReadLength(word);
         if (!length || length->value < 0) return {};
         dashes.push_back(Resolve(*length, base));
         sum += dashes.back();
@@ -91,7 +91,7 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
         m_differences.ComparePaints(node, *context, shape);
         if (fillPattern || strokePattern) m_differences.Report(Rule::Pattern, node.offset);
     }
-    const PaintOrder& order = style.paintOrder;
+    const PaintParts& order = style.paintOrder;
     const bool isPlain = !fillPattern && !strokePattern && order[0] == PaintPart::Fill && order[1] == PaintPart::Stroke;
     if (isPlain) {
         if (shape.fill || shape.stroke) context->out->items.emplace_back(shape);

@@ -1,6 +1,6 @@
 // The walk over the tree of elements.
 #include "geometry/transform_reader.h"
-#include "limits.h"
+#include "base/limits.h"
 #include "resolve/viewport.h"
 #include "resolve/walker.h"
 #include "style/text.h"
@@ -33,7 +33,7 @@ Point ReadOrigin(std::string_view text, const Box& box, const Context& context) 
         if (word.empty() || word == "center") return start + size / 2;
         if (word == "left" || word == "top") return start;
         if (word == "right" || word == "bottom") return start + size;
-        return start + Resolve(ReadLength(word).value_or(Length{}), {size, base.fontSize, base.rootFontSize});
+        return start + Resolve(ReadLength(word).value_or(CssLength{}), {size, base.fontSize, base.rootFontSize});
     };
     origin.x = place(words[0], box.left, box.Width(), context.BaseX());
     origin.y = place(words[1], box.top, box.Height(), context.BaseY());
@@ -64,7 +64,7 @@ void Walker::SetUpFrame(Scene& scene, Context& context) {
     std::optional<Box> viewBox = ReadViewBox(root.Get(Attr::ViewBox));
     const double wholeWidth = viewBox ? viewBox->Width() : 100, wholeHeight = viewBox ? viewBox->Height() : 100;
     const auto size = [&](Attr attr, double whole) {
-        const std::optional<Length> length = GeometryLength(root, attr, m_sheets);
+        const std::optional<CssLength> length = GeometryLength(root, attr, m_sheets);
         const double value = length ? Resolve(*length, {whole, 16, 16}) : whole;
         return value > 0 && std::isfinite(value) ? value : whole;
     };
@@ -264,7 +264,7 @@ void Walker::VisitUse(const Node& node, const Context& parent) {
     if (!context) return;
     if (!node.isPlain) context->isSeen = false;
     const auto length = [&](Attr attr, const LengthBase& base) {
-        return Resolve(GeometryLength(node, attr, m_sheets).value_or(Length{}), base);
+        return Resolve(GeometryLength(node, attr, m_sheets).value_or(CssLength{}), base);
     };
     const Point offset{length(Attr::X, context->BaseX()), length(Attr::Y, context->BaseY())};
     if (!target) {
@@ -297,11 +297,11 @@ void Walker::VisitViewport(const Node& node, const Node* use, const Context& par
     const ContextPointer context = Enter(node, parent);
     if (!context) return;
     context->isSeen = false;
-    const auto length = [&](const Node& from, Attr attr, const LengthBase& base, Length otherwise) {
+    const auto length = [&](const Node& from, Attr attr, const LengthBase& base, CssLength otherwise) {
         return Resolve(GeometryLength(from, attr, m_sheets).value_or(otherwise), base);
     };
     const bool isSvg = node.tag == Tag::Svg;
-    const Length whole{100, Unit::Percent};
+    const CssLength whole{100, Unit::Percent};
     const auto size = [&](Attr attr, const LengthBase& base) {
         if (use && GeometryLength(*use, attr, m_sheets)) return length(*use, attr, base, whole);
         return length(node, attr, base, whole);
@@ -347,8 +347,8 @@ Box Walker::ObjectBox(const Node& node, const Context& context) {
             const Reference reference{target, inner.references};
             inner.references = &reference;
             inner.matrix = Matrix::Translation(
-                Resolve(GeometryLength(node, Attr::X, m_sheets).value_or(Length{}), inner.BaseX()),
-                Resolve(GeometryLength(node, Attr::Y, m_sheets).value_or(Length{}), inner.BaseY()));
+                Resolve(GeometryLength(node, Attr::X, m_sheets).value_or(CssLength{}), inner.BaseX()),
+                Resolve(GeometryLength(node, Attr::Y, m_sheets).value_or(CssLength{}), inner.BaseY()));
             if (target->tag == Tag::Symbol || target->tag == Tag::Svg) {
                 VisitViewport(*target, &node, inner);
             } else {

@@ -1,6 +1,6 @@
 #include "source/xml_reader.h"
 
-#include "limits.h"
+#include "base/limits.h"
 #include "source/tag_scanner.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 
 #include "geometry/area.h"
 #include "geometry/dash.h"
-#include "limits.h"
+#include "base/limits.h"
 
 #include <algorithm>
 #include <optional>

@@ -57,13 +57,13 @@ std::optional<double> ReadFontSize(std::string_view text, double parent) {
     }
     if (EqualsIgnoringCase(text, "smaller")) return parent / 1.2;
     if (EqualsIgnoringCase(text, "larger")) return parent * 1.2;
-    const std::optional<Length> length = ReadLength(text);
+    const std::optional<CssLength> length = ReadLength(text);
     if (!length || length->value < 0) return {};
     return Resolve(*length, {parent, parent, 16});
 }
 
-PaintOrder ReadPaintOrder(std::string_view text) {
-    PaintOrder order{};
+PaintParts ReadPaintOrder(std::string_view text) {
+    PaintParts order{};
     size_t count = 0;
     const auto add = [&](PaintPart part) {
         if (std::find(order.begin(), order.begin() + count, part) == order.begin() + count) order[count++] = part;
@@ -132,8 +132,8 @@ private:
         return false;
     }
 
-    bool SetLength(Length& member, std::string_view text, bool mayBeNegative) {
-        std::optional<Length> length = ReadLength(text);
+    bool SetLength(CssLength& member, std::string_view text, bool mayBeNegative) {
+        std::optional<CssLength> length = ReadLength(text);
         if (!length || (!mayBeNegative && length->value < 0)) return false;
         if (length->unit != Unit::Percent) length = {Resolve(*length, {0, m_style.fontSize, 16}), Unit::User};
         member = *length;

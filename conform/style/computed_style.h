@@ -33,7 +33,7 @@ struct ReferenceValue {
 
 /// Which parts of a shape are painted first.
 enum class PaintPart : uint8_t { Fill, Stroke, Markers };
-using PaintOrder = std::array<PaintPart, 3>;
+using PaintParts = std::array<PaintPart, 3>;
 
 /// The style of an element after cascade and inheritance, with values as browsers read them.
 struct ComputedStyle {
@@ -44,14 +44,14 @@ struct ComputedStyle {
     bool isColorSet = false; ///< `color` is given somewhere; else it is the page's.
     double fillOpacity = 1, strokeOpacity = 1;
     FillRule fillRule = FillRule::NonZero, clipRule = FillRule::NonZero;
-    Length strokeWidth{1, Unit::User}, dashOffset;
+    CssLength strokeWidth{1, Unit::User}, dashOffset;
     LineCap lineCap = LineCap::Butt;
     LineJoin lineJoin = LineJoin::Miter;
     double miterLimit = 4;
     std::string_view dashes; ///< Empty: none.
     bool isVisible = true;
     ReferenceValue markerStart, markerMid, markerEnd;
-    PaintOrder paintOrder{PaintPart::Fill, PaintPart::Stroke, PaintPart::Markers};
+    PaintParts paintOrder{PaintPart::Fill, PaintPart::Stroke, PaintPart::Markers};
     double fontSize = 16;
 
     // Not inherited.

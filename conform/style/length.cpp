@@ -21,21 +21,21 @@ constexpr struct {
 
 } // namespace
 
-std::optional<Length> ReadLength(std::string_view text) {
+std::optional<CssLength> ReadLength(std::string_view text) {
     text = Trim(text);
     const char* p = text.data();
     const char* const end = p + text.size();
     double value = 0;
     if (!ReadNumber(p, end, value)) return {};
-    if (p == end) return Length{value, Unit::User};
+    if (p == end) return CssLength{value, Unit::User};
     const std::string_view name(p, static_cast<size_t>(end - p));
     for (const auto& unit : kUnits) {
-        if (EqualsIgnoringCase(name, unit.name)) return Length{value * unit.factor, unit.unit};
+        if (EqualsIgnoringCase(name, unit.name)) return CssLength{value * unit.factor, unit.unit};
     }
     return {};
 }
 
-double Resolve(Length length, const LengthBase& base) {
+double Resolve(CssLength length, const LengthBase& base) {
     switch (length.unit) {
     case Unit::User: break;
     case Unit::Percent: return length.value / 100 * base.percent;
@@ -47,7 +47,7 @@ double Resolve(Length length, const LengthBase& base) {
 }
 
 std::optional<double> ReadShare(std::string_view text) {
-    const std::optional<Length> length = ReadLength(text);
+    const std::optional<CssLength> length = ReadLength(text);
     if (!length || (length->unit != Unit::User && length->unit != Unit::Percent)) return {};
     return std::clamp(length->unit == Unit::Percent ? length->value / 100 : length->value, 0.0, 1.0);
 }

@@ -9,7 +9,7 @@ namespace ozm::conform {
 enum class Unit : uint8_t { User, Percent, Em, Ex, Rem };
 
 /// A number with a unit; absolute units are user units already.
-struct Length {
+struct CssLength {
     double value = 0;
     Unit unit = Unit::User;
 };
@@ -22,9 +22,9 @@ struct LengthBase {
 };
 
 /// Reads a length: a number and a unit in any case, with blanks around. None for anything else.
-std::optional<Length> ReadLength(std::string_view text);
+std::optional<CssLength> ReadLength(std::string_view text);
 
-double Resolve(Length length, const LengthBase& base);
+double Resolve(CssLength length, const LengthBase& base);
 
 /// Reads a number, or a percentage as a share of 1, cut to 0...1.
 std::optional<double> ReadShare(std::string_view text);

@@ -1,6 +1,6 @@
 #include "style/style_sheets.h"
 
-#include "limits.h"
+#include "base/limits.h"
 #include "style/text.h"
 
 #include <algorithm>

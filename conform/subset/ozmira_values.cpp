@@ -67,12 +67,6 @@ double OzmiraNumber(const Node& node, Attr attr, double otherwise) {
     return raw ? OzmiraNumber(*raw) : otherwise;
 }
 
-Matrix OzmiraTransform(std::string_view raw) {
-    Transform transform = TransformIdentity;
-    SVGParser().ParseTransform(StringView(raw), transform);
-    return {transform.a, transform.b, transform.c, transform.d, transform.tx, transform.ty};
-}
-
 OzmiraFrame ReadOzmiraFrame(const Node& root) {
     OzmiraFrame frame;
     const auto width = OzmiraAttribute(root, Attr::Width), height = OzmiraAttribute(root, Attr::Height);

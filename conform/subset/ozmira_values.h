@@ -1,7 +1,7 @@
 // Values as Ozmira itself reads them.
 #pragma once
 
-#include "geometry/matrix.h"
+#include "geometry/transform_reader.h"
 #include "source/document.h"
 #include "style/color.h"
 
@@ -15,7 +15,6 @@ namespace ozm::conform {
 double OzmiraNumber(std::string_view raw);
 /// The number of an attribute that Ozmira reads; `otherwise` without it.
 double OzmiraNumber(const Node& node, Attr attr, double otherwise = 0);
-Matrix OzmiraTransform(std::string_view raw);
 /// The raw value of an attribute; none when it is not written.
 std::optional<std::string_view> OzmiraAttribute(const Node& node, Attr attr);
 

@@ -2,7 +2,7 @@
 
 #include "geometry/number_text.h"
 #include "geometry/path_writer.h"
-#include "limits.h"
+#include "base/limits.h"
 #include "split/areas.h"
 #include "write/precision.h"
 #include "write/shape_writer.h"

@@ -2,7 +2,7 @@
 
 #include "geometry/number_text.h"
 #include "geometry/transform_reader.h"
-#include "limits.h"
+#include "base/limits.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "write/shape_writer.h"
 
-#include "geometry/area.h"
+#include "geometry/winding.h"
 #include "geometry/number_text.h"
 #include "geometry/path_writer.h"
 #include "geometry/transform_reader.h"
