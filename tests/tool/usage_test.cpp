@@ -69,7 +69,7 @@ TEST_F(Usage, ErrorsAreOneLineThatSaysWhatIsAccepted) {
         {"conform a.svg -o .", "a.svg\" is a file to rewrite; choose another folder, or --in-place"},
         {"conform a.svg -o a.svg", "a.svg\" is the file to "},
         {"conform folder -o folder", "c.svg\" is a file to rewrite"},
-        {"conform - --in-place", "standard input (-) has no place"},
+        {"conform - --in-place", "standard input \\(-\\) has no place"},
         {"conform a.svg -o out --decimals 13", "--decimals: \"13\" is not a whole number from 0 to 12"},
         {"render - -", "standard input .* only once"},
         {"render a.svg b.svg -o new.png", "new.png\" can hold one picture only"},

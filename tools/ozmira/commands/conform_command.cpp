@@ -44,9 +44,9 @@ struct ConformOptions {
 constexpr const char* kFooter =
     R"(Drawings keep their names. They are written whole or not at all, and those that
 already look as in a browser byte for byte. Without -o, standard input alone (-)
-goes to standard output. -o names a folder, DIR, when it ends in / or is one, and
-for several FILEs or a folder of them; else the drawing itself. A DIR is made
-where it is missing; the sub-folders of a folder are kept below it.
+goes to standard output. -o names a folder, DIR, when it ends in / or is one,
+and for several FILEs or a folder of them; else the drawing itself. A DIR is
+made where it is missing; the sub-folders of a folder are kept below it.
 
 What can't be rewritten, such as text, is refused with a message, and that file
 is not written; with --lossy it is left out.

@@ -25,9 +25,9 @@ struct InfoOptions {
 };
 
 constexpr const char* kFooter =
-    R"(Under "differs" stands what is drawn otherwise than in a browser, by the rules of
-'ozmira check', which tells more; under "missing" the ids that references name
-and no element has.
+    R"(Under "differs" stands what is drawn otherwise than in a browser, by the rules
+of 'ozmira check', which tells more; under "missing" the ids that references
+name and no element has.
 
 Examples:
   ozmira info icon.svg
