@@ -34,6 +34,7 @@ Walker::ContextPointer Walker::ContentContext(const Node& node, const Context& u
     context->out = user.out;
     context->references = user.references;
     context->depth = user.depth + 1;
+    context->rootFontSize = user.rootFontSize;
     context->isRecolored = user.isRecolored;
     context->recolor = user.recolor;
     return context;
@@ -89,13 +90,13 @@ bool Walker::ApplyClip(const Node& clipPath, const Node& node, Context& context,
     user.references = &reference;
     const ContextPointer content = ContentContext(clipPath, user);
     content->isRecolored = false;
+    content->isClipContent = true;
+    if (!EnterTransform(clipPath, *content)) return false;
     if (clipPath.Get(Attr::ClipPathUnits) == "objectBoundingBox") {
         const Box box = ObjectBox(node, context);
         if (box.IsEmpty()) return false;
-        content->matrix =
-            content->matrix * Matrix{box.Width(), 0, 0, box.Height(), box.left, box.top};
+        content->matrix = content->matrix * Matrix{box.Width(), 0, 0, box.Height(), box.left, box.top};
     }
-    if (!EnterTransform(clipPath, *content)) return false;
     // What the clip path itself is clipped by cuts whatever it clips as well.
     if (const ReferenceValue& outer = content->style.clipPath; outer.kind == ReferenceValue::Kind::Local) {
         const Node* const target = m_document.FindById(outer.id);

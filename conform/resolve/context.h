@@ -28,15 +28,17 @@ struct Context {
     /// tells to be left out.
     bool isSeen = false;
     OzmiraStyle ozmira;
+    bool isClipContent = false; ///< Within a clip path, where only outlines count.
+    double rootFontSize = 16;
     /// A filter turns every colour into this one.
     bool isRecolored = false;
     Color recolor;
 
     /// The base of a percentage in neither direction alone.
     double Diagonal() const;
-    LengthBase BaseX() const { return {viewWidth, style.fontSize, 16}; }
-    LengthBase BaseY() const { return {viewHeight, style.fontSize, 16}; }
-    LengthBase BaseDiagonal() const { return {Diagonal(), style.fontSize, 16}; }
+    LengthBase BaseX() const { return {viewWidth, style.fontSize, rootFontSize}; }
+    LengthBase BaseY() const { return {viewHeight, style.fontSize, rootFontSize}; }
+    LengthBase BaseDiagonal() const { return {Diagonal(), style.fontSize, rootFontSize}; }
 
     bool IsFollowing(const Node& node) const;
 };

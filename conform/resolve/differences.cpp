@@ -118,7 +118,8 @@ void Differences::CompareUse(const Node& node, const Context& context, const Nod
         const Attribute* const written = node.Find(Attr::Href);
         return Report(Rule::Href, written ? written->offset : node.offset);
     }
-    if (target->tag == Tag::Symbol || target->tag == Tag::Svg) return; // reported by what is in them
+    if (target->tag == Tag::Symbol) return Report(Rule::Symbol, target->offset);
+    if (target->tag == Tag::Svg) return Report(Rule::NestedSvg, target->offset);
     if (!IsInOzmiraTree(*target)) return Report(Rule::UseTarget, href->offset, node.LocalReference());
     if (Differ(OzmiraNumber(node, Attr::X), offset.x, context.viewWidth)) {
         ReportAttribute(node, Attr::X, Rule::UsePosition);

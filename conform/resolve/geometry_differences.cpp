@@ -50,11 +50,11 @@ void Differences::ComparePathData(const Node& node, const Context& context, cons
     if (!d) return;
     const double tolerance = m_tolerance / std::max(1e-9, LargestScale(context.matrix));
     if (d->raw == d->value && !geometry.data.error && DrawsTheSame(geometry.data, d->raw, tolerance)) return;
-    const PathData data = ReadPath(d->value, true);
-    if (DrawsTheSame(data, d->raw, tolerance)) return;
-    if (d->raw != d->value && d->raw.find('&') != std::string_view::npos) {
+    if (d->raw.data() == nullptr || d->raw.find('&') != std::string_view::npos) {
         return ReportAttribute(node, Attr::D, Rule::PathSyntax);
     }
+    const PathData data = ReadPath(d->value, true);
+    if (DrawsTheSame(data, d->raw, tolerance)) return;
     const auto place = [&](size_t index) {
         return d->valueOffset + static_cast<uint32_t>(RawIndex(d->raw, index));
     };

@@ -88,10 +88,11 @@ std::vector<GradientStop> Walker::ReadStops(const Node& node, const Context& con
     return stops;
 }
 
-Paint Walker::PlaceGradient(const Node& node, double alpha, const Path& path, const Context& context) {
+std::optional<Paint> Walker::PlaceGradient(const Node& node, double alpha, const Path& path,
+                                           const Context& context) {
     const TemplateChain chain(m_document, node);
     const Node* const withStops = chain.FindWithChild(Tag::Stop);
-    if (!withStops) return {};
+    if (!withStops) return Paint{};
     Gradient gradient;
     gradient.stops = ReadStops(*withStops, context);
     const auto plain = [&] {
@@ -111,12 +112,13 @@ Paint Walker::PlaceGradient(const Node& node, double alpha, const Path& path, co
         gradient.matrix = gradient.matrix * Matrix{box.Width(), 0, 0, box.Height(), box.left, box.top};
     }
     if (const Attribute* const transform = chain.Find(Attr::GradientTransform)) {
-        gradient.matrix = gradient.matrix * ReadTransform(transform->value, TransformSyntax::Attribute).value_or(Matrix{});
+        const Matrix inner = ReadTransform(transform->value, TransformSyntax::Attribute).value_or(Matrix{});
+        gradient.matrix = gradient.matrix * AboutOrigin(node, inner, reader.IsUserSpace(), context);
     }
     if (IsDegenerate(gradient)) return plain();
     const bool isVisible = std::any_of(gradient.stops.begin(), gradient.stops.end(),
                                        [](const GradientStop& stop) { return stop.color.alpha > 0; });
-    if (!isVisible) return {};
+    if (!isVisible) return Paint{};
     Paint paint;
     paint.kind = Paint::Kind::Gradient;
     paint.color.alpha = alpha;

@@ -24,9 +24,9 @@ public:
 
     /// Paints over everything under the area: a share of `value` with this alpha.
     void Paint(const Path& area, double value, double alpha) {
-        std::vector<Level> levels;
+        std::vector<MaskLevel> levels;
         Path rest = area;
-        for (Level& level : m_levels) {
+        for (MaskLevel& level : m_levels) {
             Path both = Combine(AreaOperation::Intersection, {level.area}, {area}, m_tolerance);
             if (both.IsEmpty()) {
                 Add(levels, std::move(level.area), level.share);
@@ -40,19 +40,15 @@ public:
         m_levels = std::move(levels);
     }
 
-    struct Level {
-        Path area;
-        double share;
-    };
-    const std::vector<Level>& Levels() const { return m_levels; }
+    std::vector<MaskLevel>& Levels() { return m_levels; }
 
 private:
-    void Add(std::vector<Level>& levels, Path area, double share) {
+    void Add(std::vector<MaskLevel>& levels, Path area, double share) {
         // What is not seen counts as nothing, which is what is where nothing was painted.
         constexpr double kUnseen = 0.002;
         if (area.IsEmpty() || share < kUnseen) return;
         if (share > 1 - kUnseen) share = 1;
-        for (Level& level : levels) {
+        for (MaskLevel& level : levels) {
             if (std::abs(level.share - share) > kUnseen) continue;
             level.area = Combine(AreaOperation::Union, {level.area}, {area}, m_tolerance);
             return;
@@ -61,7 +57,7 @@ private:
     }
 
     double m_tolerance;
-    std::vector<Level> m_levels;
+    std::vector<MaskLevel> m_levels;
 };
 
 } // namespace
@@ -126,18 +122,23 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
         }
     }
     if (areas.Levels().empty()) return {};
-    if (areas.Levels().size() > 1) {
-        m_findings.Add(Rule::MaskShading, node.offset);
-        return 1;
+    const Path outline = Transformed(PathOf(Rectangle{region.left, region.top, region.Width(), region.Height(), 0, 0}),
+                                     context.matrix);
+    std::vector<MaskLevel>& levels = areas.Levels();
+    for (MaskLevel& level : levels) {
+        level.area = Combine(AreaOperation::Intersection, {level.area}, {outline}, tolerance);
     }
-    const MaskAreas::Level& level = areas.Levels().front();
-    const Path outline =
-        Transformed(PathOf(Rectangle{region.left, region.top, region.Width(), region.Height(), 0, 0}), context.matrix);
-    Path shown = Combine(AreaOperation::Intersection, {level.area}, {outline}, tolerance);
-    if (shown.IsEmpty()) return {};
+    std::erase_if(levels, [](const MaskLevel& level) { return level.area.IsEmpty(); });
+    if (levels.empty()) return {};
+    if (levels.size() > 1) {
+        EnterGroup(node, 1, context);
+        context.out->mask = std::move(levels);
+        return share;
+    }
+    Path& shown = levels.front().area;
     const bool isRectangle = IsUprightRectangle(shown);
     context.clip = AddClip(std::move(shown), context.clip, isRectangle);
-    return share * level.share;
+    return share * levels.front().share;
 }
 
 } // namespace ozm::conform

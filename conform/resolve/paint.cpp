@@ -39,7 +39,8 @@ Paint Walker::PaintOf(const PaintValue& value, double alpha, const Path& path, c
     if (value.kind != PaintValue::Kind::Reference) return PlainPaint(value.kind, {}, alpha, context);
     const Node* const target = m_document.FindById(value.id);
     if (target && (target->tag == Tag::LinearGradient || target->tag == Tag::RadialGradient)) {
-        return PlaceGradient(*target, alpha, path, context);
+        const std::optional<Paint> paint = PlaceGradient(*target, alpha, path, context);
+        return paint ? *paint : PlainPaint(value.fallback, value.color, alpha, context);
     }
     if (target && target->tag == Tag::Pattern) return {};
     return PlainPaint(value.fallback, value.color, alpha, context);

@@ -48,8 +48,9 @@ void Walker::EmitPattern(const Node& pattern, const Shape& area, double alpha, c
                            tile.Width() * box.Width(), tile.Height() * box.Height());
     }
     const Attribute* const attribute = chain.Find(Attr::PatternTransform);
-    const Matrix transform =
+    const Matrix written =
         attribute ? ReadTransform(attribute->value, TransformSyntax::Attribute).value_or(Matrix{}) : Matrix{};
+    const Matrix transform = AboutOrigin(pattern, written, true, context);
     const std::optional<Matrix> inverse = Inverse(transform);
     if (!(tile.Width() > 0 && tile.Height() > 0) || !inverse) return;
     Path outline;

@@ -40,7 +40,18 @@ Point ReadOrigin(std::string_view text, const Box& box, const Context& context) 
     return origin;
 }
 
+Matrix About(Point origin, const Matrix& matrix) {
+    return Matrix::Translation(origin.x, origin.y) * matrix * Matrix::Translation(-origin.x, -origin.y);
+}
+
 } // namespace
+
+Matrix Walker::AboutOrigin(const Node& node, const Matrix& transform, bool isUserSpace, const Context& context) {
+    const std::string_view text = ComputeStyle({}, m_sheets.Of(node)).transformOrigin;
+    if (text.empty()) return transform;
+    const Box box = Box::OfSize(0, 0, isUserSpace ? context.viewWidth : 1, isUserSpace ? context.viewHeight : 1);
+    return About(ReadOrigin(text, box, context), transform);
+}
 
 Walker::Walker(const Document& document, FindingList& findings)
     : m_document(document), m_sheets(document), m_findings(findings), m_differences(document, findings, m_sheets) {}
@@ -54,6 +65,7 @@ Scene Walker::Walk() {
     context.out = &scene.root;
     SetUpFrame(scene, context);
     m_differences.SetTolerance(scene.Tolerance());
+    context.rootFontSize = ComputeStyle({}, m_sheets.Of(root)).fontSize;
     if (const ContextPointer inner = Enter(root, context)) VisitChildren(root, *inner);
     m_scene = nullptr;
     return scene;
@@ -115,8 +127,7 @@ bool Walker::EnterTransform(const Node& node, Context& context) {
                                               : Box::OfSize(0, 0, context.viewWidth, context.viewHeight);
             const std::string_view text = style.transformOrigin.empty() ? "0 0" : style.transformOrigin;
             if (!box.IsEmpty()) {
-                const Point origin = ReadOrigin(text, box, context);
-                local = Matrix::Translation(origin.x, origin.y) * local * Matrix::Translation(-origin.x, -origin.y);
+                local = About(ReadOrigin(text, box, context), local);
             }
         }
     }
@@ -150,8 +161,8 @@ Walker::ContextPointer Walker::Enter(const Node& node, const Context& parent) {
     }
     if (!context->style.isDisplayed) return {};
     if (!EnterTransform(node, *context)) return {};
-    if (context->style.opacity == 0 && !m_isMeasuring) return {};
     if (m_isMeasuring) return context;
+    if (context->style.opacity == 0 && !context->isClipContent) return {};
 
     const ReferenceValue& clip = context->style.clipPath;
     const Node* clipPath = clip.kind == ReferenceValue::Kind::Local ? m_document.FindById(clip.id) : nullptr;
@@ -161,7 +172,7 @@ Walker::ContextPointer Walker::Enter(const Node& node, const Context& parent) {
         m_findings.Add(Rule::ClipShape, node.offset);
     }
     if (clipPath && !ApplyClip(*clipPath, node, *context, context->isSeen)) return {};
-    if (!EnterEffects(node, *context)) return {};
+    if (!context->isClipContent && !EnterEffects(node, *context)) return {};
     return context;
 }
 

@@ -52,7 +52,10 @@ private:
     Paint PaintOf(const PaintValue& value, double alpha, const Path& path, const Context& context);
     Paint PlainPaint(PaintValue::Kind kind, const Color& color, double alpha, const Context& context) const;
     const Node* FindPattern(const PaintValue& value) const;
-    Paint PlaceGradient(const Node& node, double alpha, const Path& path, const Context& context);
+    /// None where the path has no box to place the gradient in.
+    std::optional<Paint> PlaceGradient(const Node& node, double alpha, const Path& path, const Context& context);
+    /// The transform of a gradient or pattern, about its `transform-origin`.
+    Matrix AboutOrigin(const Node& node, const Matrix& transform, bool isUserSpace, const Context& context);
     std::vector<GradientStop> ReadStops(const Node& node, const Context& context);
     void EmitPattern(const Node& pattern, const Shape& area, double alpha, const Context& context);
     void EmitMarkers(const Shape& shape, const Context& context);

@@ -79,11 +79,18 @@ bool IsUprightRectangle(const Path& path);
 struct Group;
 using Item = std::variant<Shape, std::unique_ptr<Group>>;
 
+/// A part of the picture in which a mask lets the same share through.
+struct MaskLevel {
+    Path area; ///< Under the nonzero rule.
+    double share = 1;
+};
+
 /// Items that are painted together and then made translucent as one.
 struct Group {
     double opacity = 1;
     bool isSeen = false; ///< Ozmira draws its items too, and multiplies the opacity into each.
     const Node* origin = nullptr;
+    std::vector<MaskLevel> mask; ///< Outside of these parts nothing is seen; empty: everything is.
     std::vector<Item> items;
 };
 

@@ -11,6 +11,16 @@
 #include <utility>
 
 namespace ozm::conform {
+namespace {
+
+bool HasEmptyDash(const std::vector<double>& dashes) {
+    for (size_t i = 0; i < dashes.size(); i += 2) {
+        if (dashes[i] == 0) return true;
+    }
+    return false;
+}
+
+} // namespace
 
 std::vector<Shape> Splitter::Split(Group& group) {
     std::vector<Shape> shapes;
@@ -20,12 +30,29 @@ std::vector<Shape> Splitter::Split(Group& group) {
         } else {
             Group& inner = *std::get<std::unique_ptr<Group>>(item);
             std::vector<Shape> faded = Split(inner);
+            if (!inner.mask.empty()) faded = ApplyMask(inner, faded);
             if (inner.opacity < 1) Fade(inner, faded);
             std::move(faded.begin(), faded.end(), std::back_inserter(shapes));
         }
     }
     group.items.clear();
     return shapes;
+}
+
+std::vector<Shape> Splitter::ApplyMask(const Group& group, const std::vector<Shape>& shapes) {
+    std::vector<Shape> masked;
+    for (const MaskLevel& level : group.mask) {
+        std::vector<Shape> part = shapes;
+        for (Shape& shape : part) {
+            shape.clip = &m_scene.clips.emplace_back(Clip{level.area, shape.clip, IsUprightRectangle(level.area)});
+        }
+        Group share;
+        share.opacity = level.share;
+        share.origin = group.origin;
+        if (level.share < 1) Fade(share, part);
+        std::move(part.begin(), part.end(), std::back_inserter(masked));
+    }
+    return masked;
 }
 
 void Splitter::SplitShape(Shape shape, std::vector<Shape>& out) {
@@ -45,7 +72,9 @@ void Splitter::SplitShape(Shape shape, std::vector<Shape>& out) {
 }
 
 void Splitter::SplitStroke(const Shape& shape, std::vector<Shape>& out) {
-    if (shape.stroke.kind == Paint::Kind::Gradient || m_outlineStrokes) {
+    // Caps turn a dash without length into a dot, which has a direction that no path can tell.
+    const bool hasDots = shape.pen.cap != LineCap::Butt && HasEmptyDash(shape.dashes);
+    if (shape.stroke.kind == Paint::Kind::Gradient || m_outlineStrokes || hasDots) {
         m_hasOutlined |= m_outlineStrokes;
         Path outline = Transformed(StrokeOutline(shape, m_scene.Tolerance() / 4), shape.matrix);
         if (!outline.IsEmpty()) out.push_back(FilledWith(shape, std::move(outline), shape.stroke));
@@ -83,7 +112,7 @@ void Splitter::Fade(const Group& group, std::vector<Shape>& shapes) {
     if (Overlapping(shapes)) {
         const bool isShape = group.origin && IsShape(group.origin->tag);
         std::vector<Shape> kept = shapes;
-        if (!CutHidden(shapes)) {
+        if (!CutHidden(shapes) && !Composite(shapes)) {
             if (group.origin) m_findings.Add(Rule::GroupOverlap, group.origin->offset);
             shapes = std::move(kept);
         } else if (group.isSeen) {

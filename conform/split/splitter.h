@@ -26,10 +26,14 @@ private:
     void SplitShape(Shape shape, std::vector<Shape>& out);
     /// The stroke of a shape as shapes of their own.
     void SplitStroke(const Shape& shape, std::vector<Shape>& out);
+    /// The shapes once for each part of the group's mask.
+    std::vector<Shape> ApplyMask(const Group& group, const std::vector<Shape>& shapes);
     void Fade(const Group& group, std::vector<Shape>& shapes);
     bool Overlapping(const std::vector<Shape>& shapes) const;
     /// Cuts from each shape what others hide. False when translucent shapes overlap.
     bool CutHidden(std::vector<Shape>& shapes);
+    /// Replaces shapes of plain colours by the areas that show one mixed colour each. False for others.
+    bool Composite(std::vector<Shape>& shapes);
     void CutOwn(const Shape& shape, const Path& above, std::vector<Shape>& out);
 
     Scene& m_scene;

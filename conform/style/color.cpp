@@ -99,6 +99,7 @@ std::optional<Argument> ReadArgument(const char*& p, const char* end) {
 struct Arguments {
     std::array<Argument, 4> values;
     bool hasAlpha = false;
+    bool hasCommas = false; ///< In the older syntax all three are of the same kind.
 };
 
 std::optional<Arguments> ReadArguments(std::string_view text) {
@@ -111,7 +112,7 @@ std::optional<Arguments> ReadArguments(std::string_view text) {
         if (i == 3 && p == end) return arguments;
         if (i > 0) {
             const char separator = p != end ? *p : ' ';
-            if (i == 1) hasCommas = separator == ',';
+            if (i == 1) arguments.hasCommas = hasCommas = separator == ',';
             if (hasCommas ? separator != ',' : (i == 3 && separator != '/')) return {};
             if (hasCommas || i == 3) ++p;
             SkipSpaces(p, end);
@@ -141,6 +142,8 @@ std::optional<Color> ReadFunction(std::string_view name, std::string_view text) 
     const auto& [first, second, third, last] = arguments->values;
     Color color;
     if (EqualsIgnoringCase(name, "rgb") || EqualsIgnoringCase(name, "rgba")) {
+        const bool isMixed = first.unit != second.unit || second.unit != third.unit;
+        if (isMixed && arguments->hasCommas) return {};
         const auto byte = [](const Argument& argument) { return ToByte(255 * argument.ShareOf(255)); };
         color = {byte(first), byte(second), byte(third), 1};
     } else if (EqualsIgnoringCase(name, "hsl") || EqualsIgnoringCase(name, "hsla")) {

@@ -62,16 +62,21 @@ std::optional<double> ReadFontSize(std::string_view text, double parent) {
     return Resolve(*length, {parent, parent, 16});
 }
 
-PaintParts ReadPaintOrder(std::string_view text) {
+std::optional<PaintParts> ReadPaintOrder(std::string_view text) {
     PaintParts order{};
     size_t count = 0;
     const auto add = [&](PaintPart part) {
-        if (std::find(order.begin(), order.begin() + count, part) == order.begin() + count) order[count++] = part;
+        const bool isNew = std::find(order.begin(), order.begin() + count, part) == order.begin() + count;
+        if (isNew) order[count++] = part;
+        return isNew;
     };
+    if (EqualsIgnoringCase(text, "normal")) text = {};
     for (std::string_view word = NextWord(text); !word.empty(); word = NextWord(text)) {
-        if (EqualsIgnoringCase(word, "fill")) add(PaintPart::Fill);
-        if (EqualsIgnoringCase(word, "stroke")) add(PaintPart::Stroke);
-        if (EqualsIgnoringCase(word, "markers")) add(PaintPart::Markers);
+        bool isKnown = false;
+        if (EqualsIgnoringCase(word, "fill")) isKnown = add(PaintPart::Fill);
+        if (EqualsIgnoringCase(word, "stroke")) isKnown = add(PaintPart::Stroke);
+        if (EqualsIgnoringCase(word, "markers")) isKnown = add(PaintPart::Markers);
+        if (!isKnown) return {};
     }
     for (const PaintPart part : {PaintPart::Fill, PaintPart::Stroke, PaintPart::Markers}) add(part);
     return order;
@@ -206,7 +211,7 @@ private:
         case Attr::Visibility:
             return Choose(m_style.isVisible, text,
                           {{"visible", true}, {"hidden", false}, {"collapse", false}});
-        case Attr::PaintOrder: m_style.paintOrder = ReadPaintOrder(text); return true;
+        case Attr::PaintOrder: return Assign(m_style.paintOrder, ReadPaintOrder(text));
         case Attr::FontSize: return Assign(m_style.fontSize, ReadFontSize(text, m_parent.fontSize));
         case Attr::MarkerStart: return SetReference(m_style.markerStart, text);
         case Attr::MarkerMid: return SetReference(m_style.markerMid, text);
@@ -271,8 +276,8 @@ private:
         case Attr::Display: m_style.isDisplayed = from.isDisplayed; break;
         case Attr::MixBlendMode: m_style.blendMode = from.blendMode; break;
         case Attr::Overflow:
-            m_style.isOverflowVisible = from.isOverflowVisible;
-            m_style.isOverflowSet = from.isOverflowSet;
+            m_style.isOverflowVisible = from.isOverflowVisible || !from.isOverflowSet;
+            m_style.isOverflowSet = true;
             break;
         case Attr::VectorEffect: m_style.hasNonScalingStroke = from.hasNonScalingStroke; break;
         case Attr::MaskType: m_style.isAlphaMask = from.isAlphaMask; break;

@@ -47,9 +47,12 @@ double Resolve(CssLength length, const LengthBase& base) {
 }
 
 std::optional<double> ReadShare(std::string_view text) {
-    const std::optional<CssLength> length = ReadLength(text);
-    if (!length || (length->unit != Unit::User && length->unit != Unit::Percent)) return {};
-    return std::clamp(length->unit == Unit::Percent ? length->value / 100 : length->value, 0.0, 1.0);
+    text = Trim(text);
+    const bool isPercent = text.ends_with('%');
+    if (isPercent) text.remove_suffix(1);
+    const std::optional<double> number = ReadPlainNumber(text);
+    if (!number) return {};
+    return std::clamp(isPercent ? *number / 100 : *number, 0.0, 1.0);
 }
 
 std::optional<double> ReadPlainNumber(std::string_view text) {
