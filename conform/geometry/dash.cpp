@@ -120,6 +120,7 @@ private:
             std::copy_n(halves + 3, 4, rest.points);
         } else {
             const double whole = Distance(segment.points[0], segment.points[1]);
+            front.verb = Verb::Line;
             front.points[1] = rest.points[0] = Mix(segment.points[0], segment.points[1], length / whole);
         }
         if (m_position.IsPainted()) Paint(front);

@@ -15,6 +15,11 @@ struct Reference {
     const Reference* outer;
 };
 
+/// What `context-fill` and `context-stroke` stand for: the paints of the element that refers to this one.
+struct ContextPaints {
+    Paint fill, stroke;
+};
+
 /// Everything that an element passes on to its children.
 struct Context {
     ComputedStyle style;
@@ -30,6 +35,7 @@ struct Context {
     OzmiraStyle ozmira;
     bool isClipContent = false; ///< Within a clip path, where only outlines count.
     double rootFontSize = 16;
+    ContextPaints contextPaints;
     /// A filter turns every colour into this one.
     bool isRecolored = false;
     Color recolor;

@@ -109,6 +109,7 @@ void Walker::EmitMarker(const Node& marker, Point place, double angle, bool isSt
     content->references = &reference;
     content->clip = context.clip;
     if (content->depth > 64) return;
+    content->contextPaints = {shape.fill, shape.stroke};
     if (!content->style.isDisplayed) return;
     const auto length = [&](Attr attr, double otherwise, const LengthBase& base) {
         const std::optional<CssLength> read = ReadLength(marker.Get(attr));

@@ -36,6 +36,12 @@ Paint Walker::PaintOf(const PaintValue& value, double alpha, const Path& path, c
         if (paint && isDefault && !context.isRecolored) paint.isTintable = true;
         return paint;
     }
+    if (value.kind == PaintValue::Kind::ContextFill || value.kind == PaintValue::Kind::ContextStroke) {
+        const bool isFill = value.kind == PaintValue::Kind::ContextFill;
+        Paint paint = isFill ? context.contextPaints.fill : context.contextPaints.stroke;
+        paint.color.alpha *= alpha;
+        return paint;
+    }
     if (value.kind != PaintValue::Kind::Reference) return PlainPaint(value.kind, {}, alpha, context);
     const Node* const target = m_document.FindById(value.id);
     if (target && (target->tag == Tag::LinearGradient || target->tag == Tag::RadialGradient)) {

@@ -3,6 +3,7 @@
 #include "base/limits.h"
 #include "resolve/viewport.h"
 #include "resolve/walker.h"
+#include "split/areas.h"
 #include "style/text.h"
 
 #include <cmath>
@@ -54,7 +55,8 @@ Matrix Walker::AboutOrigin(const Node& node, const Matrix& transform, bool isUse
 }
 
 Walker::Walker(const Document& document, FindingList& findings)
-    : m_document(document), m_sheets(document), m_findings(findings), m_differences(document, findings, m_sheets) {}
+    : m_document(document), m_sheets(document), m_findings(findings), m_differences(document, findings, m_sheets),
+      m_hasContextPaints(document.Text().find("context-") != std::string_view::npos) {}
 
 Scene Walker::Walk() {
     Scene scene;
@@ -67,8 +69,29 @@ Scene Walker::Walk() {
     m_differences.SetTolerance(scene.Tolerance());
     context.rootFontSize = ComputeStyle({}, m_sheets.Of(root)).fontSize;
     if (const ContextPointer inner = Enter(root, context)) VisitChildren(root, *inner);
+    if (m_isSizeUnknown) FitToContent(scene);
     m_scene = nullptr;
     return scene;
+}
+
+void Walker::FitToContent(Scene& scene) {
+    Box box;
+    std::vector<const Group*> open{&scene.root};
+    while (!open.empty()) {
+        const Group& group = *open.back();
+        open.pop_back();
+        for (const Item& item : group.items) {
+            if (const Shape* const shape = std::get_if<Shape>(&item)) {
+                box.Add(PaintedBox(*shape));
+            } else {
+                open.push_back(std::get<std::unique_ptr<Group>>(item).get());
+            }
+        }
+    }
+    if (!(box.right > 0 && box.bottom > 0)) return;
+    scene.width = box.right;
+    scene.height = box.bottom;
+    scene.viewBox = Box::OfSize(0, 0, box.right, box.bottom);
 }
 
 void Walker::SetUpFrame(Scene& scene, Context& context) {
@@ -83,6 +106,11 @@ void Walker::SetUpFrame(Scene& scene, Context& context) {
     scene.width = size(Attr::Width, wholeWidth);
     scene.height = size(Attr::Height, wholeHeight);
     scene.hasSize = root.Has(Attr::Width) || root.Has(Attr::Height);
+    const auto isAbsolute = [&](Attr attr) {
+        const std::optional<CssLength> length = GeometryLength(root, attr, m_sheets);
+        return length && length->unit != Unit::Percent && length->value > 0;
+    };
+    m_isSizeUnknown = !viewBox && !(isAbsolute(Attr::Width) && isAbsolute(Attr::Height));
     if (!viewBox) viewBox = Box::OfSize(0, 0, scene.width, scene.height);
     context.viewWidth = viewBox->Width();
     context.viewHeight = viewBox->Height();
@@ -291,6 +319,7 @@ void Walker::VisitUse(const Node& node, const Context& parent) {
     }
     if (context->isSeen) m_differences.CompareUse(node, *context, target, offset);
     if (context->isSeen && (!node.Find(Attr::Href) || !IsInOzmiraTree(*target))) context->isSeen = false;
+    if (m_hasContextPaints && !m_isMeasuring) context->contextPaints = ContextPaintsOf(node, *context);
     const Reference reference{target, context->references};
     context->references = &reference;
     context->matrix = context->matrix * Matrix::Translation(offset.x, offset.y);
@@ -299,6 +328,16 @@ void Walker::VisitUse(const Node& node, const Context& parent) {
     } else {
         Visit(*target, *context);
     }
+}
+
+ContextPaints Walker::ContextPaintsOf(const Node& node, const Context& context) {
+    const ComputedStyle& style = context.style;
+    Path path;
+    if (style.fill.kind == PaintValue::Kind::Reference || style.stroke.kind == PaintValue::Kind::Reference) {
+        const Box box = ObjectBox(node, context);
+        if (!box.IsEmpty()) path = PathOf(Rectangle{box.left, box.top, box.Width(), box.Height(), 0, 0});
+    }
+    return {PaintOf(style.fill, 1, path, context), PaintOf(style.stroke, 1, path, context)};
 }
 
 void Walker::VisitViewport(const Node& node, const Node* use, const Context& parent) {

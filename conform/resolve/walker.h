@@ -27,6 +27,8 @@ private:
     // The tree: walk.cpp
 
     void SetUpFrame(Scene& scene, Context& context);
+    /// Takes the size of a drawing that gives none from what is painted.
+    static void FitToContent(Scene& scene);
     /// The context of an element for its children, with its style, transform, clip, mask and opacity; null
     /// when nothing of it is drawn.
     ContextPointer Enter(const Node& node, const Context& parent);
@@ -41,6 +43,8 @@ private:
     void VisitUse(const Node& node, const Context& parent);
     /// A `svg` inside another, or a `symbol` or `svg` that a `use` element (else null) refers to.
     void VisitViewport(const Node& node, const Node* use, const Context& parent);
+    /// The paints of a `use` element for what it refers to.
+    ContextPaints ContextPaintsOf(const Node& node, const Context& context);
     void VisitLeftOut(const Node& node, const Context& parent);
 
     // Shapes and their paints: shape.cpp, paint.cpp, gradient.cpp, pattern.cpp, marker.cpp
@@ -87,7 +91,9 @@ private:
     FindingList& m_findings;
     Differences m_differences;
     Scene* m_scene = nullptr;
+    const bool m_hasContextPaints; ///< The text has a "context-fill" or "context-stroke" somewhere.
     uint32_t m_visits = 0;
+    bool m_isSizeUnknown = false;
     bool m_isMeasuring = false; ///< Only boxes are wanted: what is not painted counts, and nothing is reported.
 };
 

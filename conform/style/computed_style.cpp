@@ -18,8 +18,10 @@ std::optional<PaintValue> ReadPlainPaint(std::string_view text) {
     if (EqualsIgnoringCase(text, "none")) return paint;
     if (EqualsIgnoringCase(text, "currentcolor")) {
         paint.kind = Kind::CurrentColor;
-    } else if (EqualsIgnoringCase(text, "context-fill") || EqualsIgnoringCase(text, "context-stroke")) {
-        paint.kind = Kind::Context;
+    } else if (EqualsIgnoringCase(text, "context-fill")) {
+        paint.kind = Kind::ContextFill;
+    } else if (EqualsIgnoringCase(text, "context-stroke")) {
+        paint.kind = Kind::ContextStroke;
     } else if (const std::optional<Color> color = ReadColor(text)) {
         paint.kind = Kind::Color;
         paint.color = *color;

@@ -15,7 +15,7 @@ namespace ozm::conform {
 
 /// The value of `fill` or `stroke`.
 struct PaintValue {
-    enum class Kind : uint8_t { None, Color, CurrentColor, Reference, Context };
+    enum class Kind : uint8_t { None, Color, CurrentColor, Reference, ContextFill, ContextStroke };
     Kind kind = Kind::None;
     /// Of a reference that leads nowhere: what is painted instead.
     Kind fallback = Kind::None;
