@@ -153,14 +153,14 @@ private:
     /// The attributes that all items have and a group may give them.
     static StyleAttributes CommonStyle(std::span<const WrittenItem> items) {
         StyleAttributes common;
-        for (const auto& [name, value] : items.front().shape.style) {
+        for (const auto& attribute : items.front().shape.style) {
             // A gradient would stay in force under other fills, and opacity would be multiplied.
-            if (name == "opacity" || value.starts_with("url(")) continue;
+            if (attribute.first == "opacity" || attribute.second.starts_with("url(")) continue;
             const bool isCommon = std::all_of(items.begin(), items.end(), [&](const WrittenItem& item) {
-                const std::string* const other = FindAttribute(item.shape.style, name);
-                return other && *other == value;
+                const std::string* const other = FindAttribute(item.shape.style, attribute.first);
+                return other && *other == attribute.second;
             });
-            if (isCommon) common.emplace_back(name, value);
+            if (isCommon) common.push_back(attribute);
         }
         return common;
     }
