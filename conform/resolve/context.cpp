@@ -4,9 +4,7 @@
 
 namespace ozm::conform {
 
-double Context::Diagonal() const {
-    return std::sqrt((viewWidth * viewWidth + viewHeight * viewHeight) / 2);
-}
+double Context::Diagonal() const { return std::sqrt((viewWidth * viewWidth + viewHeight * viewHeight) / 2); }
 
 bool Context::IsFollowing(const Node& node) const {
     for (const Reference* at = references; at; at = at->outer) {

@@ -23,10 +23,10 @@ struct ContextPaints {
 /// Everything that an element passes on to its children.
 struct Context {
     ComputedStyle style;
-    Matrix matrix;              ///< From the element's coordinates to those of the drawing.
+    Matrix matrix;                            ///< From the element's coordinates to those of the drawing.
     double viewWidth = 100, viewHeight = 100; ///< What percentages are of.
     const Clip* clip = nullptr;
-    Group* out = nullptr;       ///< Where shapes go.
+    Group* out = nullptr; ///< Where shapes go.
     const Reference* references = nullptr;
     uint32_t depth = 0;
     /// Ozmira draws this element too, so that the two can be compared. Not set under what a finding already

@@ -34,17 +34,20 @@ void Differences::ReportProperty(Attr property, const Declaration* source, Rule 
     case Origin::StyleAttribute: {
         const Attribute* const style = source->owner->Find(Attr::Style);
         if (style && !ReadsFromStyle(style->raw, name, source->value)) {
-            return Report(style->raw == style->value ? Rule::StyleSyntax : Rule::Entity, source->offset, name);
+            return Report(style->raw == style->value ? Rule::StyleSyntax : Rule::Entity, source->offset,
+                          name);
         }
         break;
     }
     case Origin::Attribute: {
         const Attribute* const attribute = source->owner->Find(property);
-        if (attribute && attribute->raw != attribute->value) return Report(Rule::Entity, source->offset, name);
+        if (attribute && attribute->raw != attribute->value)
+            return Report(Rule::Entity, source->offset, name);
         break;
     }
     }
-    if (EqualsIgnoringCase(source->value, "currentcolor")) return Report(Rule::CurrentColor, source->offset, name);
+    if (EqualsIgnoringCase(source->value, "currentcolor"))
+        return Report(Rule::CurrentColor, source->offset, name);
     Report(rule, source->offset, name);
 }
 
@@ -85,7 +88,8 @@ void Differences::CompareDisplay(const Node& node, const Context& context, bool 
     const bool isHidden = !context.style.isDisplayed;
     if (isHidden == isHiddenForOzmira) return;
     const Declaration* const source = context.style.SourceOf(Attr::Display);
-    ReportProperty(Attr::Display, source, node.Has(Attr::Visibility) ? Rule::Visibility : Rule::Display, node.offset);
+    ReportProperty(Attr::Display, source, node.Has(Attr::Visibility) ? Rule::Visibility : Rule::Display,
+                   node.offset);
 }
 
 void Differences::CompareOpacity(const Node& node, const Context& context, double opacityForOzmira) {
@@ -96,7 +100,8 @@ void Differences::CompareOpacity(const Node& node, const Context& context, doubl
 
 void Differences::CompareTransform(const Node& node, const Context& context, const Matrix& local) {
     const Attribute* const attribute = node.Find(Attr::Transform);
-    const Matrix own = node.parent && attribute && attribute->raw.data() ? OzmiraTransform(attribute->raw) : Matrix{};
+    const Matrix own =
+        node.parent && attribute && attribute->raw.data() ? OzmiraTransform(attribute->raw) : Matrix{};
     if (!Differ(own, local, std::max(context.viewWidth, context.viewHeight))) return;
     const Declaration* const source = context.style.SourceOf(Attr::Transform);
     if (!node.parent) return Report(Rule::RootStyle, source ? source->offset : node.offset, "transform");

@@ -31,8 +31,8 @@ public:
     bool IsMuted() const { return m_isMuted; }
 
     void Report(Rule rule, uint32_t offset, std::string_view detail = {});
-    /// Reports a property that Ozmira reads otherwise: where it is set, and why. `rule` is for values that are
-    /// written plainly but not understood.
+    /// Reports a property that Ozmira reads otherwise: where it is set, and why. `rule` is for values that
+    /// are written plainly but not understood.
     void ReportProperty(Attr property, const Declaration* source, Rule rule, uint32_t otherwise);
     /// Likewise for an attribute.
     void ReportAttribute(const Node& node, Attr attr, Rule rule);

@@ -62,7 +62,8 @@ private:
     Geometry ReadEllipse() const {
         const std::optional<double> rx = Radius(Attr::Rx, m_context.BaseX());
         const std::optional<double> ry = Radius(Attr::Ry, m_context.BaseY());
-        return FromEllipse({X(Attr::Cx), Y(Attr::Cy), rx.value_or(ry.value_or(0)), ry.value_or(rx.value_or(0))});
+        return FromEllipse(
+            {X(Attr::Cx), Y(Attr::Cy), rx.value_or(ry.value_or(0)), ry.value_or(rx.value_or(0))});
     }
 
     static Geometry FromEllipse(const Ellipse& ellipse) {

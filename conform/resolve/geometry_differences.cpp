@@ -17,9 +17,11 @@ bool IsNear(double a, double b, double tolerance) { return std::abs(a - b) <= to
 
 /// The rectangle that Ozmira draws.
 Rectangle OzmiraRectangle(const Node& node) {
-    Rectangle r{OzmiraNumber(node, Attr::X),     OzmiraNumber(node, Attr::Y),  OzmiraNumber(node, Attr::Width),
-                OzmiraNumber(node, Attr::Height), OzmiraNumber(node, Attr::Rx), OzmiraNumber(node, Attr::Ry)};
-    const bool hasX = OzmiraAttribute(node, Attr::Rx).has_value(), hasY = OzmiraAttribute(node, Attr::Ry).has_value();
+    Rectangle r{OzmiraNumber(node, Attr::X),     OzmiraNumber(node, Attr::Y),
+                OzmiraNumber(node, Attr::Width), OzmiraNumber(node, Attr::Height),
+                OzmiraNumber(node, Attr::Rx),    OzmiraNumber(node, Attr::Ry)};
+    const bool hasX = OzmiraAttribute(node, Attr::Rx).has_value(),
+               hasY = OzmiraAttribute(node, Attr::Ry).has_value();
     if (hasX && !hasY) r.ry = r.rx;
     if (hasY && !hasX) r.rx = r.ry;
     r.rx = std::min(r.rx, r.width / 2);
@@ -93,7 +95,8 @@ void Differences::CompareNumber(const Node& node, Attr attr, double own, double 
     if (IsNear(own, value, tolerance)) return;
     const Attribute* const attribute = node.Find(attr);
     for (const Declaration& declaration : m_sheets.Of(node)) {
-        if (declaration.property == attr) return Report(Rule::GeometryProperty, declaration.offset, NameOf(attr));
+        if (declaration.property == attr)
+            return Report(Rule::GeometryProperty, declaration.offset, NameOf(attr));
     }
     if (!attribute) return Report(Rule::ShapeSyntax, node.offset, node.localName);
     ReportAttribute(node, attr, Rule::Units);
@@ -139,12 +142,14 @@ void Differences::CompareNothing(const Node& node, const Context& context) {
     if (node.tag == Tag::Rect) {
         width = OzmiraNumber(node, Attr::Width);
         height = OzmiraNumber(node, Attr::Height);
-        isHidden = (width == 0 && OzmiraAttribute(node, Attr::Width)) || (height == 0 && OzmiraAttribute(node, Attr::Height));
+        isHidden = (width == 0 && OzmiraAttribute(node, Attr::Width)) ||
+                   (height == 0 && OzmiraAttribute(node, Attr::Height));
     } else {
         const Ellipse own = OzmiraEllipse(node);
         width = own.rx;
         height = own.ry;
-        isHidden = node.tag == Tag::Ellipse && ((width == 0 && OzmiraAttribute(node, Attr::Rx)) || (height == 0 && OzmiraAttribute(node, Attr::Ry)));
+        isHidden = node.tag == Tag::Ellipse && ((width == 0 && OzmiraAttribute(node, Attr::Rx)) ||
+                                                (height == 0 && OzmiraAttribute(node, Attr::Ry)));
     }
     if (isHidden || (width == 0 && height == 0)) return;
     const bool hasArea = width != 0 && height != 0;
@@ -155,7 +160,8 @@ void Differences::CompareNothing(const Node& node, const Context& context) {
     }
 }
 
-void Differences::CompareClipParts(const Node& clipPath, const Context& context, const std::vector<ClipPart>& parts) {
+void Differences::CompareClipParts(const Node& clipPath, const Context& context,
+                                   const std::vector<ClipPart>& parts) {
     // Ozmira adds up the outlines of all shapes, each with its own transform only.
     Path own;
     bool isKnown = true;
@@ -185,8 +191,9 @@ bool Differences::AddOzmiraClip(const Node& node, const Matrix& matrix, Path& ou
         bool isFound = false;
         for (const Attribute& attribute : node.attributes) isFound |= attribute.name == "xlink:href";
         if (!isFound || !target || !IsShape(target->tag) || !IsInOzmiraTree(*target)) return false;
-        return AddOzmiraClip(*target,
-                             inner * Matrix::Translation(OzmiraNumber(node, Attr::X), OzmiraNumber(node, Attr::Y)), out);
+        return AddOzmiraClip(
+            *target, inner * Matrix::Translation(OzmiraNumber(node, Attr::X), OzmiraNumber(node, Attr::Y)),
+            out);
     }
     Path path;
     switch (node.tag) {

@@ -13,7 +13,8 @@ namespace {
 class GradientReader {
 public:
     GradientReader(const TemplateChain& chain, const Context& context)
-        : m_chain(chain), m_context(context), m_isUserSpace(chain.Get(Attr::GradientUnits) == "userSpaceOnUse") {}
+        : m_chain(chain), m_context(context),
+          m_isUserSpace(chain.Get(Attr::GradientUnits) == "userSpaceOnUse") {}
 
     bool IsUserSpace() const { return m_isUserSpace; }
 

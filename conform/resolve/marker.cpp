@@ -29,7 +29,7 @@ std::vector<Vertex> VerticesOf(const Path& path) {
     size_t first = 0;
     Segment segment;
     for (Segments segments(path); segments.Next(segment);) {
-        const Point (&p)[4] = segment.points;
+        const Point(&p)[4] = segment.points;
         std::optional<Point> in, out;
         switch (segment.verb) {
         case Verb::Move:
@@ -97,7 +97,8 @@ void Walker::EmitMarkers(const Shape& shape, const Context& context) {
         const bool isStart = i == 0, isEnd = i + 1 == vertices.size();
         const double angle = AngleOf(vertices[i]);
         if (isStart && start) EmitMarker(*start, vertices[i].place, angle, true, shape, context);
-        if (!isStart && !isEnd && middle) EmitMarker(*middle, vertices[i].place, angle, false, shape, context);
+        if (!isStart && !isEnd && middle)
+            EmitMarker(*middle, vertices[i].place, angle, false, shape, context);
         if (isEnd && end) EmitMarker(*end, vertices[i].place, angle, false, shape, context);
     }
 }
@@ -148,7 +149,8 @@ void Walker::EmitMarker(const Node& marker, Point place, double angle, bool isSt
         if (text == "right" || text == "bottom") return whole;
         return length(attr, 0, {whole, 16, 16});
     };
-    const Point point = fit.Map({refer(Attr::RefX, content->viewWidth), refer(Attr::RefY, content->viewHeight)});
+    const Point point =
+        fit.Map({refer(Attr::RefX, content->viewWidth), refer(Attr::RefY, content->viewHeight)});
     matrix = matrix * Matrix::Translation(-point.x, -point.y);
     if (!content->style.isOverflowVisible) content->clip = AddRectangleClip(shown, matrix, content->clip);
     content->matrix = matrix * fit;

@@ -75,9 +75,9 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
         const CssLength read = ReadLength(mask.Get(attr)).value_or(CssLength{percent, Unit::Percent});
         return Resolve(read, {isUserSpace ? whole : 1, context.style.fontSize, 16});
     };
-    Box region = Box::OfSize(length(Attr::X, -10, context.viewWidth), length(Attr::Y, -10, context.viewHeight),
-                             length(Attr::Width, 120, context.viewWidth),
-                             length(Attr::Height, 120, context.viewHeight));
+    Box region = Box::OfSize(
+        length(Attr::X, -10, context.viewWidth), length(Attr::Y, -10, context.viewHeight),
+        length(Attr::Width, 120, context.viewWidth), length(Attr::Height, 120, context.viewHeight));
     const Matrix boxMatrix{box.Width(), 0, 0, box.Height(), box.left, box.top};
     if (!isUserSpace) {
         region = Box::OfSize(box.left + region.left * box.Width(), box.top + region.top * box.Height(),
@@ -122,8 +122,8 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
         }
     }
     if (areas.Levels().empty()) return {};
-    const Path outline = Transformed(PathOf(Rectangle{region.left, region.top, region.Width(), region.Height(), 0, 0}),
-                                     context.matrix);
+    const Path outline = Transformed(
+        PathOf(Rectangle{region.left, region.top, region.Width(), region.Height(), 0, 0}), context.matrix);
     std::vector<MaskLevel>& levels = areas.Levels();
     for (MaskLevel& level : levels) {
         level.area = Combine(AreaOperation::Intersection, {level.area}, {outline}, tolerance);

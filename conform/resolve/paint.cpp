@@ -3,7 +3,8 @@
 
 namespace ozm::conform {
 
-Paint Walker::PlainPaint(PaintValue::Kind kind, const Color& color, double alpha, const Context& context) const {
+Paint Walker::PlainPaint(PaintValue::Kind kind, const Color& color, double alpha,
+                         const Context& context) const {
     const ComputedStyle& style = context.style;
     Paint paint;
     if (kind == PaintValue::Kind::Color) {

@@ -12,11 +12,15 @@ namespace {
 constexpr double kUnseenAlpha = 1.0 / 512;
 
 bool IsSameColor(const ozm::Color& own, const Color& color) {
-    const auto isNear = [](double a, uint8_t b) { return std::abs(std::clamp(a, 0.0, 1.0) * 255 - b) < 0.51; };
+    const auto isNear = [](double a, uint8_t b) {
+        return std::abs(std::clamp(a, 0.0, 1.0) * 255 - b) < 0.51;
+    };
     return isNear(own.r, color.r) && isNear(own.g, color.g) && isNear(own.b, color.b);
 }
 
-bool IsSameAlpha(double own, double alpha) { return std::abs(std::clamp(own, 0.0, 1.0) - alpha) < kUnseenAlpha; }
+bool IsSameAlpha(double own, double alpha) {
+    return std::abs(std::clamp(own, 0.0, 1.0) - alpha) < kUnseenAlpha;
+}
 
 /// The smallest box around all points of a path, control points included.
 Box ControlBoxOf(const Path& path) {
@@ -67,40 +71,47 @@ void Differences::CompareFill(const Node& node, const Context& context, const Sh
     const OzmiraStyle& own = context.ozmira;
     const Declaration* const source = style.SourceOf(Attr::Fill);
     const Node* const referred = own.fillReference.empty() ? nullptr : m_document.FindById(own.fillReference);
-    const bool isGradient = referred && (referred->tag == Tag::LinearGradient || referred->tag == Tag::RadialGradient);
-    const Rule colorRule = style.fill.kind == PaintValue::Kind::Reference ? Rule::MissingReference : Rule::ColorSyntax;
+    const bool isGradient =
+        referred && (referred->tag == Tag::LinearGradient || referred->tag == Tag::RadialGradient);
+    const Rule colorRule =
+        style.fill.kind == PaintValue::Kind::Reference ? Rule::MissingReference : Rule::ColorSyntax;
     const uint32_t ownPlace = own.OffsetOf(Attr::Fill) ? own.OffsetOf(Attr::Fill) : node.offset;
     switch (shape.fill.kind) {
     case Paint::Kind::None: {
-        if (style.fill.kind == PaintValue::Kind::Reference && !isGradient && !own.fillReference.empty()) return;
+        if (style.fill.kind == PaintValue::Kind::Reference && !isGradient && !own.fillReference.empty())
+            return;
         const bool isFilled = own.fillReference.empty() ? own.HasFill() : isGradient;
         if (!isFilled) return;
         if (isGradient && style.fill.kind != PaintValue::Kind::Reference) {
             return ReportProperty(Attr::Fill, source, Rule::InheritedGradient, ownPlace);
         }
         if (style.fillOpacity == 0) {
-            return ReportProperty(Attr::FillOpacity, style.SourceOf(Attr::FillOpacity), Rule::OpacitySyntax, node.offset);
+            return ReportProperty(Attr::FillOpacity, style.SourceOf(Attr::FillOpacity), Rule::OpacitySyntax,
+                                  node.offset);
         }
         return ReportProperty(Attr::Fill, source, colorRule, ownPlace);
     }
     case Paint::Kind::Color:
         if (!own.fillReference.empty()) {
             const bool isOwn = style.fill.kind == PaintValue::Kind::Reference;
-            return ReportProperty(Attr::Fill, source, isOwn ? Rule::MissingReference : Rule::InheritedGradient, ownPlace);
+            if (isOwn && isGradient) return Report(Rule::GradientStops, referred->offset);
+            return ReportProperty(Attr::Fill, source,
+                                  isOwn ? Rule::MissingReference : Rule::InheritedGradient, ownPlace);
         }
         if (!IsSameColor(own.fill, shape.fill.color)) ReportProperty(Attr::Fill, source, colorRule, ownPlace);
         if (!IsSameAlpha(own.fill.a * own.fillOpacity, shape.fill.color.alpha)) {
-            const bool isColor = own.fill.a == 0 || !IsSameAlpha(own.fillOpacity * shape.fill.color.alpha, shape.fill.color.alpha * style.fillOpacity) ? own.fill.a == 0 : true;
-            if (isColor) {
+            if (IsSameAlpha(own.fillOpacity, style.fillOpacity)) {
                 ReportProperty(Attr::Fill, source, colorRule, ownPlace);
             } else {
-                ReportProperty(Attr::FillOpacity, style.SourceOf(Attr::FillOpacity), Rule::OpacitySyntax, node.offset);
+                ReportProperty(Attr::FillOpacity, style.SourceOf(Attr::FillOpacity), Rule::OpacitySyntax,
+                               node.offset);
             }
         }
         break;
     case Paint::Kind::Gradient:
         if (!isGradient || own.fillReference != style.fill.id || !IsInOzmiraTree(*referred)) {
-            return ReportProperty(Attr::Fill, source, isGradient ? Rule::UseTarget : Rule::ValueSyntax, ownPlace);
+            return ReportProperty(Attr::Fill, source, isGradient ? Rule::UseTarget : Rule::ValueSyntax,
+                                  ownPlace);
         }
         CompareGradient(node, context, shape, *referred);
         break;
@@ -114,7 +125,8 @@ void Differences::CompareGradient(const Node& node, const Context& context, cons
                                   const Node& element) {
     const Gradient& gradient = *shape.fill.gradient;
     const OzmiraGradient own = ReadOzmiraGradient(element);
-    bool isSame = own.stops.size() == gradient.stops.size() && gradient.isRadial == (element.tag == Tag::RadialGradient);
+    bool isSame = own.stops.size() == gradient.stops.size() &&
+                  gradient.isRadial == (element.tag == Tag::RadialGradient);
     for (size_t i = 0; isSame && i < own.stops.size(); ++i) {
         const OzmiraStop& a = own.stops[i];
         const GradientStop& b = gradient.stops[i];
@@ -122,7 +134,8 @@ void Differences::CompareGradient(const Node& node, const Context& context, cons
                  IsSameAlpha(a.alpha, b.color.alpha);
     }
     if (!isSame) Report(Rule::GradientStops, element.offset);
-    if (gradient.spread != GradientSpread::Pad) ReportAttribute(element, Attr::SpreadMethod, Rule::GradientSpread);
+    if (gradient.spread != GradientSpread::Pad)
+        ReportAttribute(element, Attr::SpreadMethod, Rule::GradientSpread);
 
     double at[5];
     std::copy(std::begin(own.coordinates), std::end(own.coordinates), at);
@@ -144,13 +157,15 @@ void Differences::CompareGradient(const Node& node, const Context& context, cons
     const PlacedGradient wanted =
         gradient.isRadial ? PlaceRadial(gradient.matrix, gradient.center, gradient.focus, gradient.radius)
                           : PlaceLinear(gradient.matrix, gradient.start, gradient.end);
-    const PlacedGradient placed = gradient.isRadial ? PlaceRadial(matrix, {at[0], at[1]}, {at[3], at[4]}, at[2])
-                                                    : PlaceLinear(matrix, {at[0], at[1]}, {at[2], at[3]});
+    const PlacedGradient placed = gradient.isRadial
+                                      ? PlaceRadial(matrix, {at[0], at[1]}, {at[3], at[4]}, at[2])
+                                      : PlaceLinear(matrix, {at[0], at[1]}, {at[2], at[3]});
     if (!IsSamePlace(wanted, placed, gradient.isRadial) || gradient.focalRadius > 0) {
         Report(Rule::GradientGeometry, element.offset);
     }
     if (shape.fill.color.alpha < 1) {
-        ReportProperty(Attr::FillOpacity, context.style.SourceOf(Attr::FillOpacity), Rule::GradientOpacity, node.offset);
+        ReportProperty(Attr::FillOpacity, context.style.SourceOf(Attr::FillOpacity), Rule::GradientOpacity,
+                       node.offset);
     }
     if (shape.fillRule == FillRule::EvenOdd && !RulesAgree(shape.path, m_tolerance)) {
         Report(Rule::GradientRule, node.offset);
@@ -167,7 +182,8 @@ void Differences::CompareStroke(const Node& node, const Context& context, const 
     };
     const bool isStroked = own.HasStroke() && own.strokeWidth > 0;
     if (!shape.stroke) {
-        if (style.stroke.kind == PaintValue::Kind::Reference && m_document.FindById(style.stroke.id) && shape.pen.width > 0) {
+        if (style.stroke.kind == PaintValue::Kind::Reference && m_document.FindById(style.stroke.id) &&
+            shape.pen.width > 0) {
             return report(Attr::Stroke, Rule::GradientStroke);
         }
         if (!isStroked) return;
@@ -183,7 +199,8 @@ void Differences::CompareStroke(const Node& node, const Context& context, const 
         report(Attr::Stroke, Rule::ColorSyntax);
     } else if (!IsSameAlpha(own.stroke.a * own.strokeOpacity, alpha)) {
         const bool isColor = IsSameAlpha(own.strokeOpacity, style.strokeOpacity);
-        report(isColor ? Attr::Stroke : Attr::StrokeOpacity, isColor ? Rule::ColorSyntax : Rule::OpacitySyntax);
+        report(isColor ? Attr::Stroke : Attr::StrokeOpacity,
+               isColor ? Rule::ColorSyntax : Rule::OpacitySyntax);
     }
     if (std::abs(own.strokeWidth - shape.pen.width) > 1e-3 * shape.pen.width && !style.hasNonScalingStroke) {
         report(Attr::StrokeWidth, Rule::Units);

@@ -1,7 +1,7 @@
 // Patterns, as instances of their tiles.
-#include "geometry/winding.h"
-#include "geometry/transform_reader.h"
 #include "base/limits.h"
+#include "geometry/transform_reader.h"
+#include "geometry/winding.h"
 #include "resolve/template_chain.h"
 #include "resolve/viewport.h"
 #include "resolve/walker.h"
@@ -54,8 +54,8 @@ void Walker::EmitPattern(const Node& pattern, const Shape& area, double alpha, c
     const std::optional<Matrix> inverse = Inverse(transform);
     if (!(tile.Width() > 0 && tile.Height() > 0) || !inverse) return;
     Path outline;
-    for (const Point corner : {Point{box.left, box.top}, Point{box.right, box.top}, Point{box.right, box.bottom},
-                               Point{box.left, box.bottom}}) {
+    for (const Point corner : {Point{box.left, box.top}, Point{box.right, box.top},
+                               Point{box.right, box.bottom}, Point{box.left, box.bottom}}) {
         outline.IsEmpty() ? outline.MoveTo(corner) : outline.LineTo(corner);
     }
     const TileRange range = TilesOver(BoxOf(outline, *inverse), tile);
@@ -68,7 +68,8 @@ void Walker::EmitPattern(const Node& pattern, const Shape& area, double alpha, c
     content->references = &reference;
     Path clip = Rewound({area.path, area.fillRule}, m_scene->Tolerance() / 4);
     clip.Transform(area.matrix);
-    content->clip = AddClip(std::move(clip), context.clip, IsUprightRectangle(area.path) && area.matrix == Matrix{});
+    content->clip =
+        AddClip(std::move(clip), context.clip, IsUprightRectangle(area.path) && area.matrix == Matrix{});
     if (alpha < 1) EnterGroup(*area.origin, alpha, *content);
     const std::optional<Box> viewBox = ReadViewBox(chain.Get(Attr::ViewBox));
     const bool isBoxContent = chain.Get(Attr::PatternContentUnits) == "objectBoundingBox";

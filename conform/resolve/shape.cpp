@@ -76,7 +76,8 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
     if (shape.path.IsEmpty() || !IsFinite(shape.path)) return;
     if (style.hasNonScalingStroke && style.stroke.kind != PaintValue::Kind::None) {
         // The stroke is drawn as if the shape had been transformed first.
-        if (context->isSeen && context->matrix != Matrix{}) m_differences.Report(Rule::VectorEffect, node.offset);
+        if (context->isSeen && context->matrix != Matrix{})
+            m_differences.Report(Rule::VectorEffect, node.offset);
         shape.path.Transform(context->matrix);
         shape.matrix = {};
         shape.primitive = {};
@@ -92,7 +93,8 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
         if (fillPattern || strokePattern) m_differences.Report(Rule::Pattern, node.offset);
     }
     const PaintParts& order = style.paintOrder;
-    const bool isPlain = !fillPattern && !strokePattern && order[0] == PaintPart::Fill && order[1] == PaintPart::Stroke;
+    const bool isPlain =
+        !fillPattern && !strokePattern && order[0] == PaintPart::Fill && order[1] == PaintPart::Stroke;
     if (isPlain) {
         if (shape.fill || shape.stroke) context->out->items.emplace_back(shape);
         if (HasMarkers(node.tag)) EmitMarkers(shape, *context);
@@ -111,7 +113,8 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
                 area.path = OutlineOf(shape.path, shape.pen, m_scene->Tolerance());
                 area.fillRule = FillRule::NonZero;
             }
-            EmitPattern(*pattern, area, part == PaintPart::Fill ? style.fillOpacity : style.strokeOpacity, *context);
+            EmitPattern(*pattern, area, part == PaintPart::Fill ? style.fillOpacity : style.strokeOpacity,
+                        *context);
         } else {
             EmitPart(part, shape, *context);
         }

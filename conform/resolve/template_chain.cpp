@@ -42,7 +42,8 @@ const Node* TemplateChain::FindWithChild(Tag tag) const {
 const Node* TemplateChain::FindWithContent() const {
     for (const Node* const node : m_nodes) {
         for (const Node* child = node->firstChild; child; child = child->nextSibling) {
-            if (child->tag != Tag::Foreign && child->tag != Tag::Other && child->tag != Tag::Title) return node;
+            if (child->tag != Tag::Foreign && child->tag != Tag::Other && child->tag != Tag::Title)
+                return node;
         }
     }
     return nullptr;

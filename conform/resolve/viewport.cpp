@@ -47,7 +47,11 @@ Matrix FitViewBox(const Box& viewBox, const Box& viewport, const AspectRatio& ra
     const double freeX = viewport.Width() - viewBox.Width() * sx;
     const double freeY = viewport.Height() - viewBox.Height() * sy;
     const double alignX = ratio.isStretched ? 0 : ratio.alignX, alignY = ratio.isStretched ? 0 : ratio.alignY;
-    return {sx, 0, 0, sy, viewport.left + freeX * alignX - viewBox.left * sx,
+    return {sx,
+            0,
+            0,
+            sy,
+            viewport.left + freeX * alignX - viewBox.left * sx,
             viewport.top + freeY * alignY - viewBox.top * sy};
 }
 

@@ -1,6 +1,6 @@
 // The walk over the tree of elements.
-#include "geometry/transform_reader.h"
 #include "base/limits.h"
+#include "geometry/transform_reader.h"
 #include "resolve/viewport.h"
 #include "resolve/walker.h"
 #include "split/areas.h"
@@ -16,7 +16,8 @@ constexpr std::string_view kLanguage = "en";
 
 bool HasLanguage(std::string_view list) {
     for (std::string_view tag = NextWord(list); !tag.empty(); tag = NextWord(list)) {
-        if (StartsWithIgnoringCase(tag, kLanguage) && (tag.size() == kLanguage.size() || tag[kLanguage.size()] == '-')) {
+        if (StartsWithIgnoringCase(tag, kLanguage) &&
+            (tag.size() == kLanguage.size() || tag[kLanguage.size()] == '-')) {
             return true;
         }
     }
@@ -34,7 +35,8 @@ Point ReadOrigin(std::string_view text, const Box& box, const Context& context) 
         if (word.empty() || word == "center") return start + size / 2;
         if (word == "left" || word == "top") return start;
         if (word == "right" || word == "bottom") return start + size;
-        return start + Resolve(ReadLength(word).value_or(CssLength{}), {size, base.fontSize, base.rootFontSize});
+        return start +
+               Resolve(ReadLength(word).value_or(CssLength{}), {size, base.fontSize, base.rootFontSize});
     };
     origin.x = place(words[0], box.left, box.Width(), context.BaseX());
     origin.y = place(words[1], box.top, box.Height(), context.BaseY());
@@ -47,15 +49,18 @@ Matrix About(Point origin, const Matrix& matrix) {
 
 } // namespace
 
-Matrix Walker::AboutOrigin(const Node& node, const Matrix& transform, bool isUserSpace, const Context& context) {
+Matrix Walker::AboutOrigin(const Node& node, const Matrix& transform, bool isUserSpace,
+                           const Context& context) {
     const std::string_view text = ComputeStyle({}, m_sheets.Of(node)).transformOrigin;
     if (text.empty()) return transform;
-    const Box box = Box::OfSize(0, 0, isUserSpace ? context.viewWidth : 1, isUserSpace ? context.viewHeight : 1);
+    const Box box =
+        Box::OfSize(0, 0, isUserSpace ? context.viewWidth : 1, isUserSpace ? context.viewHeight : 1);
     return About(ReadOrigin(text, box, context), transform);
 }
 
 Walker::Walker(const Document& document, FindingList& findings)
-    : m_document(document), m_sheets(document), m_findings(findings), m_differences(document, findings, m_sheets),
+    : m_document(document), m_sheets(document), m_findings(findings),
+      m_differences(document, findings, m_sheets),
       m_hasContextPaints(document.Text().find("context-") != std::string_view::npos) {}
 
 Scene Walker::Walk() {
@@ -97,7 +102,8 @@ void Walker::FitToContent(Scene& scene) {
 void Walker::SetUpFrame(Scene& scene, Context& context) {
     const Node& root = *m_document.Root();
     std::optional<Box> viewBox = ReadViewBox(root.Get(Attr::ViewBox));
-    const double wholeWidth = viewBox ? viewBox->Width() : 100, wholeHeight = viewBox ? viewBox->Height() : 100;
+    const double wholeWidth = viewBox ? viewBox->Width() : 100,
+                 wholeHeight = viewBox ? viewBox->Height() : 100;
     const auto size = [&](Attr attr, double whole) {
         const std::optional<CssLength> length = GeometryLength(root, attr, m_sheets);
         const double value = length ? Resolve(*length, {whole, 16, 16}) : whole;
@@ -126,8 +132,9 @@ void Walker::SetUpFrame(Scene& scene, Context& context) {
     } else {
         const double scale = ratio.isSlice ? std::max(sx, sy) : std::min(sx, sy);
         const double width = scene.width / scale, height = scene.height / scale;
-        scene.viewBox = Box::OfSize(viewBox->left + (viewBox->Width() - width) * ratio.alignX,
-                                    viewBox->top + (viewBox->Height() - height) * ratio.alignY, width, height);
+        scene.viewBox =
+            Box::OfSize(viewBox->left + (viewBox->Width() - width) * ratio.alignX,
+                        viewBox->top + (viewBox->Height() - height) * ratio.alignY, width, height);
     }
     m_differences.CompareFrame(root, scene.viewBox, scene.width, scene.height);
 }
@@ -147,8 +154,8 @@ bool Walker::EnterTransform(const Node& node, Context& context) {
         const Declaration* const source = style.SourceOf(Attr::Transform);
         const bool isAttribute = source && source->origin == Origin::Attribute;
         const TransformUnits units{{context.viewWidth, context.viewHeight}, style.fontSize, 16};
-        local = ReadTransform(style.transform, isAttribute ? TransformSyntax::Attribute : TransformSyntax::Style,
-                              units)
+        local = ReadTransform(style.transform,
+                              isAttribute ? TransformSyntax::Attribute : TransformSyntax::Style, units)
                     .value_or(Matrix{});
         if (!style.transformOrigin.empty() || style.isBoxOrigin) {
             const Box box = style.isBoxOrigin ? ObjectBox(node, context)

@@ -57,7 +57,8 @@ private:
     Paint PlainPaint(PaintValue::Kind kind, const Color& color, double alpha, const Context& context) const;
     const Node* FindPattern(const PaintValue& value) const;
     /// None where the path has no box to place the gradient in.
-    std::optional<Paint> PlaceGradient(const Node& node, double alpha, const Path& path, const Context& context);
+    std::optional<Paint> PlaceGradient(const Node& node, double alpha, const Path& path,
+                                       const Context& context);
     /// The transform of a gradient or pattern, about its `transform-origin`.
     Matrix AboutOrigin(const Node& node, const Matrix& transform, bool isUserSpace, const Context& context);
     std::vector<GradientStop> ReadStops(const Node& node, const Context& context);
@@ -94,7 +95,8 @@ private:
     const bool m_hasContextPaints; ///< The text has a "context-fill" or "context-stroke" somewhere.
     uint32_t m_visits = 0;
     bool m_isSizeUnknown = false;
-    bool m_isMeasuring = false; ///< Only boxes are wanted: what is not painted counts, and nothing is reported.
+    bool m_isMeasuring =
+        false; ///< Only boxes are wanted: what is not painted counts, and nothing is reported.
 };
 
 } // namespace ozm::conform

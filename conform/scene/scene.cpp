@@ -13,7 +13,8 @@ double Scene::Tolerance() const {
 bool IsUprightRectangle(const Path& path) {
     using enum Verb;
     constexpr Verb kVerbs[] = {Move, Line, Line, Line, Close};
-    if (!std::equal(path.Verbs().begin(), path.Verbs().end(), std::begin(kVerbs), std::end(kVerbs))) return false;
+    if (!std::equal(path.Verbs().begin(), path.Verbs().end(), std::begin(kVerbs), std::end(kVerbs)))
+        return false;
     const std::vector<Point>& p = path.Points();
     const bool isAcross = p[0].y == p[1].y && p[1].x == p[2].x && p[2].y == p[3].y && p[3].x == p[0].x;
     const bool isDown = p[0].x == p[1].x && p[1].y == p[2].y && p[2].x == p[3].x && p[3].y == p[0].y;

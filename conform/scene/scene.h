@@ -27,9 +27,9 @@ enum class GradientSpread : uint8_t { Pad, Reflect, Repeat };
 /// A gradient in a coordinate system of its own.
 struct Gradient {
     bool isRadial = false;
-    Matrix matrix; ///< From the gradient's coordinates to those of the drawing.
-    Point start, end;            ///< Linear.
-    Point center, focus;         ///< Radial.
+    Matrix matrix;       ///< From the gradient's coordinates to those of the drawing.
+    Point start, end;    ///< Linear.
+    Point center, focus; ///< Radial.
     double radius = 0, focalRadius = 0;
     GradientSpread spread = GradientSpread::Pad;
     std::vector<GradientStop> stops;
@@ -39,8 +39,8 @@ struct Gradient {
 struct Paint {
     enum class Kind : uint8_t { None, Color, Gradient };
     Kind kind = Kind::None;
-    Color color;              ///< Of a gradient only the alpha counts, on top of that of its stops.
-    bool isTintable = false;  ///< The default colour, which an application may replace.
+    Color color;             ///< Of a gradient only the alpha counts, on top of that of its stops.
+    bool isTintable = false; ///< The default colour, which an application may replace.
     const Gradient* gradient = nullptr;
 
     explicit operator bool() const { return kind != Kind::None; }

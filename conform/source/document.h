@@ -26,16 +26,17 @@ struct Attribute {
 /// One element.
 struct Node {
     Tag tag = Tag::Other;
-    /// Ozmira sees the element under this name: no prefix before it, and written in the text, not in an entity.
+    /// Ozmira sees the element under this name: no prefix before it, and written in the text, not in an
+    /// entity.
     bool isPlain = true;
-    bool hasText = false;       ///< Of `text`: something other than spaces is in it.
-    uint32_t offset = 0;        ///< Byte of the start tag.
-    uint32_t index = 0;         ///< Among all elements, in the order of the text.
-    uint32_t childIndex = 0;    ///< Among the elements of the parent.
+    bool hasText = false;    ///< Of `text`: something other than spaces is in it.
+    uint32_t offset = 0;     ///< Byte of the start tag.
+    uint32_t index = 0;      ///< Among all elements, in the order of the text.
+    uint32_t childIndex = 0; ///< Among the elements of the parent.
     std::string_view localName;
     std::span<const Attribute> attributes;
-    std::string_view text;      ///< Of `style` and `title`: the text in it.
-    uint32_t textOffset = 0;    ///< Byte of that text.
+    std::string_view text;   ///< Of `style` and `title`: the text in it.
+    uint32_t textOffset = 0; ///< Byte of that text.
     Node* parent = nullptr;
     Node* firstChild = nullptr;
     Node* lastChild = nullptr;

@@ -7,7 +7,8 @@
 namespace ozm::conform {
 namespace {
 
-template <typename Value> struct Entry {
+template <typename Value>
+struct Entry {
     std::string_view name;
     Value value;
 };
@@ -126,7 +127,8 @@ constexpr Entry<Attr> kAttrs[] = {
     {"y2", Attr::Y2},
 };
 
-template <typename Value> constexpr bool IsBefore(const Entry<Value>& a, const Entry<Value>& b) {
+template <typename Value>
+constexpr bool IsBefore(const Entry<Value>& a, const Entry<Value>& b) {
     return a.name < b.name;
 }
 static_assert(std::is_sorted(std::begin(kTags), std::end(kTags), IsBefore<Tag>));

@@ -17,9 +17,7 @@ constexpr std::string_view kXLink = "http://www.w3.org/1999/xlink";
 /// Between the parts of a name. No namespace in use has a line break in its name.
 constexpr char kSeparator = '\n';
 
-bool IsBlank(std::string_view text) {
-    return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
+bool IsBlank(std::string_view text) { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
 
 /// True for comments that say who may use the drawing.
 bool IsLicence(std::string_view comment) {
@@ -36,7 +34,8 @@ bool IsLicence(std::string_view comment) {
 } // namespace
 
 /// Expat is C: nothing may be thrown through it.
-template <auto Method, typename... Arguments> void XMLReader::Handle(void* self, Arguments... arguments) {
+template <auto Method, typename... Arguments>
+void XMLReader::Handle(void* self, Arguments... arguments) {
     XMLReader& reader = *static_cast<XMLReader*>(self);
     if (reader.m_isOutOfMemory || reader.m_document.m_fault != XMLFault::None) return;
     try {
@@ -72,7 +71,8 @@ void XMLReader::Read() {
     if (m_document.m_fault == XMLFault::None) {
         m_document.m_fault = XMLFault::IllFormed;
         m_document.m_faultMessage = XML_ErrorString(error);
-        m_document.m_faultOffset = static_cast<uint32_t>(std::max<XML_Index>(0, XML_GetCurrentByteIndex(parser)));
+        m_document.m_faultOffset =
+            static_cast<uint32_t>(std::max<XML_Index>(0, XML_GetCurrentByteIndex(parser)));
     }
 }
 

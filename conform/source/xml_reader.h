@@ -25,7 +25,8 @@ private:
         std::string_view space, local, prefix;
     };
 
-    template <auto Method, typename... Arguments> static void Handle(void* self, Arguments... arguments);
+    template <auto Method, typename... Arguments>
+    static void Handle(void* self, Arguments... arguments);
     void StartElement(const char* name, const char** attributes);
     void EndElement(const char* name);
     void CharacterData(const char* text, int length);

@@ -1,8 +1,8 @@
 #include "split/areas.h"
 
+#include "base/limits.h"
 #include "geometry/area.h"
 #include "geometry/dash.h"
-#include "base/limits.h"
 
 #include <algorithm>
 #include <optional>
@@ -16,7 +16,8 @@ bool IsOpaquePaint(const Paint& paint) {
     if (paint.color.alpha < 1) return false;
     if (paint.kind != Paint::Kind::Gradient) return true;
     const std::vector<GradientStop>& stops = paint.gradient->stops;
-    return std::all_of(stops.begin(), stops.end(), [](const GradientStop& stop) { return stop.color.alpha >= 1; });
+    return std::all_of(stops.begin(), stops.end(),
+                       [](const GradientStop& stop) { return stop.color.alpha >= 1; });
 }
 
 Path CutToClips(Path path, const Clip* clip, double tolerance) {
@@ -47,7 +48,8 @@ Path FillArea(const Shape& shape, double tolerance) {
 Path StrokeOutline(const Shape& shape, double tolerance) {
     const double scale = std::max(1e-9, MeanScale(shape.matrix));
     const std::optional<Path> dashes =
-        shape.dashes.empty() ? std::nullopt : DashesOf(shape.path, shape.dashes, shape.dashPhase, kMaximumDashes);
+        shape.dashes.empty() ? std::nullopt
+                             : DashesOf(shape.path, shape.dashes, shape.dashPhase, kMaximumDashes);
     return OutlineOf(dashes ? *dashes : shape.path, shape.pen, tolerance / scale);
 }
 

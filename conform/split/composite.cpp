@@ -83,7 +83,9 @@ bool Splitter::Composite(std::vector<Shape>& shapes) {
     std::vector<Shape> mixed;
     for (Piece& piece : compositor.Pieces()) {
         if (!(piece.alpha > 0)) continue;
-        const auto byte = [&](double value) { return static_cast<uint8_t>(std::lround(value / piece.alpha)); };
+        const auto byte = [&](double value) {
+            return static_cast<uint8_t>(std::lround(value / piece.alpha));
+        };
         const Color color{byte(piece.r), byte(piece.g), byte(piece.b), piece.alpha};
         Shape shape = FilledWith(shapes.front(), std::move(piece.area), Paint::Of(color));
         shape.clip = nullptr;

@@ -1,8 +1,8 @@
 #include "split/splitter.h"
 
+#include "base/limits.h"
 #include "geometry/area.h"
 #include "geometry/dash.h"
-#include "base/limits.h"
 #include "split/areas.h"
 
 #include <algorithm>
@@ -44,7 +44,8 @@ std::vector<Shape> Splitter::ApplyMask(const Group& group, const std::vector<Sha
     for (const MaskLevel& level : group.mask) {
         std::vector<Shape> part = shapes;
         for (Shape& shape : part) {
-            shape.clip = &m_scene.clips.emplace_back(Clip{level.area, shape.clip, IsUprightRectangle(level.area)});
+            shape.clip =
+                &m_scene.clips.emplace_back(Clip{level.area, shape.clip, IsUprightRectangle(level.area)});
         }
         Group share;
         share.opacity = level.share;
@@ -56,8 +57,9 @@ std::vector<Shape> Splitter::ApplyMask(const Group& group, const std::vector<Sha
 }
 
 void Splitter::SplitShape(Shape shape, std::vector<Shape>& out) {
-    const bool isPlain = shape.fill.kind != Paint::Kind::Gradient && shape.stroke.kind != Paint::Kind::Gradient &&
-                         shape.dashes.empty() && !m_outlineStrokes;
+    const bool isPlain = shape.fill.kind != Paint::Kind::Gradient &&
+                         shape.stroke.kind != Paint::Kind::Gradient && shape.dashes.empty() &&
+                         !m_outlineStrokes;
     if (!shape.stroke || isPlain) {
         out.push_back(std::move(shape));
         return;
@@ -72,9 +74,9 @@ void Splitter::SplitShape(Shape shape, std::vector<Shape>& out) {
 }
 
 void Splitter::SplitStroke(const Shape& shape, std::vector<Shape>& out) {
-    // Caps turn a dash without length into a dot, which has a direction that no path can tell.
-    const bool hasDots = shape.pen.cap != LineCap::Butt && HasEmptyDash(shape.dashes);
-    if (shape.stroke.kind == Paint::Kind::Gradient || m_outlineStrokes || hasDots) {
+    // Square caps turn a dash without length into a square, whose direction no path can tell.
+    const bool hasSquares = shape.pen.cap == LineCap::Square && HasEmptyDash(shape.dashes);
+    if (shape.stroke.kind == Paint::Kind::Gradient || m_outlineStrokes || hasSquares) {
         m_hasOutlined |= m_outlineStrokes;
         Path outline = Transformed(StrokeOutline(shape, m_scene.Tolerance() / 4), shape.matrix);
         if (!outline.IsEmpty()) out.push_back(FilledWith(shape, std::move(outline), shape.stroke));
@@ -158,9 +160,11 @@ bool Splitter::CutHidden(std::vector<Shape>& shapes) {
     for (size_t i = 0; i < shapes.size(); ++i) {
         Path above;
         for (size_t j = i + 1; j < shapes.size(); ++j) {
-            if (!boxes[i].Overlaps(boxes[j]) || !Overlap({areas[i]}, {areas[j]}, m_scene.Tolerance())) continue;
+            if (!boxes[i].Overlaps(boxes[j]) || !Overlap({areas[i]}, {areas[j]}, m_scene.Tolerance()))
+                continue;
             if (!IsOpaque(shapes[j])) return false;
-            above = above.IsEmpty() ? areas[j] : Combine(AreaOperation::Union, {above}, {areas[j]}, tolerance);
+            above =
+                above.IsEmpty() ? areas[j] : Combine(AreaOperation::Union, {above}, {areas[j]}, tolerance);
         }
         const Shape& shape = shapes[i];
         const bool isSingle = !(shape.fill && shape.stroke);

@@ -157,8 +157,7 @@ std::optional<Color> ReadFunction(std::string_view name, std::string_view text) 
             white /= sum;
             black /= sum;
         }
-        color = FromHue(first.value,
-                        [&](double k) { return white + (1 - white - black) * (0.5 - 0.5 * k); });
+        color = FromHue(first.value, [&](double k) { return white + (1 - white - black) * (0.5 - 0.5 * k); });
     } else {
         return {};
     }

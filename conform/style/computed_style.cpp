@@ -52,8 +52,8 @@ std::optional<double> ReadFontSize(std::string_view text, double parent) {
     constexpr struct {
         std::string_view name;
         double size;
-    } kSizes[] = {{"medium", 16}, {"small", 13}, {"large", 18}, {"x-small", 10}, {"x-large", 24},
-                  {"xx-small", 9}, {"xx-large", 32}};
+    } kSizes[] = {{"medium", 16},  {"small", 13},   {"large", 18},   {"x-small", 10},
+                  {"x-large", 24}, {"xx-small", 9}, {"xx-large", 32}};
     for (const auto& [name, size] : kSizes) {
         if (EqualsIgnoringCase(text, name)) return size;
     }
@@ -119,13 +119,15 @@ private:
     }
 
     /// Sets a member to a value that may be invalid.
-    template <typename Value> static bool Assign(Value& member, const std::optional<Value>& value) {
+    template <typename Value>
+    static bool Assign(Value& member, const std::optional<Value>& value) {
         if (value) member = *value;
         return value.has_value();
     }
 
     /// Sets a member to one of the values that words stand for.
-    template <typename Value> struct Word {
+    template <typename Value>
+    struct Word {
         std::string_view word;
         Value value;
     };
@@ -159,8 +161,9 @@ private:
     }
 
     bool SetOverflow(std::string_view text) {
-        if (!Choose(m_style.isOverflowVisible, text,
-                    {{"visible", true}, {"auto", true}, {"hidden", false}, {"scroll", false}, {"clip", false}})) {
+        if (!Choose(
+                m_style.isOverflowVisible, text,
+                {{"visible", true}, {"auto", true}, {"hidden", false}, {"scroll", false}, {"clip", false}})) {
             return false;
         }
         m_style.isOverflowSet = true;
@@ -304,7 +307,8 @@ void ResetUninherited(ComputedStyle& style) {
     style.hasNonScalingStroke = style.isAlphaMask = style.isBoxOrigin = false;
     style.stopColor = kInitial.stopColor;
     style.stopOpacity = 1;
-    std::fill(style.sources.begin() + static_cast<ptrdiff_t>(kLastInherited) + 1, style.sources.end(), nullptr);
+    std::fill(style.sources.begin() + static_cast<ptrdiff_t>(kLastInherited) + 1, style.sources.end(),
+              nullptr);
 }
 
 } // namespace

@@ -17,9 +17,9 @@ struct Declaration {
     Attr property = Attr::Other;
     Origin origin = Origin::Attribute;
     bool isImportant = false;
-    std::string_view value;   ///< Trimmed, without comments.
-    uint32_t offset = 0;      ///< Byte of the declaration in the text of the drawing.
-    uint64_t precedence = 0;  ///< Of a style sheet's rule: specificity, then order.
+    std::string_view value;      ///< Trimmed, without comments.
+    uint32_t offset = 0;         ///< Byte of the declaration in the text of the drawing.
+    uint64_t precedence = 0;     ///< Of a style sheet's rule: specificity, then order.
     const Node* owner = nullptr; ///< The element that it applies to.
 };
 

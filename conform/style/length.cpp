@@ -13,10 +13,10 @@ constexpr struct {
     double factor;
     Unit unit;
 } kUnits[] = {
-    {"px", 1, Unit::User},         {"%", 1, Unit::Percent},       {"em", 1, Unit::Em},
-    {"pt", 4.0 / 3, Unit::User},   {"mm", 96 / 25.4, Unit::User}, {"cm", 96 / 2.54, Unit::User},
-    {"in", 96, Unit::User},        {"pc", 16, Unit::User},        {"ex", 1, Unit::Ex},
-    {"rem", 1, Unit::Rem},         {"q", 96 / 101.6, Unit::User},
+    {"px", 1, Unit::User},       {"%", 1, Unit::Percent},       {"em", 1, Unit::Em},
+    {"pt", 4.0 / 3, Unit::User}, {"mm", 96 / 25.4, Unit::User}, {"cm", 96 / 2.54, Unit::User},
+    {"in", 96, Unit::User},      {"pc", 16, Unit::User},        {"ex", 1, Unit::Ex},
+    {"rem", 1, Unit::Rem},       {"q", 96 / 101.6, Unit::User},
 };
 
 } // namespace

@@ -12,8 +12,20 @@ namespace ozm::conform {
 /// A condition on one element.
 struct SimpleSelector {
     enum class Kind : uint8_t {
-        Type, Class, Id, HasAttribute, AttributeIs, AttributeHasWord, AttributeHasPrefix, AttributeHasSuffix,
-        AttributeContains, AttributeHasDash, FirstChild, LastChild, OnlyChild, Root,
+        Type,
+        Class,
+        Id,
+        HasAttribute,
+        AttributeIs,
+        AttributeHasWord,
+        AttributeHasPrefix,
+        AttributeHasSuffix,
+        AttributeContains,
+        AttributeHasDash,
+        FirstChild,
+        LastChild,
+        OnlyChild,
+        Root,
     };
     Kind kind;
     std::string_view name, value;

@@ -59,7 +59,8 @@ StyleSheets::StyleSheets(const Document& document)
     : m_byNode(document.NodeCount()), m_budget(kMaximumSelectorTests) {
     for (const Node* const sheet : document.StyleSheets()) {
         const std::string_view type = sheet->Get(Attr::Type);
-        if (type.empty() || EqualsIgnoringCase(type, "text/css")) ReadSheet(sheet->text, sheet->textOffset, 0);
+        if (type.empty() || EqualsIgnoringCase(type, "text/css"))
+            ReadSheet(sheet->text, sheet->textOffset, 0);
     }
 }
 

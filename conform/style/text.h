@@ -18,8 +18,8 @@ constexpr std::string_view Trim(std::string_view text) {
 
 /// True when the text begins with `prefix`, which is in lower case.
 constexpr bool StartsWithIgnoringCase(std::string_view text, std::string_view prefix) {
-    return text.size() >= prefix.size() &&
-           std::equal(prefix.begin(), prefix.end(), text.begin(), [](char a, char b) { return a == ToLower(b); });
+    return text.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), text.begin(),
+                                                      [](char a, char b) { return a == ToLower(b); });
 }
 /// True when the text is `word`, which is in lower case.
 constexpr bool EqualsIgnoringCase(std::string_view text, std::string_view word) {

@@ -153,7 +153,8 @@ bool ReadsFromStyle(std::string_view styleText, std::string_view property, std::
     std::pair<StringView, StringView> declaration;
     bool isRead = false;
     while (parser.ParseCSSStylePropertyDeclaration(text, declaration, consumed)) {
-        if (std::string_view(declaration.first) == property) isRead = std::string_view(declaration.second) == value;
+        if (std::string_view(declaration.first) == property)
+            isRead = std::string_view(declaration.second) == value;
         text = text.CutFront(consumed.length);
     }
     return isRead;

@@ -10,7 +10,8 @@ namespace {
 double ReadCoordinate(std::string_view raw, bool isUserSpace, double otherwise) {
     Dimension dimension{};
     dimension.value = otherwise;
-    if (!SVGParser().ParseDimension(StringView(raw), dimension, SVGParser::UnitAttributeFormat::CaseSensitive)) {
+    if (!SVGParser().ParseDimension(StringView(raw), dimension,
+                                    SVGParser::UnitAttributeFormat::CaseSensitive)) {
         return otherwise;
     }
     const bool isShare = dimension.unit == Dimension::Unit::Percent && !isUserSpace;
@@ -97,7 +98,7 @@ OzmiraGradient ReadOzmiraGradient(const Node& node) {
         const auto raw = OzmiraAttribute(node, attr);
         return raw ? ReadCoordinate(*raw, gradient.isUserSpace, otherwise) : otherwise;
     };
-    double (&at)[5] = gradient.coordinates;
+    double(&at)[5] = gradient.coordinates;
     if (node.tag == Tag::LinearGradient) {
         at[0] = coordinate(Attr::X1, 0);
         at[1] = coordinate(Attr::Y1, 0);
@@ -110,7 +111,8 @@ OzmiraGradient ReadOzmiraGradient(const Node& node) {
         at[3] = coordinate(Attr::Fx, at[0]);
         at[4] = coordinate(Attr::Fy, at[1]);
     }
-    if (const auto raw = OzmiraAttribute(node, Attr::GradientTransform)) gradient.transform = OzmiraTransform(*raw);
+    if (const auto raw = OzmiraAttribute(node, Attr::GradientTransform))
+        gradient.transform = OzmiraTransform(*raw);
     for (const Node* child = node.firstChild; child; child = child->nextSibling) {
         if (child->tag == Tag::Stop && child->isPlain) gradient.stops.push_back(ReadStop(*child));
     }

@@ -1,13 +1,15 @@
 #include "write/drawing_writer.h"
 
+#include "base/limits.h"
 #include "geometry/number_text.h"
 #include "geometry/path_writer.h"
-#include "base/limits.h"
 #include "split/areas.h"
 #include "write/precision.h"
 #include "write/shape_writer.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <span>
 #include <string_view>
 #include <unordered_map>
@@ -15,6 +17,9 @@
 
 namespace ozm::conform {
 namespace {
+
+/// How many items further a group may still turn out to save more.
+constexpr size_t kLookAhead = 32;
 
 void AppendEscaped(std::string_view text, std::string& out) {
     for (const char c : text) {
@@ -108,7 +113,8 @@ private:
         const Box painted = PaintedBox(shape);
         for (const Clip* clip = shape.clip; clip; clip = clip->outer) {
             // A rectangle around everything cuts nothing off.
-            if (clip->isRectangle && BoxOf(clip->path).Grown(m_scene.Tolerance() * 1e-3).Contains(painted)) continue;
+            if (clip->isRectangle && BoxOf(clip->path).Grown(m_scene.Tolerance() * 1e-3).Contains(painted))
+                continue;
             ids.push_back(&IdOf(*clip));
         }
         std::reverse(ids.begin(), ids.end());
@@ -139,30 +145,69 @@ private:
             const auto end = std::find_if(items.begin(), items.end(),
                                           [&](const WrittenItem& item) { return clipOf(item) != clip; });
             const std::span<const WrittenItem> run(items.begin(), end);
-            if (clip) {
+            const bool isLast = run.size() == 1 && run.front().clips.size() == depth + 1;
+            if (!clip) {
+                WriteRun(run, {});
+            } else if (isLast && !run.front().shape.hasTransform) {
+                WriteItem(run.front(), {}, " clip-path=\"url(#" + *clip + ")\"");
+            } else {
                 m_body += "<g clip-path=\"url(#" + *clip + ")\">";
                 WriteClipped(run, depth + 1);
                 m_body += "</g>";
-            } else {
-                WriteRun(run);
             }
             items = items.subspan(run.size());
         }
     }
 
-    /// The attributes that all items have and a group may give them.
-    static StyleAttributes CommonStyle(std::span<const WrittenItem> items) {
+    /// The attributes that two items have alike and a group may give them.
+    static StyleAttributes CommonStyle(const StyleAttributes& a, const StyleAttributes& b) {
         StyleAttributes common;
-        for (const auto& attribute : items.front().shape.style) {
-            // A gradient would stay in force under other fills, and opacity would be multiplied.
-            if (attribute.first == "opacity" || attribute.second.starts_with("url(")) continue;
-            const bool isCommon = std::all_of(items.begin(), items.end(), [&](const WrittenItem& item) {
-                const std::string* const other = FindAttribute(item.shape.style, attribute.first);
-                return other && *other == attribute.second;
-            });
-            if (isCommon) common.push_back(attribute);
+        for (const auto& [name, value] : a) {
+            const std::string* const other = FindAttribute(b, name);
+            if (other && *other == value) common.emplace_back(name, value);
         }
         return common;
+    }
+
+    /// The attributes of an item that a group may give it and that no group around it does.
+    static StyleAttributes SharableStyle(const WrittenItem& item, const StyleAttributes& outer) {
+        StyleAttributes style;
+        for (const auto& [name, value] : item.shape.style) {
+            // A gradient would stay in force under other fills, and opacity would be multiplied.
+            if (name == "opacity" || value.starts_with("url(") || FindAttribute(outer, name)) continue;
+            style.emplace_back(name, value);
+        }
+        return style;
+    }
+
+    /// Bytes that writing these attributes once instead of `count` times saves.
+    static ptrdiff_t SavingOf(const StyleAttributes& style, size_t count) {
+        size_t bytes = 0;
+        for (const auto& [name, value] : style) bytes += name.size() + value.size() + std::strlen(" =\"\"");
+        return static_cast<ptrdiff_t>(bytes * (count - 1)) - static_cast<ptrdiff_t>(std::strlen("<g></g>"));
+    }
+
+    /// The items at the front that are best written as a group, and what they have in common.
+    struct Front {
+        size_t count = 1;
+        StyleAttributes common;
+    };
+
+    static Front BestFront(std::span<const WrittenItem> items, const StyleAttributes& outer) {
+        Front best;
+        ptrdiff_t bestSaving = 0;
+        StyleAttributes common = SharableStyle(items.front(), outer);
+        for (size_t count = 2; count <= items.size() && !common.empty(); ++count) {
+            common = CommonStyle(common, items[count - 1].shape.style);
+            const ptrdiff_t saving = SavingOf(common, count);
+            if (saving > bestSaving) {
+                bestSaving = saving;
+                best = {count, common};
+            } else if (count > best.count + kLookAhead) {
+                break;
+            }
+        }
+        return best;
     }
 
     void WriteStyle(const StyleAttributes& style, const StyleAttributes& outer) {
@@ -174,19 +219,29 @@ private:
         }
     }
 
-    void WriteRun(std::span<const WrittenItem> items) {
-        const StyleAttributes common = items.size() > 1 ? CommonStyle(items) : StyleAttributes();
-        if (!common.empty()) {
-            m_body += "<g";
-            WriteStyle(common, {});
-            m_body += '>';
+    void WriteItem(const WrittenItem& item, const StyleAttributes& outer, const std::string& more) {
+        m_body += '<' + item.shape.element;
+        WriteStyle(item.shape.style, outer);
+        m_body += more + "/>";
+    }
+
+    /// Writes items under the same clip paths; `outer` is the style that groups around them give.
+    void WriteRun(std::span<const WrittenItem> items, const StyleAttributes& outer) {
+        while (!items.empty()) {
+            const Front front = BestFront(items, outer);
+            if (front.count == 1) {
+                WriteItem(items.front(), outer, {});
+            } else {
+                m_body += "<g";
+                WriteStyle(front.common, {});
+                m_body += '>';
+                StyleAttributes inner = outer;
+                inner.insert(inner.end(), front.common.begin(), front.common.end());
+                WriteRun(items.first(front.count), inner);
+                m_body += "</g>";
+            }
+            items = items.subspan(front.count);
         }
-        for (const WrittenItem& item : items) {
-            m_body += '<' + item.shape.element;
-            WriteStyle(item.shape.style, common);
-            m_body += "/>";
-        }
-        if (!common.empty()) m_body += "</g>";
     }
 
     const Scene& m_scene;

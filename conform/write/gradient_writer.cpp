@@ -1,8 +1,8 @@
 #include "write/gradient_writer.h"
 
+#include "base/limits.h"
 #include "geometry/number_text.h"
 #include "geometry/transform_reader.h"
-#include "base/limits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -29,8 +29,8 @@ Repetitions RepetitionsOver(const Gradient& gradient, const Matrix& matrix, cons
     Repetitions range;
     if (!inverse) return range;
     double first = 0, last = 1;
-    for (const Point corner : {Point{box.left, box.top}, Point{box.right, box.top}, Point{box.left, box.bottom},
-                               Point{box.right, box.bottom}}) {
+    for (const Point corner : {Point{box.left, box.top}, Point{box.right, box.top},
+                               Point{box.left, box.bottom}, Point{box.right, box.bottom}}) {
         const Point p = inverse->Map(corner);
         if (gradient.isRadial) {
             const double reach = gradient.radius - Distance(gradient.center, gradient.focus);
@@ -153,7 +153,8 @@ const std::string& GradientWriter::IdOf(const Gradient& gradient, const Matrix& 
     } else if (gradient.isRadial && gradient.focalRadius > 0) {
         placed = WithoutFocalRadius(gradient);
     }
-    const std::string attributes = placed.isRadial ? RadialAttributes(placed, matrix) : LinearAttributes(placed, matrix);
+    const std::string attributes =
+        placed.isRadial ? RadialAttributes(placed, matrix) : LinearAttributes(placed, matrix);
     const std::string_view tag = placed.isRadial ? "radialGradient" : "linearGradient";
     std::string body(tag);
     body += attributes;

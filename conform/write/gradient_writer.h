@@ -12,8 +12,8 @@ class GradientWriter {
 public:
     GradientWriter(const Box& viewBox, int decimals) : m_viewBox(viewBox), m_decimals(decimals) {}
 
-    /// The id of the gradient for use in the coordinates that `inverse` maps those of the drawing to. Gradients
-    /// that come out the same are written once.
+    /// The id of the gradient for use in the coordinates that `inverse` maps those of the drawing to.
+    /// Gradients that come out the same are written once.
     const std::string& IdOf(const Gradient& gradient, const Matrix& inverse);
 
     /// The elements written so far.

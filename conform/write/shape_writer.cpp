@@ -1,9 +1,9 @@
 #include "write/shape_writer.h"
 
-#include "geometry/winding.h"
 #include "geometry/number_text.h"
 #include "geometry/path_writer.h"
 #include "geometry/transform_reader.h"
+#include "geometry/winding.h"
 
 #include <algorithm>
 #include <cmath>
@@ -70,7 +70,8 @@ int DecimalsBefore(const Matrix& matrix, int decimals) {
 
 } // namespace
 
-std::string ShapeWriter::PrimitiveElement(const Primitive& primitive, const Matrix& matrix, int decimals) const {
+std::string ShapeWriter::PrimitiveElement(const Primitive& primitive, const Matrix& matrix,
+                                          int decimals) const {
     if (const auto* const rectangle = std::get_if<Rectangle>(&primitive)) {
         return RectangleElement(*rectangle, matrix, decimals);
     }
@@ -90,7 +91,8 @@ WrittenShape ShapeWriter::Write(const Shape& shape) {
     const int decimals = keepsTransform ? DecimalsBefore(kept, m_decimals) : m_decimals;
     Path path = Transformed(shape.path, applied);
 
-    const bool hasPrimitive = !std::holds_alternative<std::monostate>(shape.primitive) && IsUprightScaling(applied);
+    const bool hasPrimitive =
+        !std::holds_alternative<std::monostate>(shape.primitive) && IsUprightScaling(applied);
     if (hasPrimitive) out.element = PrimitiveElement(shape.primitive, applied, decimals);
     if (out.element.empty()) {
         std::string data;
@@ -101,10 +103,12 @@ WrittenShape ShapeWriter::Write(const Shape& shape) {
     }
     if (keepsTransform) {
         const Box box = BoxOf(path);
-        const double extent = std::max({std::abs(box.left), std::abs(box.right), std::abs(box.top), std::abs(box.bottom)});
+        const double extent =
+            std::max({std::abs(box.left), std::abs(box.right), std::abs(box.top), std::abs(box.bottom)});
         std::string transform;
         WriteTransform(kept, m_decimals, extent, transform);
-        if (!transform.empty()) Add(out.element, "transform", transform);
+        out.hasTransform = !transform.empty();
+        if (out.hasTransform) Add(out.element, "transform", transform);
     }
     WriteFill(shape, path, Inverse(kept).value_or(Matrix{}), out);
     if (shape.stroke) WriteStroke(shape, keepsTransform ? 1 : *scale, decimals, out);

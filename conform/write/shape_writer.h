@@ -12,6 +12,7 @@ namespace ozm::conform {
 struct WrittenShape {
     std::string element; ///< `path d="..."`, without the angle brackets.
     StyleAttributes style;
+    bool hasTransform = false; ///< The element has coordinates of its own.
 };
 
 /// Writes shapes of a scene, each with at most one gradient and no dashes.

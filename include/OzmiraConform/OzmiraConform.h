@@ -22,9 +22,9 @@ std::string_view SeverityName(Severity severity);
 
 /// One difference between Ozmira and a browser, and where it is caused.
 struct Finding {
-    uint32_t line = 1;         ///< From 1.
-    uint32_t column = 1;       ///< From 1, in characters (code points of UTF-8).
-    std::string_view rule;     ///< Its identifier, such as "relative-after-z"; lives forever.
+    uint32_t line = 1;     ///< From 1.
+    uint32_t column = 1;   ///< From 1, in characters (code points of UTF-8).
+    std::string_view rule; ///< Its identifier, such as "relative-after-z"; lives forever.
     Severity severity = Severity::Warning;
     std::string message;       ///< What is different: one sentence without a full stop.
     std::string_view remedy;   ///< What to do about it; lives forever.
@@ -60,8 +60,8 @@ struct Options {
 
 /// What became of a drawing.
 struct Result {
-    /// The drawing for Ozmira; the input itself, byte for byte, when it has no error and no warning. Empty when
-    /// refused.
+    /// The drawing for Ozmira; the input itself, byte for byte, when it has no error and no warning. Empty
+    /// when refused.
     std::string text;
     /// What was found in the input: the causes of each change, and of a refusal.
     std::vector<Finding> findings;
