@@ -12,6 +12,10 @@ Point EndDirection(const Point (&curve)[4]);
 /// Finds where a curve stops and turns back: at most two places, in order. Returns their number.
 int FindCusps(const Point (&curve)[4], double (&parameters)[2]);
 
+/// True when the curve at a distance to the left runs against this one all along, because this one is bent
+/// more tightly than the distance allows.
+bool IsTight(const Point (&curve)[4], double distance);
+
 /// Appends the curve at a distance to the left of `curve` (seen along it, with y downwards), from the pen,
 /// which has to be at its start already. It is off by at most `tolerance` except around cusps.
 void AppendOffset(const Point (&curve)[4], double distance, double tolerance, Path& path);

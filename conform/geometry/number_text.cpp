@@ -70,7 +70,7 @@ bool ReadNumber(const char*& begin, const char* end, double& value) {
         const StringView text{digitsBegin, static_cast<uint64_t>(p - digitsBegin)};
         magnitude = text.toDouble();
         if (magnitude == 0 && digits.significand != 0 && hasExponent) {
-            const char* e = p;
+            const char* e = p - 1;
             while (*e != 'e' && *e != 'E') --e;
             if (e[1] != '-') return false;
         }

@@ -259,7 +259,16 @@ private:
 /// `decimals`, or as many as the largest coordinate leaves room for.
 int FittingDecimals(const Path& path, int decimals) {
     double largest = 0;
-    for (const Point p : path.Points()) largest = std::max({largest, std::abs(p.x), std::abs(p.y)});
+    const std::vector<Verb>& verbs = path.Verbs();
+    const Point* p = path.Points().data();
+    for (size_t i = 0; i < verbs.size(); ++i) {
+        const int points = verbs[i] == Verb::Cubic ? 3 : verbs[i] == Verb::Close ? 0 : 1;
+        const bool isLeftOut =
+            verbs[i] == Verb::Move && (i + 1 == verbs.size() || verbs[i + 1] == Verb::Move);
+        for (const Point* const end = p + points; p != end; ++p) {
+            if (!isLeftOut) largest = std::max({largest, std::abs(p->x), std::abs(p->y)});
+        }
+    }
     decimals = std::clamp(decimals, kMinDecimals, kMaxDecimals);
     while (decimals > kMinDecimals && largest * std::pow(10.0, decimals) > kMaxUnits) --decimals;
     return decimals;

@@ -20,6 +20,8 @@ struct Piece {
     Point startDirection, endDirection;
     /// The curve turns back where it is joined to another part of it; such joins are always round.
     bool startsAtCusp, endsAtCusp;
+    /// The pieces before and after cover what the left side of this curve does.
+    bool isCovered = false;
 
     Piece Reversed() const {
         return {isLine,        {points[3], points[2], points[1], points[0]},
@@ -111,8 +113,30 @@ private:
     Point StartNormal(const Piece& piece) const { return LeftOf(piece.startDirection) * m_half; }
     Point EndNormal(const Piece& piece) const { return LeftOf(piece.endDirection) * m_half; }
 
+    /// Finds rounded corners that are too tight for the pen: between two lines long enough, what lies inside
+    /// of them is painted anyway.
+    void FindCovered(bool isClosed) {
+        const size_t count = m_pieces.size();
+        const auto hasRoom = [&](const Piece& piece) { return piece.isLine && piece.LineLength() >= m_half; };
+        for (size_t i = 0; i < count; ++i) {
+            Piece& piece = m_pieces[i];
+            const bool isAtEnd = !isClosed && (i == 0 || i + 1 == count);
+            constexpr double kSharpest = -0.17; // The cosine of 100 degrees.
+            piece.isCovered = !piece.isLine && !isAtEnd &&
+                              Dot(piece.startDirection, piece.endDirection) > kSharpest &&
+                              hasRoom(m_pieces[(i + count - 1) % count]) &&
+                              hasRoom(m_pieces[(i + 1) % count]) && IsTight(piece.points, m_half);
+        }
+    }
+
     /// Draws the outline on the left of a closed subpath.
     void AddClosedSide() {
+        FindCovered(true);
+        // A ring of such curves leaves no hole.
+        const bool hasHole = std::any_of(m_pieces.begin(), m_pieces.end(), [&](const Piece& piece) {
+            return piece.isLine || !IsTight(piece.points, m_half);
+        });
+        if (!hasHole) return;
         const Piece &first = m_pieces.front(), &last = m_pieces.back();
         const std::optional<Point> corner = Corner(last, first);
         m_out.MoveTo(corner && first.isLine ? *corner : first.points[0] + StartNormal(first));
@@ -123,6 +147,7 @@ private:
 
     /// Draws on, along the left side of an open subpath and round its end.
     void AddOpenSide() {
+        FindCovered(false);
         for (size_t i = 0; i + 1 < m_pieces.size(); ++i) AddPieceAndJoin(m_pieces[i], m_pieces[i + 1]);
         AddOffset(m_pieces.back(), false);
         AddCap(m_pieces.back());
@@ -137,7 +162,10 @@ private:
     /// Draws along a piece. Before a corner a line need not stop.
     void AddOffset(const Piece& piece, bool isBeforeCorner) {
         const Point end = piece.points[3] + EndNormal(piece);
-        if (!piece.isLine) {
+        if (piece.isCovered) {
+            LineTo(CubicAt(piece.points, 0.5));
+            LineTo(end);
+        } else if (!piece.isLine) {
             AppendOffset(piece.points, m_half, m_tolerance, m_out);
         } else if (!isBeforeCorner) {
             LineTo(end);

@@ -169,6 +169,8 @@ TEST(WritePath, TakesTheShortestCommands) {
         {"M-.0004 -.5L-1000000 1e9", 3, "M0-.5-1000000 1000000000"},
         {"M12345 6789L1 1", -2, "M123e2 68e2 0 0"},
         {"M1e30 1e30h1e30", 3, "M100000000000e19 100000000000e19h100000000000e19"},
+        // What is left out does not count.
+        {"M0 1e30zM0 2e30", 3, "M0 1000000000000e18z"},
         {"M0 0L.0000012 1", 7, "M0 0l.0000012 1"},
     };
     for (const auto& [data, decimals, written] : cases) {

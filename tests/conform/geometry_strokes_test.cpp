@@ -87,6 +87,10 @@ TEST(OutlineOf, CoversWhatTheStrokeDoes) {
         "M60 60L60 60",
         "M60 60Z",
         "M50 50h30zM100 100h50l-20 40z",
+        // Corners and rings rounder than the pen.
+        "M48 40h104c4 0 8 4 8 8v104c0 4-4 8-8 8H48c-4 0-8-4-8-8V48C40 44 44 40 48 40Z",
+        "M40 40H92C96 40 100 44 100 48V160",
+        "M110 100C110 105 105 110 100 110S90 105 90 100 95 90 100 90 110 95 110 100Z",
         "M40 60C80 60 120 60 160 60V100C160 100 120 100 80 140",
     };
     for (const char* const data : paths) {

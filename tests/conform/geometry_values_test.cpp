@@ -40,6 +40,7 @@ TEST(Numbers, AreReadAsBrowsersDo) {
         {"", 0, 0},
         {" 1", 0, 0},
         {"1e39", 0, 0},
+        {"1e313", 0, 0},
         {"1e-400", 6, 0},
         {"3.4028234e38", 12, 3.4028234e38},
         {"0e999", 5, 0},
@@ -190,7 +191,8 @@ TEST(Matrices, ComposeAndInvert) {
 TEST(Matrices, KeepTheStripesOfLinearGradients) {
     const Matrix m = Matrix::SkewX(.7) * Matrix::Scaling(2, 1) * Matrix::Rotation(.3);
     const LinearVector vector{{1, 2}, {5, 7}};
-    const auto [start, end] = MapLinearGradient(m, vector);
+    const LinearVector mapped = MapLinearGradient(m, vector);
+    const Point start = mapped.start, end = mapped.end;
     const auto offset = [&](Point p) {
         return Dot(m.Map(p) - start, end - start) / Dot(end - start, end - start);
     };
