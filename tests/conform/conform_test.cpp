@@ -317,7 +317,7 @@ TEST(Check, NamesThePlace) {
          "3'/></svg>",
          3, 2},
         {"<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'><g id='\xC3\xA4'/><text>a</text></svg>",
-         1, 71},
+         1, 70},
         {"<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'>\n<g></svg>", 2, 6},
     };
     for (const auto& test : cases) {
