@@ -134,6 +134,15 @@ void Differences::CompareUse(const Node& node, const Context& context, const Nod
     }
 }
 
+void Differences::CompareMissingUse(const Node& node) {
+    // Ozmira takes the prefix of `xlink:href` for what it usually means.
+    for (const Attribute& attribute : node.attributes) {
+        if (attribute.name != "xlink:href" || attribute.raw.substr(0, 1) != "#") continue;
+        const Node* const target = m_document.FindById(attribute.raw.substr(1));
+        if (target && IsInOzmiraTree(*target)) Report(Rule::Href, attribute.offset);
+    }
+}
+
 void Differences::CompareClips(const Node& node, const Context& context, const Node* clipPath,
                                const std::vector<std::string_view>& clipsForOzmira) {
     if (!clipPath && clipsForOzmira.empty()) return;

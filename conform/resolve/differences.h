@@ -45,6 +45,8 @@ public:
     void CompareGeometry(const Node& node, const Context& context, const Geometry& geometry);
     void ComparePaints(const Node& node, const Context& context, const Shape& shape);
     void CompareUse(const Node& node, const Context& context, const Node* target, Point offset);
+    /// `node` is a `use` that names nothing to a browser.
+    void CompareMissingUse(const Node& node);
     void CompareClips(const Node& node, const Context& context, const Node* clipPath,
                       const std::vector<std::string_view>& clipsForOzmira);
     /// Compares the outlines that a clip path is made of; `context` is that of what it clips.

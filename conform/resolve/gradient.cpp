@@ -58,7 +58,6 @@ GradientSpread ReadSpread(std::string_view text) {
 
 /// True when the whole plane has the colour of the last stop.
 bool IsDegenerate(const Gradient& gradient) {
-    if (!Inverse(gradient.matrix)) return true;
     return gradient.isRadial ? !(gradient.radius > 0) : gradient.start == gradient.end;
 }
 
@@ -113,6 +112,7 @@ std::optional<Paint> Walker::PlaceGradient(const Node& node, double alpha, const
         const Matrix inner = ReadTransform(transform->value, TransformSyntax::Attribute).value_or(Matrix{});
         gradient.matrix = gradient.matrix * AboutOrigin(node, inner, reader.IsUserSpace(), context);
     }
+    if (!Inverse(gradient.matrix)) return Paint{};
     if (IsDegenerate(gradient)) return plain();
     const bool isVisible = std::any_of(gradient.stops.begin(), gradient.stops.end(),
                                        [](const GradientStop& stop) { return stop.color.alpha > 0; });

@@ -17,6 +17,7 @@ void Walker::VisitUse(const Node& node, const Context& parent) {
     };
     const Point offset{length(Attr::X, context->BaseX()), length(Attr::Y, context->BaseY())};
     if (!target) {
+        if (context->isSeen) m_differences.CompareMissingUse(node);
         const std::string_view href = Trim(node.Get(Attr::Href));
         if (id.empty() && !href.empty() && href != "#") m_findings.Add(Rule::External, node.offset, href);
         return;

@@ -78,6 +78,14 @@ Gradient Repeated(const Gradient& gradient, const Matrix& matrix, const Box& box
 
 /// The gradient with a focal circle turned into stops, which is exact for concentric circles.
 Gradient WithoutFocalRadius(Gradient gradient) {
+    if (gradient.focalRadius > gradient.radius) {
+        // The way leads inwards, from the focal circle to the smaller one.
+        const double way = 1 - gradient.radius / gradient.focalRadius;
+        gradient.radius = gradient.focalRadius;
+        for (GradientStop& stop : gradient.stops) stop.offset = 1 - way * stop.offset;
+        std::reverse(gradient.stops.begin(), gradient.stops.end());
+        return gradient;
+    }
     const double share = std::clamp(gradient.focalRadius / gradient.radius, 0.0, 1.0);
     for (GradientStop& stop : gradient.stops) stop.offset = share + (1 - share) * stop.offset;
     gradient.stops.insert(gradient.stops.begin(), {0, gradient.stops.front().color});
