@@ -19,6 +19,18 @@ inline constexpr uint32_t kMaximumWalkDepth = kMaximumNestingDepth;
 /// below 50,000; a dozen nested references can ask for billions.
 inline constexpr uint32_t kMaximumVisits = 200'000;
 
+/// Most path segments read, counted likewise.
+inline constexpr size_t kMaximumSegments = 5'000'000;
+
+/// Most shapes of a group or a mask whose areas are cut from each other, most path segments of them, and most
+/// masks applied. Each pair of areas may have to be combined, which takes a fraction of a millisecond.
+inline constexpr size_t kMaximumAreas = 150;
+inline constexpr size_t kMaximumAreaSegments = 20'000;
+inline constexpr uint32_t kMaximumMasks = 1'000;
+
+/// Most gradients or patterns that take what they lack from each other.
+inline constexpr size_t kMaximumTemplates = 64;
+
 /// Most tiles of a pattern in one shape. The prototype of all patterns, a hatching over a large area, has a
 /// few hundred; each tile repeats the pattern's shapes.
 inline constexpr double kMaximumTiles = 1'000;

@@ -17,12 +17,16 @@ const Clip* Walker::AddRectangleClip(const Box& box, const Matrix& matrix, const
     return AddClip(std::move(path), outer, isUpright);
 }
 
-ComputedStyle Walker::StyleInPlace(const Node& node) {
-    std::vector<const Node*> chain;
-    for (const Node* at = &node; at; at = at->parent) chain.push_back(at);
-    ComputedStyle style;
-    for (auto at = chain.rbegin(); at != chain.rend(); ++at) style = ComputeStyle(style, m_sheets.Of(**at));
-    return style;
+const ComputedStyle& Walker::StyleInPlace(const Node& node) {
+    std::vector<const Node*> unknown;
+    const Node* at = &node;
+    for (; at && !m_stylesInPlace.contains(at); at = at->parent) unknown.push_back(at);
+    const ComputedStyle initial;
+    const ComputedStyle* style = at ? &m_stylesInPlace.at(at) : &initial;
+    for (auto next = unknown.rbegin(); next != unknown.rend(); ++next) {
+        style = &m_stylesInPlace.emplace(*next, ComputeStyle(*style, m_sheets.Of(**next))).first->second;
+    }
+    return m_stylesInPlace.at(&node);
 }
 
 Walker::ContextPointer Walker::ContentContext(const Node& node, const Context& user) {

@@ -66,9 +66,10 @@ bool IsDegenerate(const Gradient& gradient) {
 
 std::vector<GradientStop> Walker::ReadStops(const Node& node, const Context& context) {
     std::vector<GradientStop> stops;
-    const ComputedStyle parent = StyleInPlace(node);
+    const ComputedStyle& parent = StyleInPlace(node);
     for (const Node* child = node.firstChild; child; child = child->nextSibling) {
         if (child->tag != Tag::Stop) continue;
+        if (!CountVisit(node)) break;
         const ComputedStyle style = ComputeStyle(parent, m_sheets.Of(*child));
         GradientStop stop;
         stop.offset = ReadShare(child->Get(Attr::Offset)).value_or(0);

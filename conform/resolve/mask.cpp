@@ -1,4 +1,5 @@
 // Masks that amount to a clip path and an opacity.
+#include "base/limits.h"
 #include "geometry/area.h"
 #include "resolve/walker.h"
 #include "split/areas.h"
@@ -67,6 +68,10 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
         m_findings.Add(Rule::ReferenceCycle, node.offset, mask.Get(Attr::Id));
         return {};
     }
+    if (++m_maskCount > kMaximumMasks) {
+        m_findings.Add(Rule::TooLarge, node.offset);
+        return {};
+    }
     const Box box = ObjectBox(node, context);
     const bool isUserSpace = mask.Get(Attr::MaskUnits) == "userSpaceOnUse";
     const bool isBoxContent = mask.Get(Attr::MaskContentUnits) == "objectBoundingBox";
@@ -109,7 +114,12 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
 
     const double tolerance = m_scene->Tolerance() / 4;
     MaskAreas areas(tolerance);
-    for (const Shape& shape : Splitter(*m_scene, m_findings).Split(group)) {
+    const std::vector<Shape> shapes = Splitter(*m_scene, m_findings).Split(group);
+    if (!CanCombine(shapes)) {
+        m_findings.Add(Rule::MaskShading, node.offset);
+        return 1;
+    }
+    for (const Shape& shape : shapes) {
         for (const bool isFill : {true, false}) {
             const Paint& paint = isFill ? shape.fill : shape.stroke;
             if (!paint) continue;

@@ -59,6 +59,7 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
     if (!node.isPlain) context->isSeen = false;
     const ComputedStyle& style = context->style;
     Geometry geometry = GeometryOf(node, *context, m_sheets);
+    m_segments += geometry.path.Verbs().size();
     if (m_isMeasuring) {
         Shape shape = MakeShape(node, *context, std::move(geometry));
         if (!shape.path.IsEmpty()) context->out->items.emplace_back(std::move(shape));

@@ -1,5 +1,7 @@
 #include "resolve/template_chain.h"
 
+#include "base/limits.h"
+
 #include <algorithm>
 
 namespace ozm::conform {
@@ -11,6 +13,7 @@ bool IsGradient(Tag tag) { return tag == Tag::LinearGradient || tag == Tag::Radi
 
 TemplateChain::TemplateChain(const Document& document, const Node& node) {
     for (const Node* at = &node; at; at = document.FindById(at->LocalReference())) {
+        if (m_nodes.size() >= kMaximumTemplates) break;
         const bool isKind = IsGradient(node.tag) ? IsGradient(at->tag) : at->tag == node.tag;
         if (!isKind || std::find(m_nodes.begin(), m_nodes.end(), at) != m_nodes.end()) break;
         m_nodes.push_back(at);

@@ -171,9 +171,17 @@ bool Walker::EnterTransform(const Node& node, Context& context) {
     return context.matrix.Determinant() != 0 && IsFinite(context.matrix);
 }
 
+bool Walker::CountVisit(const Node& node) {
+    if (++m_visits <= kMaximumVisits && m_segments <= kMaximumSegments) return true;
+    if (!m_isTooLarge) m_findings.Add(Rule::TooLarge, node.offset);
+    m_isTooLarge = true;
+    return false;
+}
+
 Walker::ContextPointer Walker::Enter(const Node& node, const Context& parent) {
-    if (++m_visits > kMaximumVisits || parent.depth >= kMaximumWalkDepth) {
-        m_findings.Add(parent.depth >= kMaximumWalkDepth ? Rule::TooDeep : Rule::TooLarge, node.offset);
+    if (!CountVisit(node)) return {};
+    if (parent.depth >= kMaximumWalkDepth) {
+        m_findings.Add(Rule::TooDeep, node.offset);
         return {};
     }
     ContextPointer context = std::make_unique<Context>(parent);

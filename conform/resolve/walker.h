@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace ozm::conform {
@@ -32,6 +33,8 @@ private:
     /// The context of an element for its children, with its style, transform, clip, mask and opacity; null
     /// when nothing of it is drawn.
     ContextPointer Enter(const Node& node, const Context& parent);
+    /// Counts what takes time; false, and a finding, once that is too much.
+    bool CountVisit(const Node& node);
     bool PassesConditions(const Node& node) const;
     bool EnterTransform(const Node& node, Context& context);
     /// Applies clip path, mask and filter; false when they hide everything.
@@ -67,7 +70,7 @@ private:
     void EmitMarker(const Node& marker, Point place, double angle, bool isStart, const Shape& shape,
                     const Context& context);
     /// The style that an element has where it stands, for what is drawn elsewhere.
-    ComputedStyle StyleInPlace(const Node& node);
+    const ComputedStyle& StyleInPlace(const Node& node);
     /// A context for content that is drawn elsewhere: of patterns, markers, masks and clip paths.
     ContextPointer ContentContext(const Node& node, const Context& user);
 
@@ -93,8 +96,10 @@ private:
     Differences m_differences;
     Scene* m_scene = nullptr;
     const bool m_hasContextPaints; ///< The text has a "context-fill" or "context-stroke" somewhere.
-    uint32_t m_visits = 0;
-    bool m_isSizeUnknown = false;
+    std::unordered_map<const Node*, ComputedStyle> m_stylesInPlace;
+    uint32_t m_visits = 0, m_maskCount = 0;
+    size_t m_segments = 0;
+    bool m_isSizeUnknown = false, m_isTooLarge = false;
     bool m_isMeasuring =
         false; ///< Only boxes are wanted: what is not painted counts, and nothing is reported.
 };

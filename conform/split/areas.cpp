@@ -29,6 +29,12 @@ Path CutToClips(Path path, const Clip* clip, double tolerance) {
 
 } // namespace
 
+bool CanCombine(const std::vector<Shape>& shapes) {
+    size_t segments = 0;
+    for (const Shape& shape : shapes) segments += shape.path.Verbs().size();
+    return shapes.size() <= kMaximumAreas && segments <= kMaximumAreaSegments;
+}
+
 Box PaintedBox(const Shape& shape) {
     Box box;
     if (shape.fill) box = BoxOf(shape.path, shape.matrix);

@@ -3,7 +3,12 @@
 
 #include "scene/scene.h"
 
+#include <vector>
+
 namespace ozm::conform {
+
+/// True when the areas of so many shapes may be combined with each other in time.
+bool CanCombine(const std::vector<Shape>& shapes);
 
 /// The smallest box around what a shape paints, clips aside.
 Box PaintedBox(const Shape& shape);

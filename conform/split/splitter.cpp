@@ -20,6 +20,32 @@ bool HasEmptyDash(const std::vector<double>& dashes) {
     return false;
 }
 
+/// Compares each box with those that a line sweeping over the picture meets at the same time.
+bool AnyOverlap(std::vector<Box> boxes) {
+    Box whole;
+    double widths = 0, heights = 0;
+    for (const Box& box : boxes) {
+        whole.Add(box);
+        widths += box.Width();
+        heights += box.Height();
+    }
+    // The line sweeps along the direction in which the boxes are smaller.
+    const bool isAcross = widths * whole.Height() < heights * whole.Width();
+    if (!isAcross) {
+        for (Box& box : boxes) box = {box.top, box.left, box.bottom, box.right};
+    }
+    std::sort(boxes.begin(), boxes.end(), [](const Box& a, const Box& b) { return a.left < b.left; });
+    std::vector<Box> met;
+    for (const Box& box : boxes) {
+        std::erase_if(met, [&](const Box& other) { return other.right <= box.left; });
+        for (const Box& other : met) {
+            if (other.Overlaps(box)) return true;
+        }
+        met.push_back(box);
+    }
+    return false;
+}
+
 } // namespace
 
 std::vector<Shape> Splitter::Split(Group& group) {
@@ -96,25 +122,21 @@ void Splitter::SplitStroke(const Shape& shape, std::vector<Shape>& out) {
     if (!stroke.path.IsEmpty()) out.push_back(std::move(stroke));
 }
 
-bool Splitter::Overlapping(const std::vector<Shape>& shapes) const {
+bool Splitter::Overlapping(const std::vector<Shape>& shapes) {
     std::vector<Box> boxes;
     boxes.reserve(shapes.size());
     for (const Shape& shape : shapes) {
         if (shape.fill && shape.stroke) return true;
-        const Box box = PaintedBox(shape);
-        for (const Box& other : boxes) {
-            if (box.Overlaps(other)) return true;
-        }
-        boxes.push_back(box);
+        boxes.push_back(PaintedBox(shape));
     }
-    return false;
+    return AnyOverlap(std::move(boxes));
 }
 
 void Splitter::Fade(const Group& group, std::vector<Shape>& shapes) {
     if (Overlapping(shapes)) {
         const bool isShape = group.origin && IsShape(group.origin->tag);
         std::vector<Shape> kept = shapes;
-        if (!CutHidden(shapes) && !Composite(shapes)) {
+        if (!CanCombine(shapes) || (!CutHidden(shapes) && !Composite(shapes))) {
             if (group.origin) m_findings.Add(Rule::GroupOverlap, group.origin->offset);
             shapes = std::move(kept);
         } else if (group.isSeen) {

@@ -29,7 +29,7 @@ private:
     /// The shapes once for each part of the group's mask.
     std::vector<Shape> ApplyMask(const Group& group, const std::vector<Shape>& shapes);
     void Fade(const Group& group, std::vector<Shape>& shapes);
-    bool Overlapping(const std::vector<Shape>& shapes) const;
+    static bool Overlapping(const std::vector<Shape>& shapes);
     /// Cuts from each shape what others hide. False when translucent shapes overlap.
     bool CutHidden(std::vector<Shape>& shapes);
     /// Replaces shapes of plain colours by the areas that show one mixed colour each. False for others.
