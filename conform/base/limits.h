@@ -28,6 +28,9 @@ inline constexpr size_t kMaximumAreas = 150;
 inline constexpr size_t kMaximumAreaSegments = 20'000;
 inline constexpr uint32_t kMaximumMasks = 1'000;
 
+/// Most shares that a mask lets through, each of which repeats what is masked.
+inline constexpr size_t kMaximumMaskLevels = 32;
+
 /// Most gradients or patterns that take what they lack from each other.
 inline constexpr size_t kMaximumTemplates = 64;
 

@@ -39,8 +39,7 @@ Walker::ContextPointer Walker::ContentContext(const Node& node, const Context& u
     context->references = user.references;
     context->depth = user.depth + 1;
     context->rootFontSize = user.rootFontSize;
-    context->isRecolored = user.isRecolored;
-    context->recolor = user.recolor;
+    context->colorMatrix = user.colorMatrix;
     return context;
 }
 
@@ -93,7 +92,7 @@ bool Walker::ApplyClip(const Node& clipPath, const Node& node, Context& context,
     Context user = context;
     user.references = &reference;
     const ContextPointer content = ContentContext(clipPath, user);
-    content->isRecolored = false;
+    content->colorMatrix = {};
     content->isClipContent = true;
     if (!EnterTransform(clipPath, *content)) return false;
     if (clipPath.Get(Attr::ClipPathUnits) == "objectBoundingBox") {

@@ -2,10 +2,12 @@
 
 #include "geometry/matrix.h"
 #include "scene/scene.h"
+#include "style/color_matrix.h"
 #include "style/computed_style.h"
 #include "subset/ozmira_style.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace ozm::conform {
 
@@ -36,10 +38,9 @@ struct Context {
     bool isClipContent = false; ///< Within a clip path, where only outlines count.
     double rootFontSize = 16;
     ContextPaints contextPaints;
-    /// A filter turns every colour into this one.
-    bool isRecolored = false;
-    Color recolor;
+    std::optional<ColorMatrix> colorMatrix; ///< A filter changes every colour in this way.
 
+    Color Recolored(const Color& color) const;
     /// The base of a percentage in neither direction alone.
     double Diagonal() const;
     LengthBase BaseX() const { return {viewWidth, style.fontSize, rootFontSize}; }

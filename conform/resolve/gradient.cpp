@@ -79,12 +79,8 @@ std::vector<GradientStop> Walker::ReadStops(const Node& node, const Context& con
         case PaintValue::Kind::CurrentColor: stop.color = style.color; break;
         default: break;
         }
-        if (context.isRecolored) {
-            const double alpha = stop.color.alpha;
-            stop.color = context.recolor;
-            stop.color.alpha *= alpha;
-        }
         stop.color.alpha *= style.stopOpacity;
+        stop.color = context.Recolored(stop.color);
         stops.push_back(stop);
     }
     return stops;

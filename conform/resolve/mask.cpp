@@ -93,7 +93,7 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
     const Reference reference{&mask, context.references};
     const ContextPointer content = ContentContext(mask, context);
     content->references = &reference;
-    content->isRecolored = false;
+    content->colorMatrix = {};
     double share = 1;
     if (const ReferenceValue& outer = content->style.mask; outer.kind == ReferenceValue::Kind::Local) {
         const Node* const target = m_document.FindById(outer.id);
@@ -123,7 +123,7 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
         for (const bool isFill : {true, false}) {
             const Paint& paint = isFill ? shape.fill : shape.stroke;
             if (!paint) continue;
-            if (paint.kind == Paint::Kind::Gradient) {
+            if (paint.kind == Paint::Kind::Gradient || areas.Levels().size() > kMaximumMaskLevels) {
                 m_findings.Add(Rule::MaskShading, node.offset);
                 return 1;
             }

@@ -15,11 +15,7 @@ Paint Walker::PlainPaint(PaintValue::Kind kind, const Color& color, double alpha
     } else {
         return {};
     }
-    if (context.isRecolored) {
-        const double own = paint.color.alpha;
-        paint = Paint::Of(context.recolor);
-        paint.color.alpha *= own;
-    }
+    if (context.colorMatrix) paint = Paint::Of(context.Recolored(paint.color));
     paint.color.alpha *= alpha;
     return paint.color.alpha > 0 ? paint : Paint{};
 }
@@ -34,7 +30,7 @@ Paint Walker::PaintOf(const PaintValue& value, double alpha, const Path& path, c
     if (value.kind == PaintValue::Kind::Color) {
         Paint paint = PlainPaint(value.kind, value.color, alpha, context);
         const bool isDefault = &value == &context.style.fill && !context.style.SourceOf(Attr::Fill);
-        if (paint && isDefault && !context.isRecolored) paint.isTintable = true;
+        if (paint && isDefault && !context.colorMatrix) paint.isTintable = true;
         return paint;
     }
     if (value.kind == PaintValue::Kind::ContextFill || value.kind == PaintValue::Kind::ContextStroke) {

@@ -85,7 +85,8 @@ private:
     const Clip* AddRectangleClip(const Box& box, const Matrix& matrix, const Clip* outer);
     /// Cuts to what the mask lets through, and returns how much of it; none when that is nothing.
     std::optional<double> ApplyMask(const Node& mask, const Node& node, Context& context);
-    void ApplyFilter(const Node& node, Context& context);
+    /// Applies a `filter` element (null: something else) to the colours in it.
+    void ApplyFilter(const Node& node, const Node* filter, Context& context);
 
     /// The box of an element's fills in its own coordinates, as gradients, clip paths and masks refer to it.
     Box ObjectBox(const Node& node, const Context& context);
