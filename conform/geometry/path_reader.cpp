@@ -6,7 +6,6 @@
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace ozm::conform {
@@ -14,20 +13,25 @@ namespace ozm::conform {
 namespace {
 
 constexpr char UpperCase(char letter) {
-    return letter >= 'a' ? static_cast<char>(letter - 'a' + 'A') : letter;
+    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
 
-/// The count of numbers that each command takes; -1 for what is no command.
-constexpr auto kArgumentCounts = [] {
-    std::array<int8_t, 128> counts{};
-    counts.fill(-1);
-    const auto set = [&](char letter, int8_t count) {
-        counts[static_cast<size_t>(letter)] = counts[static_cast<size_t>(letter - 'A' + 'a')] = count;
-    };
-    set('M', 2), set('L', 2), set('H', 1), set('V', 1), set('C', 6), set('S', 4), set('Q', 4), set('T', 2);
-    set('A', 7), set('Z', 0);
-    return counts;
-}();
+/// The number of numbers that a command takes; -1 for what is no command.
+constexpr int ArgumentCount(char letter) {
+    switch (UpperCase(letter)) {
+    case 'M':
+    case 'L':
+    case 'T': return 2;
+    case 'H':
+    case 'V': return 1;
+    case 'C': return 6;
+    case 'S':
+    case 'Q': return 4;
+    case 'A': return 7;
+    case 'Z': return 0;
+    default: return -1;
+    }
+}
 
 class PathDataReader {
 public:
@@ -40,8 +44,7 @@ public:
         char letter = 0;
         for (SkipSpaces(m_p, m_end); m_p != m_end; SkipSpaces(m_p, m_end)) {
             const char* const place = m_p;
-            const auto c = static_cast<unsigned char>(*m_p);
-            const bool hasLetter = c < kArgumentCounts.size() && kArgumentCounts[c] >= 0;
+            const bool hasLetter = ArgumentCount(*m_p) >= 0;
             if (hasLetter) {
                 letter = *m_p++;
                 SkipSpaces(m_p, m_end);
@@ -63,7 +66,7 @@ public:
 
 private:
     bool ReadArguments(char letter) {
-        const int count = kArgumentCounts[static_cast<size_t>(letter)];
+        const int count = ArgumentCount(letter);
         const bool isArc = UpperCase(letter) == 'A';
         for (int i = 0; i < count; ++i) {
             const bool isRead = isArc && (i == 3 || i == 4) ? ReadFlag(m_arguments[i])

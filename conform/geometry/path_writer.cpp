@@ -172,14 +172,14 @@ private:
 
     void WriteLine(GridPoint p) {
         const GridPoint by = p - m_pen;
-        if (m_relativeRun >= kMaxRelativeRun) {
+        // Neither H nor V sets both coordinates.
+        const bool mustSetBoth = m_relativeRun >= kMaxRelativeRun;
+        if (mustSetBoth || (by.x != 0 && by.y != 0)) {
             WriteShorter('l', by, 'L', p);
         } else if (by.y == 0) {
             WriteShorter('h', by.x, 'H', p.x);
-        } else if (by.x == 0) {
-            WriteShorter('v', by.y, 'V', p.y);
         } else {
-            WriteShorter('l', by, 'L', p);
+            WriteShorter('v', by.y, 'V', p.y);
         }
         m_pen = m_lastControl = p;
     }

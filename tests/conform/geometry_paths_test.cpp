@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 
@@ -227,6 +228,20 @@ TEST(WritePath, WritesWhatOzmiraReadsAsMeant) {
         ASSERT_NEAR(a.left, b.left, error) << data;
         ASSERT_NEAR(a.bottom, b.bottom, error) << data;
     }
+}
+
+TEST(WritePath, LetsNoErrorsAddUp) {
+    // As many relative commands as a reader will add up, far from the origin.
+    Path path;
+    path.MoveTo({1e9 / 3, -1e9 / 7});
+    for (int i = 0; i < 5000; ++i)
+        path.LineTo(path.Pen() + Point{i % 3 ? 0.3337 : 0, i % 2 ? 0.1113 : -0.0771});
+    const std::string text = Written(path);
+    const Path read = ReadPath(text).path;
+    EXPECT_LE(Distance(read.Pen(), path.Pen()), 2 * RoundingError(3));
+    EXPECT_EQ(Written(read), text);
+    // Not all in one run.
+    EXPECT_GE(std::count(text.begin(), text.end(), 'L'), 4);
 }
 
 TEST(ReadPath, KnowsOzmirasOwnReader) {
