@@ -13,7 +13,7 @@ const std::string kHead = R"(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 
 const std::string kTail = "</svg>";
 
 /// The rewritten drawing is the drawing itself.
-constexpr const char* kSame = "";
+constexpr const char* kSame = "=";
 
 struct Case {
     const char* body;   ///< Between `kHead` and `kTail`.
