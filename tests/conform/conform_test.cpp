@@ -22,6 +22,7 @@ struct Case {
 };
 
 /// Each drawing shows one family of differences.
+// clang-format off: one line each for a drawing, its rules and its result.
 constexpr Case
     kCases
         [] =
@@ -171,7 +172,43 @@ constexpr Case
                  "mask mask-shading", nullptr},
                 {R"svg(<use href="other.svg#a"/>)svg", "external", nullptr},
                 {R"svg(<path clip-path="circle(5)" d="M0 0h2v2z"/>)svg", "clip-shape", nullptr},
+                {R"svg(<filter id="f" color-interpolation-filters="sRGB"><feColorMatrix values="0 0 0 0 1 0 0 0 0 0 0 0 0 0 0 0 0 0 .5 0"/></filter><path filter="url(#f)" d="M2 2h4v4z"/>)svg",
+                 "color-filter", R"svg(<path d="M2 2h4v4z" fill="#f00" fill-opacity=".5"/>)svg"},
+                {R"svg(<g xmlns="http://example.org/"><path d="M0 0h2v2z"/></g>)svg", "namespace",
+                 R"svg()svg"},
+                {R"svg(<s:path xmlns:s="http://www.w3.org/2000/svg" d="M0 0h2v2z"/>)svg", "prefix",
+                 R"svg(<path d="M0 0h2v2z"/>)svg"},
+                {R"svg(<path fill="re&#x64;" d="M0 0h2v2z"/>)svg", "entity",
+                 R"svg(<path d="M0 0h2v2z" fill="#f00"/>)svg"},
+                {R"svg(<path systemLanguage="de" d="M0 0h2v2z"/>)svg", "conditional", R"svg()svg"},
+                {R"svg(<g opacity="50%"><path d="M0 0h2v2z"/></g>)svg", "opacity-syntax",
+                 R"svg(<path d="M0 0h2v2z" opacity=".5"/>)svg"},
+                {R"svg(<path display="none" visibility="visible" d="M0 0h2v2z"/>)svg", "visibility",
+                 R"svg()svg"},
+                {R"svg(<g fill-opacity=".5"><path fill-opacity="inherit" d="M0 0h2v2z"/></g>)svg",
+                 "opacity-syntax", R"svg(<path d="M0 0h2v2z" fill-opacity=".5"/>)svg"},
+                {R"svg(<ellipse cx="4" cy="4" rx="2"/>)svg", "shape-syntax",
+                 R"svg(<circle cx="4" cy="4" r="2"/>)svg"},
+                {R"svg(<circle r="-2" stroke="red"/>)svg", "shape-syntax", R"svg()svg"},
+                {R"svg(<path stroke="red" stroke-width="1e1" d="M0 2h4"/>)svg", "units",
+                 R"svg(<path d="M0 2h4" stroke="#f00" stroke-width="10"/>)svg"},
+                {R"svg(<linearGradient id="a" gradientTransform="rotate(45)"><stop stop-color="red"/><stop offset="1" stop-color="#00f"/></linearGradient><rect width="8" height="4" fill="url(#a)"/>)svg",
+                 "gradient-geometry",
+                 R"svg(<defs><linearGradient id="g1" gradientUnits="userSpaceOnUse" x1="0" y1="0" x2="2.2627" y2="4.5255"><stop offset="0" stop-color="#f00"/><stop offset="1" stop-color="#00f"/></linearGradient></defs><rect width="8" height="4" fill="url(#g1)"/>)svg"},
+                {R"svg(<path style="fill:red;fill:foo;;stroke:blue" d="M0 0h2v2z"/>)svg", "style-syntax",
+                 R"svg(<path d="M0 0h2v2z" fill="#f00" stroke="#00f"/>)svg"},
+                {R"svg(<pattern id="p" width="4" height="4" patternUnits="userSpaceOnUse"><rect width="2" height="2"/></pattern><use href="#r" fill="url(#p)"/><defs><rect id="r" width="6" height="2" fill="context-fill"/></defs>)svg",
+                 "href pattern", R"svg(<rect width="2" height="2"/><rect x="4" width="2" height="2"/>)svg"},
+                {R"svg(<g transform="scale(0)"><path d="M0 0q1 1 2 2"/></g>)svg", "", kSame},
+                {R"svg(<use xmlns:xlink="http://example.org/" xlink:href="#u"/><defs><path id="u" d="M0 0h2v2z"/></defs>)svg",
+                 "href", R"svg()svg"},
+                {R"svg(<path fill="lab(50% 0 0)" stroke="oklch(62.8% .2577 29.23 / .5)" d="M0 0h2v2z"/>)svg",
+                 "color-syntax color-syntax",
+                 R"svg(<path d="M0 0h2v2z" fill="#777" stroke="#f00" stroke-opacity=".5"/>)svg"},
+                {R"svg(<path fill="lch(54.29 106.84 40.86)" stroke="hwb(120 0% 50%)" d="M0 0h2v2z"/>)svg",
+                 "color-syntax color-syntax", R"svg(<path d="M0 0h2v2z" fill="#f00" stroke="#008000"/>)svg"},
 };
+// clang-format on
 
 std::string RulesOf(const std::vector<Finding>& findings) {
     std::string rules;
