@@ -20,6 +20,8 @@ struct Reference {
 /// What `context-fill` and `context-stroke` stand for: the paints of the element that refers to this one.
 struct ContextPaints {
     Paint fill, stroke;
+    const Node *fillPattern = nullptr, *strokePattern = nullptr; ///< Instead of the paints.
+    Matrix matrix; ///< From that element's coordinates, in which patterns lie, to those of the drawing.
 };
 
 /// Everything that an element passes on to its children.

@@ -66,6 +66,11 @@ void Walker::SetUpFrame(Scene& scene, Context& context) {
             Box::OfSize(viewBox->left + (viewBox->Width() - width) * ratio.alignX,
                         viewBox->top + (viewBox->Height() - height) * ratio.alignY, width, height);
     }
+    for (const Attr attr : {Attr::Width, Attr::Height}) {
+        const Attribute* const attribute = root.Find(attr);
+        if (attribute && attribute->value.ends_with('%'))
+            m_findings.Add(Rule::ViewportSize, attribute->offset);
+    }
     m_differences.CompareFrame(root, scene.viewBox, scene.width, scene.height);
 }
 

@@ -110,7 +110,8 @@ void Walker::EmitMarker(const Node& marker, Point place, double angle, bool isSt
     content->references = &reference;
     content->clip = context.clip;
     if (content->depth > 64) return;
-    content->contextPaints = {shape.fill, shape.stroke};
+    content->contextPaints = {shape.fill, shape.stroke, FindPattern(context.style.fill, context),
+                              FindPattern(context.style.stroke, context), shape.matrix};
     if (!content->style.isDisplayed) return;
     const auto length = [&](Attr attr, double otherwise, const LengthBase& base) {
         const std::optional<CssLength> read = ReadLength(marker.Get(attr));

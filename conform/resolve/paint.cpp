@@ -20,7 +20,9 @@ Paint Walker::PlainPaint(PaintValue::Kind kind, const Color& color, double alpha
     return paint.color.alpha > 0 ? paint : Paint{};
 }
 
-const Node* Walker::FindPattern(const PaintValue& value) const {
+const Node* Walker::FindPattern(const PaintValue& value, const Context& context) const {
+    if (value.kind == PaintValue::Kind::ContextFill) return context.contextPaints.fillPattern;
+    if (value.kind == PaintValue::Kind::ContextStroke) return context.contextPaints.strokePattern;
     if (value.kind != PaintValue::Kind::Reference) return nullptr;
     const Node* const target = m_document.FindById(value.id);
     return target && target->tag == Tag::Pattern ? target : nullptr;

@@ -48,7 +48,8 @@ ContextPaints Walker::ContextPaintsOf(const Node& node, const Context& context) 
         const Box box = ObjectBox(node, context);
         if (!box.IsEmpty()) path = PathOf(Rectangle{box.left, box.top, box.Width(), box.Height(), 0, 0});
     }
-    return {PaintOf(style.fill, 1, path, context), PaintOf(style.stroke, 1, path, context)};
+    return {PaintOf(style.fill, 1, path, context), PaintOf(style.stroke, 1, path, context),
+            FindPattern(style.fill, context), FindPattern(style.stroke, context), context.matrix};
 }
 
 void Walker::VisitViewport(const Node& node, const Node* use, const Context& parent) {

@@ -75,49 +75,48 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
     if (context->isSeen) m_differences.CompareGeometry(node, *context, geometry);
     Shape shape = MakeShape(node, *context, std::move(geometry));
     if (shape.path.IsEmpty() || !IsFinite(shape.path)) return;
+    SetPaints(node, *context, shape);
     if (style.hasNonScalingStroke && style.stroke.kind != PaintValue::Kind::None) {
         // The stroke is drawn as if the shape had been transformed first.
-        if (context->isSeen && context->matrix != Matrix{})
+        if (context->isSeen && context->matrix != Matrix{}) {
             m_differences.Report(Rule::VectorEffect, node.offset);
+        }
         shape.path.Transform(context->matrix);
         shape.matrix = {};
         shape.primitive = {};
     }
-    // Gradients refer to the coordinates of the path as it is written.
-    const Path& written = style.hasNonScalingStroke ? GeometryOf(node, *context, m_sheets).path : shape.path;
-    if (node.tag != Tag::Line) shape.fill = PaintOf(style.fill, style.fillOpacity, written, *context);
-    if (shape.pen.width > 0) shape.stroke = PaintOf(style.stroke, style.strokeOpacity, written, *context);
-    const Node* const fillPattern = node.tag != Tag::Line ? FindPattern(style.fill) : nullptr;
-    const Node* const strokePattern = shape.pen.width > 0 ? FindPattern(style.stroke) : nullptr;
-    if (context->isSeen) {
-        m_differences.ComparePaints(node, *context, shape);
-        if (fillPattern || strokePattern) m_differences.Report(Rule::Pattern, node.offset);
-    }
+    if (context->isSeen) m_differences.ComparePaints(node, *context, shape);
+    EmitShape(node, shape, *context);
+}
+
+void Walker::SetPaints(const Node& node, const Context& context, Shape& shape) {
+    const ComputedStyle& style = context.style;
+    if (node.tag != Tag::Line) shape.fill = PaintOf(style.fill, style.fillOpacity, shape.path, context);
+    if (shape.pen.width > 0) shape.stroke = PaintOf(style.stroke, style.strokeOpacity, shape.path, context);
+}
+
+void Walker::EmitShape(const Node& node, const Shape& shape, const Context& context) {
+    const ComputedStyle& style = context.style;
+    const Node* const fillPattern = node.tag != Tag::Line ? FindPattern(style.fill, context) : nullptr;
+    const Node* const strokePattern = shape.pen.width > 0 ? FindPattern(style.stroke, context) : nullptr;
     const PaintParts& order = style.paintOrder;
-    const bool isPlain =
-        !fillPattern && !strokePattern && order[0] == PaintPart::Fill && order[1] == PaintPart::Stroke;
-    if (isPlain) {
-        if (shape.fill || shape.stroke) context->out->items.emplace_back(shape);
-        if (HasMarkers(node.tag)) EmitMarkers(shape, *context);
+    const bool isInOrder = order[0] == PaintPart::Fill && order[1] == PaintPart::Stroke;
+    if (!fillPattern && !strokePattern && isInOrder) {
+        if (shape.fill || shape.stroke) context.out->items.emplace_back(shape);
+        if (HasMarkers(node.tag)) EmitMarkers(shape, context);
         return;
     }
-    const auto bit = [](PaintPart part) { return static_cast<int>(part); };
-    if (context->isSeen && shape.stroke && bit(order[0]) != bit(PaintPart::Fill)) {
-        m_differences.Report(Rule::PaintOrder, node.offset);
+    if (context.isSeen) {
+        if (fillPattern || strokePattern) m_differences.Report(Rule::Pattern, node.offset);
+        if (shape.stroke && order[0] != PaintPart::Fill) m_differences.Report(Rule::PaintOrder, node.offset);
     }
     for (const PaintPart part : order) {
         if (part == PaintPart::Markers) {
-            if (HasMarkers(node.tag)) EmitMarkers(shape, *context);
+            if (HasMarkers(node.tag)) EmitMarkers(shape, context);
         } else if (const Node* const pattern = part == PaintPart::Fill ? fillPattern : strokePattern) {
-            Shape area = shape;
-            if (part == PaintPart::Stroke) {
-                area.path = OutlineOf(shape.path, shape.pen, m_scene->Tolerance());
-                area.fillRule = FillRule::NonZero;
-            }
-            EmitPattern(*pattern, area, part == PaintPart::Fill ? style.fillOpacity : style.strokeOpacity,
-                        *context);
+            EmitPatternPart(part, *pattern, shape, context);
         } else {
-            EmitPart(part, shape, *context);
+            EmitPart(part, shape, context);
         }
     }
 }
@@ -126,6 +125,26 @@ void Walker::EmitPart(PaintPart part, const Shape& shape, const Context& context
     Shape copy = shape;
     (part == PaintPart::Fill ? copy.stroke : copy.fill) = {};
     if (copy.fill || copy.stroke) context.out->items.emplace_back(std::move(copy));
+}
+
+void Walker::EmitPatternPart(PaintPart part, const Node& pattern, const Shape& shape,
+                             const Context& context) {
+    const bool isFill = part == PaintPart::Fill;
+    const PaintValue& value = isFill ? context.style.fill : context.style.stroke;
+    Shape area = shape;
+    if (!isFill) {
+        area.path = OutlineOf(shape.path, shape.pen, m_scene->Tolerance());
+        area.fillRule = FillRule::NonZero;
+    }
+    if (value.kind != PaintValue::Kind::Reference) {
+        // The pattern lies where the element that lends it has it.
+        const Matrix& matrix = context.contextPaints.matrix;
+        const std::optional<Matrix> inverse = Inverse(matrix);
+        if (!inverse) return;
+        area.path.Transform(*inverse * area.matrix);
+        area.matrix = matrix;
+    }
+    EmitPattern(pattern, area, isFill ? context.style.fillOpacity : context.style.strokeOpacity, context);
 }
 
 } // namespace ozm::conform

@@ -33,6 +33,7 @@ Scene Walker::Walk() {
     Context context;
     context.isSeen = true;
     context.out = &scene.root;
+    if (!m_document.HasNamespace()) m_findings.Add(Rule::NoNamespace, root.offset);
     SetUpFrame(scene, context);
     m_differences.SetTolerance(scene.Tolerance());
     context.rootFontSize = ComputeStyle({}, m_sheets.Of(root)).fontSize;
@@ -149,6 +150,12 @@ void Walker::Visit(const Node& node, const Context& parent) {
         if (const ContextPointer context = Enter(node, parent)) {
             if (!node.isPlain) context->isSeen = false;
             VisitChildren(node, *context);
+        }
+        break;
+    case Tag::Foreign:
+        // Ozmira does not read namespaces.
+        if (parent.isSeen && node.isPlain && IsKnownToOzmira(TagOf(node.localName))) {
+            m_differences.Report(Rule::Namespace, node.offset, node.localName);
         }
         break;
     case Tag::Use: VisitUse(node, parent); break;

@@ -55,10 +55,14 @@ private:
     void VisitShape(const Node& node, const Context& parent);
     Shape MakeShape(const Node& node, const Context& context, Geometry geometry);
     void SetPen(const Context& context, Shape& shape);
+    void SetPaints(const Node& node, const Context& context, Shape& shape);
+    /// Adds the shape to the scene: fill, stroke and markers in their order.
+    void EmitShape(const Node& node, const Shape& shape, const Context& context);
+    void EmitPatternPart(PaintPart part, const Node& pattern, const Shape& shape, const Context& context);
     void EmitPart(PaintPart part, const Shape& shape, const Context& context);
     Paint PaintOf(const PaintValue& value, double alpha, const Path& path, const Context& context);
     Paint PlainPaint(PaintValue::Kind kind, const Color& color, double alpha, const Context& context) const;
-    const Node* FindPattern(const PaintValue& value) const;
+    const Node* FindPattern(const PaintValue& value, const Context& context) const;
     /// None where the path has no box to place the gradient in.
     std::optional<Paint> PlaceGradient(const Node& node, double alpha, const Path& path,
                                        const Context& context);

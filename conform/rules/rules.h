@@ -17,6 +17,7 @@ enum class Rule : uint8_t {
     NoSize,
     Entity,
     Prefix,
+    Namespace,
     ReferenceCycle,
     ViewBox,
     Size,

@@ -77,6 +77,8 @@ public:
     std::span<const Node* const> StyleSheets() const { return m_sheets; }
     /// The comments that have to stay: of a licence, or beginning with "!".
     std::span<const std::string_view> LicenceComments() const { return m_comments; }
+    /// The root is of SVG's namespace, not of none.
+    bool HasNamespace() const { return m_hasNamespace; }
     /// Written in UTF-8, the only encoding that Ozmira reads.
     bool IsUTF8() const { return m_isUTF8; }
 
@@ -90,6 +92,7 @@ private:
     const char* m_faultMessage = "";
     Node* m_root = nullptr;
     uint32_t m_nodeCount = 0;
+    bool m_hasNamespace = true;
     bool m_isUTF8 = true;
     std::unordered_map<std::string_view, const Node*> m_ids;
     std::vector<const Node*> m_sheets;

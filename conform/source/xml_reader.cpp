@@ -161,6 +161,7 @@ void XMLReader::StartElement(const char* fullName, const char** attributes) {
         node.childIndex = node.previousSibling ? node.previousSibling->childIndex + 1 : 0;
     } else {
         m_document.m_root = &node;
+        m_document.m_hasNamespace = !name.space.empty();
     }
     if (const Attribute* const id = node.Find(Attr::Id); id && !id->value.empty()) {
         m_document.m_ids.try_emplace(id->value, &node);

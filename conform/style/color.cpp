@@ -1,6 +1,7 @@
 #include "style/color.h"
 
 #include "geometry/number_text.h"
+#include "style/color_spaces.h"
 #include "style/text.h"
 
 #include <Ozmira/SVG/ozmSVGParser.h>
@@ -136,6 +137,26 @@ Color FromHue(double degrees, auto&& mix) {
     return {component(0), component(8), component(4), 1};
 }
 
+/// A colour by lightness and two more coordinates, which for lch() and oklch() are a distance and an angle.
+std::optional<Color> ReadLab(std::string_view name, const Arguments& arguments) {
+    const bool isOk = StartsWithIgnoringCase(name, "ok");
+    if (isOk) name.remove_prefix(2);
+    const bool isPolar = EqualsIgnoringCase(name, "lch");
+    if ((!isPolar && !EqualsIgnoringCase(name, "lab")) || arguments.hasCommas) return {};
+    const auto& [first, second, third, last] = arguments.values;
+    const auto scaled = [](const Argument& argument, double whole) {
+        return argument.unit == Argument::Unit::Percent ? argument.value / 100 * whole : argument.value;
+    };
+    const double lightness = std::clamp(scaled(first, isOk ? 1 : 100), 0.0, isOk ? 1.0 : 100.0);
+    double a = scaled(second, isOk ? 0.4 : isPolar ? 150 : 125), b = scaled(third, isOk ? 0.4 : 125);
+    if (isPolar) {
+        const double angle = third.value * std::numbers::pi / 180, chroma = std::max(0.0, a);
+        a = chroma * std::cos(angle);
+        b = chroma * std::sin(angle);
+    }
+    return isOk ? FromOklab(lightness, a, b) : FromLab(lightness, a, b);
+}
+
 std::optional<Color> ReadFunction(std::string_view name, std::string_view text) {
     const std::optional<Arguments> arguments = ReadArguments(text);
     if (!arguments) return {};
@@ -158,6 +179,8 @@ std::optional<Color> ReadFunction(std::string_view name, std::string_view text) 
             black /= sum;
         }
         color = FromHue(first.value, [&](double k) { return white + (1 - white - black) * (0.5 - 0.5 * k); });
+    } else if (const std::optional<Color> lab = ReadLab(name, *arguments)) {
+        color = *lab;
     } else {
         return {};
     }

@@ -15,8 +15,8 @@ struct Color {
     bool operator==(const Color&) const = default;
 };
 
-/// Reads a colour of CSS Color 4, except "currentColor": hexadecimal, named, "transparent", rgb(), hsl(),
-/// hwb() in any case and syntax. None for everything else.
+/// Reads a colour of CSS Color 4, except "currentColor" and color(): hexadecimal, named, "transparent",
+/// rgb(), hsl(), hwb(), lab(), lch(), oklab() and oklch() in any case and syntax. None for everything else.
 std::optional<Color> ReadColor(std::string_view text);
 
 /// Appends "#rrggbb", or "#rgb" where that is the same; without the alpha.
