@@ -32,6 +32,7 @@ def below(root, *folders):
 
 
 CG = "platform/coregraphics"
+CONFORM_MODEL = {"include/OzmiraConform"}
 TOOL = "tools/ozmira"
 ALLOWED = {
     # The public headers, and the stand-ins for Apple's.
@@ -71,17 +72,32 @@ ALLOWED = {
     # The renderer uses CoreGraphics through its public headers only.
     "render": CORE_MODEL | APPLE,
     "api": CORE_MODEL | APPLE_OBJC,
+    # Checking and rewriting: it knows the parser, and nothing of drawing.
+    "include/OzmiraConform": set(),
+    "conform/base": CORE_MODEL,
+    "conform/geometry": CORE_MODEL,
+    "conform/source": CORE_MODEL | below("conform", "base"),
+    "conform/rules": CONFORM_MODEL | below("conform", "base", "source"),
+    "conform/style": CORE_MODEL | below("conform", "base", "geometry", "source"),
+    "conform/subset": CORE_MODEL | below("conform", "base", "geometry", "source", "style"),
+    "conform/scene": below("conform", "base", "geometry", "source", "style"),
+    "conform/split": below("conform", "base", "geometry", "source", "rules", "style", "scene"),
+    "conform/resolve": CORE_MODEL
+    | below("conform", "base", "geometry", "source", "rules", "style", "subset", "scene", "split"),
+    "conform/write": CONFORM_MODEL | below("conform", "base", "geometry", "source", "style", "scene", "split"),
+    "conform": CONFORM_MODEL
+    | below("conform", "base", "geometry", "source", "rules", "style", "subset", "scene", "split", "resolve", "write"),
     # The command-line tool.
     f"{TOOL}/base": CORE_MODEL,
     f"{TOOL}/files": CORE_MODEL | below(TOOL, "base"),
     f"{TOOL}/picture": CORE_MODEL | APPLE | below(TOOL, "base"),
-    f"{TOOL}/report": CORE_MODEL | below(TOOL, "base", "files"),
-    f"{TOOL}/commands": CORE_MODEL | APPLE | below(TOOL, "base", "files", "picture", "report"),
+    f"{TOOL}/report": CORE_MODEL | CONFORM_MODEL | below(TOOL, "base", "files"),
+    f"{TOOL}/commands": CORE_MODEL | CONFORM_MODEL | APPLE | below(TOOL, "base", "files", "picture", "report"),
     TOOL: below(TOOL, "base", "files", "picture", "report", "commands"),
 }
 # The public headers of the parser and the model, which know neither drawing nor Objective-C.
 CORE_HEADER = re.compile(r"include/Ozmira/(SVG/)?(ozm|OzmiraVersion)")
-ROOTS = ["core", CG, TOOL, "render", "api"]
+ROOTS = ["core", CG, TOOL, "render", "api", "conform"]
 INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]')
 
 
@@ -97,7 +113,7 @@ def resolve(root, file, quote, name):
 
 
 def violations(root):
-    for pattern in ("support", "core", "platform", "render", "api", "tools", "include"):
+    for pattern in ("support", "core", "platform", "render", "api", "conform", "tools", "include"):
         for path in sorted((root / pattern).rglob("*")):
             if path.suffix not in {".h", ".cpp", ".m", ".mm"}:
                 continue

@@ -1,6 +1,9 @@
 # Build options, and the compiler flags that all targets of the project share.
 
 option(OZMIRA_BUILD_TOOL "Build the command-line tool" "${PROJECT_IS_TOP_LEVEL}")
+cmake_dependent_option(OZMIRA_BUILD_CONFORM
+  "Build the library that checks and rewrites drawings (needs Expat and Clipper); the tool needs it"
+  "${PROJECT_IS_TOP_LEVEL}" "NOT OZMIRA_BUILD_TOOL" ON)
 option(OZMIRA_BUILD_EXAMPLES "Build the example programs" "${PROJECT_IS_TOP_LEVEL}")
 option(OZMIRA_BUILD_TESTS "Build the tests (needs GoogleTest)" OFF)
 option(OZMIRA_BUILD_BENCHMARKS "Build the benchmarks (needs Google Benchmark)" OFF)

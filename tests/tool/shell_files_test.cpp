@@ -47,7 +47,7 @@ bool HasWord(const std::string& text, const std::string& word) {
 TEST_F(ShellFiles, ListEveryCommandAndOption) {
     std::string manual = TextOf(OZMIRA_MANUAL);
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
-    for (const std::string command : {"", "render", "info", "dump"}) {
+    for (const std::string command : {"", "render", "check", "conform", "info", "dump"}) {
         const std::set<std::string> options = Options(command);
         EXPECT_TRUE(options.contains("--help")) << command;
         for (const std::string& option : options) {
@@ -62,7 +62,7 @@ TEST_F(ShellFiles, ListEveryCommandAndOption) {
             EXPECT_TRUE(HasWord(TextOf(file), command)) << file << command;
         }
     }
-    EXPECT_EQ(Options("render").size(), 14u);
+    EXPECT_EQ(Options("render").size(), 16u);
     EXPECT_TRUE(manual.find("\"Ozmira " OZMIRA_VERSION "\"") != std::string::npos);
 }
 
@@ -89,9 +89,16 @@ TEST_F(ShellFiles, CompleteInBash) {
     Write("icon.svg", "");
     Write("icon.txt", "");
     const std::pair<const char*, const char*> kCases[] = {
-        {"re", "render"},          {"render --sc", "--scale"},       {"render --scale 1,2,", "1,2,3"},
-        {"render ic", "icon.svg"}, {"render -o icon.t", "icon.txt"}, {"info --j", "--json"},
+        {"re", "render"},
+        {"render --sc", "--scale"},
+        {"render --scale 1,2,", "1,2,3"},
+        {"render ic", "icon.svg"},
+        {"render -o icon.t", "icon.txt"},
+        {"info --j", "--json"},
         {"dump i", "icon.svg"},
+        {"conf", "conform"},
+        {"check --sa", "--sarif"},
+        {"conform --in", "--in-place"},
     };
     for (const auto& [line, completion] : kCases) {
         EXPECT_EQ(Run("source '" + std::string(kBash) + "'; COMP_WORDS=(ozmira " + line +

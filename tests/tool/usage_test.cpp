@@ -23,7 +23,7 @@ TEST_F(Usage, ErrorsAreOneLineThatNamesWhatIsAccepted) {
         const char* arguments;
         const char* message; ///< A regular expression.
     } kCases[] = {
-        {"", "a command is missing: render, info or dump"},
+        {"", "a command is missing: render, check, conform, info or dump"},
         {"--bogus", "--bogus"},
         {"draw a.svg", "draw"},
         {"render", "ICON is required"},
@@ -60,6 +60,17 @@ TEST_F(Usage, ErrorsAreOneLineThatNamesWhatIsAccepted) {
         {"render a.svg -o ''", "-o: the name is empty"},
         {"render a.svg b.svg -o -", "standard output can hold one picture only"},
         {"render a.svg --scale 1,2 -o -", "standard output can hold one picture only"},
+        {"check", "FILE is required"},
+        {"check --json --sarif a.svg", "--"},
+        {"check --github --rules", "--"},
+        {"conform", "FILE is required"},
+        {"conform a.svg", "say where to write with -o PATH, or write --in-place"},
+        {"conform a.svg -o b.svg --in-place", "--in-place"},
+        {"conform a.svg -o .", "a.svg\" is a file to rewrite; choose another folder, or --in-place"},
+        {"conform a.svg -o a.svg", "a.svg\" is the file to "},
+        {"conform folder -o folder", "c.svg\" is a file to rewrite"},
+        {"conform - --in-place", "standard input \\(-\\) has no place"},
+        {"conform a.svg -o out --decimals 13", "--decimals: \"13\" is not a whole number from 0 to 12"},
         {"render - -", "standard input .* only once"},
         {"render a.svg b.svg -o new.png", "new.png\" can hold one picture only"},
         {"render a.svg b.svg -o a.svg", "a.svg\" is a file, and several pictures need a folder"},
@@ -79,7 +90,7 @@ TEST_F(Usage, ErrorsAreOneLineThatNamesWhatIsAccepted) {
 }
 
 TEST_F(Usage, EveryHelpHasExamples) {
-    for (const std::string command : {"", "render", "info", "dump"}) {
+    for (const std::string command : {"", "render", "check", "conform", "info", "dump"}) {
         const Outcome outcome = Run("ozmira " + command + " --help");
         EXPECT_EQ(outcome.exitCode, 0);
         EXPECT_EQ(outcome.errors, "");

@@ -18,6 +18,8 @@ namespace {
 constexpr const char* kFooter = R"(Examples:
   ozmira render icon.svg --width 24 --scale 1,2,3
   ozmira render icons/ -o pictures/
+  ozmira check icons/
+  ozmira conform icons/ -o conforming/
   ozmira info icon.svg
   ozmira dump --json icon.svg
 
@@ -53,9 +55,11 @@ int Run(CLI::App& tool, int argumentCount, char** arguments) {
     AddRenderCommand(tool, action);
     AddInfoCommand(tool, action);
     AddDumpCommand(tool, action);
+    AddCheckCommand(tool, action);
+    AddConformCommand(tool, action);
     try {
         tool.parse(argumentCount, arguments);
-        if (!action) throw UsageError("a command is missing: render, info or dump");
+        if (!action) throw UsageError("a command is missing: render, check, conform, info or dump");
         return action();
     } catch (const CLI::Success& request) {
         return PrintHelpOrVersion(tool, request);

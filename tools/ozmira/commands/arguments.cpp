@@ -82,4 +82,12 @@ unsigned ParseJobs(std::string_view option, std::string_view text) {
     ThrowBadValue(option, text, "a whole number of threads from " + Range(1, kMaximumJobs));
 }
 
+int ParseDecimals(std::string_view option, std::string_view text) {
+    constexpr double kMost = 12;
+    const double decimals = ParseNumber(text);
+    if (decimals >= 0 && decimals <= kMost && decimals == std::floor(decimals))
+        return static_cast<int>(decimals);
+    ThrowBadValue(option, text, "a whole number from " + Range(0, kMost));
+}
+
 } // namespace ozm::tool

@@ -22,6 +22,9 @@ Color ParseColorArgument(std::string_view option, std::string_view text);
 /// A number of seconds from 0 to `kMaximumTimeout`.
 double ParseTimeout(std::string_view option, std::string_view text);
 
+/// A number of decimals from 0 to 12.
+int ParseDecimals(std::string_view option, std::string_view text);
+
 /// A number of threads from 1 to `kMaximumJobs`.
 unsigned ParseJobs(std::string_view option, std::string_view text);
 

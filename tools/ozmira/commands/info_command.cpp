@@ -2,6 +2,7 @@
 #include "base/text.h"
 #include "commands/commands.h"
 #include "files/drawing_file.h"
+#include "files/output_plan.h"
 #include "report/batch_report.h"
 #include "report/document_json.h"
 #include "report/document_summary.h"
@@ -24,8 +25,9 @@ struct InfoOptions {
 };
 
 constexpr const char* kFooter =
-    R"("ignored" lists what a file uses but is not drawn, such as text or arcs in
-paths; "missing" lists the ids that references name but no element has.
+    R"("differs" lists what is drawn differently from a browser, by the rules of
+'ozmira check', which tells more; "missing" lists the ids that references name
+but no element has.
 
 Examples:
   ozmira info icon.svg
@@ -76,13 +78,13 @@ void WriteInfo(StandardOutput& output, const std::string& file, const Document& 
     line("definitions", FormatCount(document.definitions.size()));
     line("gradients", FormatCount(GradientCount(summary)));
     line("drawing", DescribeDrawing(summary));
-    std::string missing, ignored;
+    std::string missing, differs;
     for (const std::string& id : summary.missingIds) AppendTo(missing, "#" + OnOneLine(ValidUTF8(id)));
-    for (const auto& [feature, count] : summary.ignored) {
-        AppendTo(ignored, FormatCount(count) + " " + OnOneLine(ValidUTF8(feature)));
+    for (const auto& [rule, count] : summary.differences) {
+        AppendTo(differs, FormatCount(count) + " " + std::string(rule));
     }
     if (!missing.empty()) line("missing", missing);
-    if (!ignored.empty()) line("ignored", ignored);
+    if (!differs.empty()) line("differs", differs);
 }
 
 void WriteInfo(JSONWriter& json, const std::string& file, const Document& document,
@@ -119,9 +121,9 @@ void WriteInfo(JSONWriter& json, const std::string& file, const Document& docume
         json.Array([&] {
             for (const std::string& id : summary.missingIds) json.Value(id);
         });
-        json.Key("ignored");
+        json.Key("differences");
         json.Object([&] {
-            for (const auto& [feature, count] : summary.ignored) json.Member(ValidUTF8(feature), count);
+            for (const auto& [rule, count] : summary.differences) json.Member(rule, count);
         });
     });
 }
@@ -131,8 +133,10 @@ int Info(const InfoOptions& options) {
     JSONWriter json(output);
     int exitCode = kExitSuccess;
     const auto writeAll = [&] {
-        for (const std::string& file : options.files) {
+        for (const IconPlan& icon : ListInputs(options.files)) {
+            const std::string& file = icon.source;
             try {
+                if (!icon.problem.empty()) throw FileError(icon.problem);
                 const Drawing drawing = ReadDrawingWithElements(file);
                 const DocumentSummary summary = Summarise(drawing);
                 if (options.json) {
@@ -162,8 +166,8 @@ int Info(const InfoOptions& options) {
 
 void AddInfoCommand(CLI::App& tool, Action& action) {
     const auto options = std::make_shared<InfoOptions>();
-    CLI::App* const command = tool.add_subcommand("info", "Show what files contain and what is not drawn");
-    command->add_option("FILE", options->files, "Files to read; - is standard input")
+    CLI::App* const command = tool.add_subcommand("info", "Show what files contain and what differs");
+    command->add_option("FILE", options->files, "Files or folders to read; - is standard input")
         ->required()
         ->type_name("");
     command->add_flag("--json", options->json, "Print JSON");

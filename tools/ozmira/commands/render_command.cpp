@@ -1,9 +1,11 @@
 #include "base/errors.h"
+#include "base/parallel.h"
 #include "base/text.h"
 #include "base/tool_limits.h"
 #include "commands/arguments.h"
 #include "commands/commands.h"
 #include "files/drawing_file.h"
+#include "files/input_file.h"
 #include "files/output_plan.h"
 #include "files/staged_file.h"
 #include "files/standard_output.h"
@@ -12,11 +14,14 @@
 #include "picture/png_encoder.h"
 #include "report/batch_report.h"
 #include "report/drawing_check.h"
+#include "report/finding_text.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <atomic>
+#include <cctype>
+#include <cstring>
 #include <exception>
 #include <memory>
 #include <mutex>
@@ -37,6 +42,7 @@ struct RenderOptions {
     std::optional<std::string> output, width, height, fill, timeout, jobs;
     std::string scale = "1";
     bool debugFrames = false;
+    bool conforms = false, isStrict = false;
     bool quiet = false;
 };
 
@@ -52,6 +58,9 @@ A picture has at most 32,767 pixels on a side and 100,000,000 in all. Files of
 more than 64 MB, and drawings whose references form a cycle or multiply into
 more than 10,000,000 elements, are refused. Drawing is given up when it has
 taken 30 s of processor time, or the --timeout.
+
+At the end stands how many drawings look otherwise in a browser, and why, by the
+rules of 'ozmira check'; the warnings of a single ICON are printed.
 
 Exit status: 0 all drawn, 1 some could not be drawn, 2 wrong usage.
 
@@ -71,6 +80,8 @@ struct RenderSettings {
     RenderingState state = kRenderingStateDefault;
     bool debugFrames = false;
     double timeout = kDefaultTimeout; // seconds per picture
+    bool conforms = false;            // draw what `conform` would write
+    bool showsWarnings = true;
 };
 
 RenderSettings ReadSettings(const RenderOptions& options) {
@@ -80,6 +91,8 @@ RenderSettings ReadSettings(const RenderOptions& options) {
     settings.scales = ParseScales("--scale", options.scale);
     if (options.fill) settings.state.fillColor = ParseColorArgument("--fill", *options.fill);
     settings.debugFrames = options.debugFrames;
+    settings.conforms = options.conforms;
+    settings.showsWarnings = !options.quiet || options.isStrict;
     if (options.timeout) settings.timeout = ParseTimeout("--timeout", *options.timeout);
     return settings;
 }
@@ -93,32 +106,26 @@ public:
 
     void Run(unsigned jobs) {
         std::vector<PNGEncoder> encoders(std::clamp<size_t>(m_plan.icons.size(), 1, jobs));
-        std::vector<std::jthread> others;
-        others.reserve(encoders.size());
-        for (size_t i = 1; i < encoders.size(); ++i) {
-            try {
-                others.emplace_back([this, &encoder = encoders[i]] { Work(encoder); });
-            } catch (const std::exception&) {
-                break; // no more threads or memory: those already running do all the work
-            }
-        }
-        Work(encoders[0]);
+        ForEachInParallel(m_plan.icons.size(), jobs, [&](size_t i, size_t worker) {
+            std::string remarks;
+            std::string problem = Draw(m_plan.icons[i], encoders[worker], remarks);
+            m_report.Done(i, std::move(problem), std::move(remarks));
+        });
     }
 
     size_t PictureCount() const { return m_pictureCount; }
+    /// Of the icons that were drawn; none in pictures of conformed drawings.
+    const FindingCounts& Findings() const { return m_findings; }
 
 private:
-    void Work(PNGEncoder& encoder) {
-        for (size_t i = m_next++; i < m_plan.icons.size(); i = m_next++) {
-            m_report.Done(i, Draw(m_plan.icons[i], encoder));
-        }
-    }
-
     /// Draws the pictures of an icon. Returns what went wrong; empty if nothing did.
-    std::string Draw(const IconPlan& icon, PNGEncoder& encoder) noexcept {
+    std::string Draw(const IconPlan& icon, PNGEncoder& encoder, std::string& remarks) noexcept {
         try {
             if (!icon.problem.empty()) return Describe(icon, icon.problem.c_str());
-            DrawPictures(icon, encoder);
+            Drawing drawing =
+                m_settings.conforms ? ReadConformed(icon) : ReadDrawingWithElements(icon.source);
+            DrawPictures(icon, *drawing.document, encoder);
+            if (!m_settings.conforms) CountFindings(icon, drawing.text, remarks);
             return {};
         } catch (const std::bad_alloc&) {
             return Describe(icon, kOutOfMemory);
@@ -135,10 +142,34 @@ private:
         }
     }
 
-    void DrawPictures(const IconPlan& icon, PNGEncoder& encoder) {
-        const std::unique_ptr<Document> document = std::move(ReadDrawingWithElements(icon.source).document);
-        CheckDrawing(*document);
-        IconRenderer renderer(*document, m_settings.state, m_settings.debugFrames, m_settings.timeout);
+    static Drawing ReadConformed(const IconPlan& icon) {
+        conform::Result result = conform::Conform(ReadInput(icon.source));
+        if (!result.isRefused) return ParseDrawingWithElements(std::move(result.text));
+        const auto reason = std::find_if(result.findings.begin(), result.findings.end(),
+                                         [](const conform::Finding& f) { return !f.isConvertible; });
+        if (reason == result.findings.end()) throw FileError("can't be rewritten");
+        throw FileError("line " + std::to_string(reason->line) + ", column " +
+                        std::to_string(reason->column) + ": " + reason->message + "; " +
+                        std::string(reason->remedy) + " [" + std::string(reason->rule) + "]");
+    }
+
+    /// Warnings of a single icon become its remarks.
+    void CountFindings(const IconPlan& icon, const std::string& text, std::string& remarks) {
+        const std::vector<conform::Finding> findings = conform::Check(text);
+        if (m_plan.icons.size() == 1 && m_settings.showsWarnings) {
+            for (const conform::Finding& finding : findings) {
+                if (finding.severity != conform::Severity::Note) {
+                    remarks += DescribeFinding(icon.source, finding) + "\n";
+                }
+            }
+        }
+        const std::lock_guard lock(m_findingsMutex);
+        m_findings.Add(findings);
+    }
+
+    void DrawPictures(const IconPlan& icon, Document& document, PNGEncoder& encoder) {
+        CheckDrawing(document);
+        IconRenderer renderer(document, m_settings.state, m_settings.debugFrames, m_settings.timeout);
         double largest = 0;
         for (const double scale : m_settings.scales) {
             largest = std::max(largest, renderer.CheckSize(m_settings.size, scale));
@@ -166,18 +197,52 @@ private:
     BatchReport& m_report;
     TemporaryFiles m_temporaryFiles;
     std::mutex m_largePicture;
-    std::atomic<size_t> m_next = 0;
+    std::mutex m_findingsMutex;
+    FindingCounts m_findings;
     std::atomic<size_t> m_pictureCount = 0;
 };
+
+void PrintText(const std::string& text) {
+    StandardOutput output;
+    output.Write(text);
+    output.Flush();
+}
 
 /// Prints what was done to standard output, because it is not a problem.
 void PrintSummary(size_t pictures, size_t problems, const std::string& destination) {
     std::string text =
         pictures == 0 ? "no picture written" : CountOf(pictures, "picture") + " written to " + destination;
     if (problems > 0) text += ", " + CountOf(problems, "file") + " failed";
-    StandardOutput output;
-    output.Write(text + "\n");
-    output.Flush();
+    PrintText(text + "\n");
+}
+
+/// The text as one word of a shell.
+std::string ShellWord(const std::string& text) {
+    const auto isPlain = [](unsigned char c) { return std::isalnum(c) || std::strchr("/._-+@%,:", c); };
+    if (!text.empty() && std::all_of(text.begin(), text.end(), isPlain)) return text;
+    std::string quoted = "'";
+    for (const char c : text) quoted += c == '\'' ? "'\\''" : std::string(1, c);
+    return quoted + "'";
+}
+
+/// Says how many drawings look otherwise in a browser and why, and what tells more.
+std::string DescribeDifferences(const FindingCounts& counts, const std::vector<std::string>& icons) {
+    std::string text = FormatCount(counts.DifferentFiles()) + " of " + CountOf(counts.Files(), "drawing");
+    text += counts.DifferentFiles() == 1 ? " differs" : " differ";
+    text += " from a browser's picture:";
+    constexpr size_t kMostNamed = 8;
+    size_t rules = 0;
+    counts.ForEachRule([&](std::string_view rule, std::string_view, uint64_t files, uint64_t) {
+        if (++rules > kMostNamed) return;
+        text += (rules == 1 ? " " : ", ") + FormatCount(files) + " " + std::string(rule);
+    });
+    if (rules > kMostNamed) text += ", and " + FormatCount(rules - kMostNamed) + " more rules";
+    text += "\n'ozmira check";
+    constexpr size_t kMostInputs = 3;
+    for (size_t i = 0; i < std::min(icons.size(), kMostInputs); ++i)
+        text += " " + ShellWord(OnOneLine(icons[i]));
+    if (icons.size() > kMostInputs) text += " ...";
+    return text + "' tells where; --conform draws as a browser does\n";
 }
 
 int Render(const RenderOptions& options) {
@@ -190,6 +255,7 @@ int Render(const RenderOptions& options) {
         throw UsageError("a picture would go to the terminal; redirect it, or name a file with -o");
     }
     size_t pictures = 0, problems = 0;
+    FindingCounts findings;
     {
         const bool showProgress = plan.icons.size() > 1 && !options.quiet && ::isatty(STDERR_FILENO);
         BatchReport report(plan.icons.size(), showProgress);
@@ -197,9 +263,14 @@ int Render(const RenderOptions& options) {
         batch.Run(jobs);
         pictures = batch.PictureCount();
         problems = report.Problems();
+        findings = batch.Findings();
     }
-    if (!options.quiet && !plan.toStandardOutput) PrintSummary(pictures, problems, plan.destination);
-    return problems == 0 ? kExitSuccess : kExitFailure;
+    if (!options.quiet && !plan.toStandardOutput) {
+        PrintSummary(pictures, problems, plan.destination);
+        if (findings.DifferentFiles() > 0) PrintText(DescribeDifferences(findings, options.icons));
+    }
+    const bool isFailure = problems > 0 || (options.isStrict && findings.DifferentFiles() > 0);
+    return isFailure ? kExitFailure : kExitSuccess;
 }
 
 } // namespace
@@ -225,6 +296,8 @@ void AddRenderCommand(CLI::App& tool, Action& action) {
         ->type_name("S");
     command->add_option("-j,--jobs", options->jobs, "Threads, 1 to 256; one for each core if absent")
         ->type_name("N");
+    command->add_flag("--conform", options->conforms, "Draw as a browser does: what conform would write");
+    command->add_flag("--strict", options->isStrict, "Exit with 1 where a browser's picture differs");
     command->add_flag("-q,--quiet", options->quiet, "Print problems only");
     command->footer(kFooter);
     command->callback([options, &action] { action = [options] { return Render(*options); }; });

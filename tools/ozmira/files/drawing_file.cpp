@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <new>
 #include <string_view>
+#include <utility>
 
 namespace ozm::tool {
 namespace {
@@ -45,9 +46,9 @@ std::string DescribeTopElement(const rapidxml::xml_document<char>& xml) {
 
 } // namespace
 
-Drawing ReadDrawing(const std::string& path) try {
+Drawing ParseDrawing(std::string text) try {
     Drawing drawing;
-    drawing.text = ReadInput(path);
+    drawing.text = std::move(text);
     const auto tags = std::count(drawing.text.begin(), drawing.text.end(), '<');
     if (tags > static_cast<ptrdiff_t>(kMaximumTags)) {
         throw FileError("has more than " + FormatCount(kMaximumTags) +
@@ -55,6 +56,12 @@ Drawing ReadDrawing(const std::string& path) try {
     }
     drawing.document = SVGParser().CreateDocumentWithSVGData(drawing.text.c_str());
     return drawing;
+} catch (const std::bad_alloc&) {
+    throw FileError("needs more memory to be read than there is; split the drawing");
+}
+
+Drawing ReadDrawing(const std::string& path) try {
+    return ParseDrawing(ReadInput(path));
 } catch (const std::bad_alloc&) {
     throw FileError("needs more memory to be read than there is; split the drawing");
 }
@@ -82,10 +89,17 @@ std::string WhyNothingToDraw(const std::string& text) {
     }
 }
 
-Drawing ReadDrawingWithElements(const std::string& path) {
-    Drawing drawing = ReadDrawing(path);
+namespace {
+
+Drawing WithElements(Drawing drawing) {
     if (drawing.document->elements.empty()) throw FileError(WhyNothingToDraw(drawing.text));
     return drawing;
 }
+
+} // namespace
+
+Drawing ParseDrawingWithElements(std::string text) { return WithElements(ParseDrawing(std::move(text))); }
+
+Drawing ReadDrawingWithElements(const std::string& path) { return WithElements(ReadDrawing(path)); }
 
 } // namespace ozm::tool

@@ -13,6 +13,10 @@ struct Drawing {
     std::unique_ptr<Document> document; ///< Never null; has no elements if the text is not a drawing.
 };
 
+/// Parses text. Throws `FileError` if it has more than `kMaximumTags` tags or needs more memory than there
+/// is.
+Drawing ParseDrawing(std::string text);
+
 /// Reads and parses a file, or standard input for "-". Throws `FileError` if it can't be read, has more than
 /// `kMaximumTags` tags or needs more memory than there is.
 Drawing ReadDrawing(const std::string& path);
@@ -21,7 +25,8 @@ Drawing ReadDrawing(const std::string& path);
 /// too deep, is not well-formed XML (with the position of the fault) or has no `svg` element.
 std::string WhyNothingToDraw(const std::string& text);
 
-/// Like `ReadDrawing`, but throws `FileError` with the reason if there is nothing to draw.
+/// Like `ParseDrawing` and `ReadDrawing`, but throw `FileError` with the reason if there is nothing to draw.
+Drawing ParseDrawingWithElements(std::string text);
 Drawing ReadDrawingWithElements(const std::string& path);
 
 } // namespace ozm::tool

@@ -111,15 +111,15 @@ OutputKind ChooseOutputKind(const std::vector<std::string>& inputs,
     return single ? OutputKind::File : OutputKind::Folder;
 }
 
-/// Throws if the name of an output folder is an existing file or was meant for a single picture.
-void CheckFolder(const std::string& folder) {
+/// Throws if the name of an output folder is an existing file or was meant for a single file.
+void CheckFolder(const std::string& folder, std::string_view extension) {
     std::error_code ignored;
     if (IsFolderName(folder)) return;
     if (fs::exists(folder, ignored)) {
         throw UsageError("-o: \"" + OnOneLine(folder) +
                          "\" is a file, and several pictures need a folder; name a folder");
     }
-    if (fs::path(folder).extension() == ".png") {
+    if (fs::path(folder).extension() == extension) {
         throw UsageError("-o: \"" + OnOneLine(folder) +
                          "\" can hold one picture only; for several, name a folder and end it with /");
     }
@@ -139,8 +139,9 @@ fs::path FileTarget(const fs::path& output, double scale) {
     return output.parent_path() / (output.stem().string() + suffix + output.extension().string());
 }
 
-std::string FolderTarget(const fs::path& folder, const fs::path& stem, double scale) {
-    return (folder / stem).lexically_normal().string() + ScaleSuffix(scale) + ".png";
+std::string FolderTarget(const fs::path& folder, const fs::path& stem, double scale,
+                         std::string_view extension) {
+    return (folder / stem).lexically_normal().string() + ScaleSuffix(scale) + std::string(extension);
 }
 
 /// Of two sources with the same target, gives the second one a problem. Removes sources that are named twice.
@@ -166,13 +167,11 @@ void ResolveCollisions(std::vector<IconPlan>& icons) {
     std::erase_if(icons, [&](const IconPlan&) { return repeated[index++]; });
 }
 
-} // namespace
-
-OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
-                      std::span<const double> scales) {
+OutputPlan Plan(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
+                std::span<const double> scales, std::string_view extension) {
     const OutputKind kind = ChooseOutputKind(inputs, output);
     const std::string folder = output.value_or("");
-    if (kind == OutputKind::Folder && output) CheckFolder(folder);
+    if (kind == OutputKind::Folder && output) CheckFolder(folder, extension);
 
     std::vector<Source> sources = ListSources(inputs);
     OutputPlan plan;
@@ -195,7 +194,7 @@ OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optiona
                     CheckIsNoInput(inputs, icon.targets.back());
                     break;
                 case OutputKind::Folder:
-                    icon.targets.push_back(FolderTarget(folder, source.stem, scale));
+                    icon.targets.push_back(FolderTarget(folder, source.stem, scale, extension));
                     break;
                 }
             }
@@ -204,6 +203,44 @@ OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optiona
     }
     ResolveCollisions(plan.icons);
     return plan;
+}
+
+} // namespace
+
+OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
+                      std::span<const double> scales) {
+    return Plan(inputs, output, scales, ".png");
+}
+
+OutputPlan PlanDrawings(const std::vector<std::string>& inputs, const std::optional<std::string>& output) {
+    const double scale = 1;
+    OutputPlan plan = Plan(inputs, output, {&scale, 1}, ".svg");
+    for (const IconPlan& icon : plan.icons) {
+        std::error_code ignored;
+        if (icon.targets.empty() || icon.source == "-" || icon.targets[0] == "-") continue;
+        if (!fs::equivalent(icon.source, icon.targets[0], ignored)) continue;
+        throw UsageError("-o: \"" + OnOneLine(icon.targets[0]) +
+                         "\" is a file to rewrite; choose another folder, or --in-place");
+    }
+    return plan;
+}
+
+OutputPlan PlanInPlace(const std::vector<std::string>& inputs) {
+    OutputPlan plan;
+    plan.destination = "their places";
+    for (Source& source : ListSources(inputs)) {
+        if (source.path == "-") throw UsageError("--in-place: standard input (-) has no place to write to");
+        plan.icons.push_back({source.path, {source.path}, std::move(source.problem)});
+    }
+    ResolveCollisions(plan.icons);
+    return plan;
+}
+
+std::vector<IconPlan> ListInputs(const std::vector<std::string>& inputs) {
+    std::vector<IconPlan> icons;
+    for (Source& source : ListSources(inputs))
+        icons.push_back({std::move(source.path), {}, std::move(source.problem)});
+    return icons;
 }
 
 } // namespace ozm::tool

@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace ozm::tool {
@@ -33,5 +34,13 @@ struct OutputPlan {
 /// planned once. Throws `UsageError` for outputs that can't be intended, such as an input file.
 OutputPlan PlanOutput(const std::vector<std::string>& inputs, const std::optional<std::string>& output,
                       std::span<const double> scales);
+
+/// Plans in the same way one drawing for each input, called as the input is. No output may be an input.
+OutputPlan PlanDrawings(const std::vector<std::string>& inputs, const std::optional<std::string>& output);
+/// Plans to put drawings in the place of the inputs, which must be files and folders.
+OutputPlan PlanInPlace(const std::vector<std::string>& inputs);
+
+/// The files of a list of files and folders in the order in which a plan has them; targets are empty.
+std::vector<IconPlan> ListInputs(const std::vector<std::string>& inputs);
 
 } // namespace ozm::tool

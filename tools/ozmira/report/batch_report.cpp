@@ -39,16 +39,18 @@ BatchReport::BatchReport(size_t count, bool showProgress) : m_showProgress(showP
 
 BatchReport::~BatchReport() { HideProgress(); }
 
-void BatchReport::Done(size_t index, std::string problem) noexcept {
+void BatchReport::Done(size_t index, std::string problem, std::string remarks) noexcept {
     const std::lock_guard lock(m_mutex);
     ++m_doneCount;
     if (!problem.empty()) ++m_problems;
-    m_items[index] = {true, std::move(problem)};
+    m_items[index] = {true, std::move(problem), std::move(remarks)};
     for (; m_firstUnfinished < m_items.size() && m_items[m_firstUnfinished].isDone; ++m_firstUnfinished) {
         const std::string waiting = std::exchange(m_items[m_firstUnfinished].problem, {});
-        if (waiting.empty()) continue;
+        const std::string before = std::exchange(m_items[m_firstUnfinished].remarks, {});
+        if (waiting.empty() && before.empty()) continue;
         HideProgress();
-        PrintProblem(waiting);
+        WriteError(before);
+        if (!waiting.empty()) PrintProblem(waiting);
     }
     ShowProgress();
 }

@@ -23,9 +23,10 @@ public:
     BatchReport(const BatchReport&) = delete;
     BatchReport& operator=(const BatchReport&) = delete;
 
-    /// Reports that item `index` is done. `problem` is the message about it; empty if there is none. Call
-    /// once for every item. Allocates nothing.
-    void Done(size_t index, std::string problem) noexcept;
+    /// Reports that item `index` is done. `problem` is the message about it; empty if there is none.
+    /// `remarks` are complete lines that are printed before it and do not count as a problem. Call once for
+    /// every item. Allocates nothing.
+    void Done(size_t index, std::string problem, std::string remarks = {}) noexcept;
 
     /// Number of items with a problem.
     size_t Problems() const { return m_problems; }
@@ -33,7 +34,7 @@ public:
 private:
     struct Item {
         bool isDone = false;
-        std::string problem; ///< Kept until all items before this one are done.
+        std::string problem, remarks; ///< Kept until all items before this one are done.
     };
 
     void ShowProgress();

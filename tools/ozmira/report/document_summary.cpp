@@ -1,9 +1,9 @@
 #include "report/document_summary.h"
 
 #include "base/errors.h"
-#include "report/ignored_features.h"
 
 #include <Ozmira/ozmReferences.h>
+#include <OzmiraConform/OzmiraConform.h>
 
 namespace ozm::tool {
 namespace {
@@ -43,7 +43,9 @@ DocumentSummary Summarise(const Drawing& drawing) {
         summary.problem = error.what();
     }
     summary.missingIds = FindMissingIds(document);
-    summary.ignored = FindIgnoredFeatures(drawing.text);
+    for (const conform::Finding& finding : conform::Check(drawing.text)) {
+        if (finding.severity != conform::Severity::Note) ++summary.differences[finding.rule];
+    }
     return summary;
 }
 

@@ -10,6 +10,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 
 namespace ozm::tool {
 
@@ -19,9 +20,10 @@ struct DocumentSummary {
     std::array<uint64_t, 9> elementCounts{};
     uint64_t hiddenCount = 0;
     DrawingCost cost;
-    std::string problem;                     ///< If not empty, why the drawing can't be drawn.
-    std::set<std::string> missingIds;        ///< Ids that references name but no element has.
-    std::map<std::string, uint64_t> ignored; ///< See `FindIgnoredFeatures`.
+    std::string problem;              ///< If not empty, why the drawing can't be drawn.
+    std::set<std::string> missingIds; ///< Ids that references name but no element has.
+    /// Rules of errors and warnings, and how often each was met.
+    std::map<std::string_view, uint64_t> differences;
 };
 
 /// Summarises a drawing, which must have elements.
