@@ -94,7 +94,10 @@ bool Walker::ApplyClip(const Node& clipPath, const Node& node, Context& context,
     const ContextPointer content = ContentContext(clipPath, user);
     content->colorMatrix = {};
     content->isClipContent = true;
-    if (!EnterTransform(clipPath, *content)) return false;
+    if (!EnterTransform(clipPath, *content)) {
+        if (isCompared) m_differences.Report(Rule::ClipPath, clipPath.offset);
+        return false;
+    }
     if (clipPath.Get(Attr::ClipPathUnits) == "objectBoundingBox") {
         const Box box = ObjectBox(node, context);
         if (box.IsEmpty()) return false;
