@@ -107,6 +107,7 @@ bool Walker::ApplyClip(const Node& clipPath, const Node& node, Context& context,
     if (const ReferenceValue& outer = content->style.clipPath; outer.kind == ReferenceValue::Kind::Local) {
         const Node* const target = m_document.FindById(outer.id);
         if (target && target->tag == Tag::ClipPath) {
+            if (isCompared) m_differences.Report(Rule::ClipPath, clipPath.offset);
             Context around = user;
             if (!ApplyClip(*target, node, around, false)) return false;
             context.clip = around.clip;
