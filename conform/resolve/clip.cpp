@@ -94,7 +94,10 @@ bool Walker::ApplyClip(const Node& clipPath, const Node& node, Context& context,
     const ContextPointer content = ContentContext(clipPath, user);
     content->colorMatrix = {};
     content->isClipContent = true;
-    if (!EnterTransform(clipPath, *content)) return false;
+    if (!EnterTransform(clipPath, *content)) {
+        if (isCompared) m_differences.Report(Rule::ClipPath, clipPath.offset);
+        return false;
+    }
     if (clipPath.Get(Attr::ClipPathUnits) == "objectBoundingBox") {
         const Box box = ObjectBox(node, context);
         if (box.IsEmpty()) return false;
@@ -104,6 +107,7 @@ bool Walker::ApplyClip(const Node& clipPath, const Node& node, Context& context,
     if (const ReferenceValue& outer = content->style.clipPath; outer.kind == ReferenceValue::Kind::Local) {
         const Node* const target = m_document.FindById(outer.id);
         if (target && target->tag == Tag::ClipPath) {
+            if (isCompared) m_differences.Report(Rule::ClipPath, clipPath.offset);
             Context around = user;
             if (!ApplyClip(*target, node, around, false)) return false;
             context.clip = around.clip;

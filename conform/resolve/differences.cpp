@@ -1,5 +1,6 @@
 #include "resolve/differences.h"
 
+#include "resolve/viewport.h"
 #include "style/text.h"
 
 #include <algorithm>
@@ -71,7 +72,8 @@ void Differences::CompareFrame(const Node& root, const Box& box, double width, d
         !differ(shown.bottom, box.bottom)) {
         return;
     }
-    if (frame.viewWidth == 128 && frame.viewHeight == 128 && viewBox && Differ(width, 128)) {
+    const bool isFallback = frame.viewWidth == 128 && frame.viewHeight == 128 && Differ(width, 128);
+    if (viewBox && (isFallback || !ReadViewBox(viewBox->value))) {
         return Report(Rule::ViewBox, viewBox->offset);
     }
     if (Differ(frame.width * height, frame.height * width)) {
@@ -82,6 +84,15 @@ void Differences::CompareFrame(const Node& root, const Box& box, double width, d
     const Attribute* const ratio = root.Find(Attr::PreserveAspectRatio);
     const Attribute* const place = ratio ? ratio : viewBox;
     Report(Rule::AspectRatio, place ? place->offset : root.offset);
+}
+
+void Differences::CompareUnknownFrame(const Node& root) {
+    const OzmiraFrame frame = ReadOzmiraFrame(root);
+    if (!(frame.width > 0 && frame.height > 0)) return Report(Rule::NoSize, root.offset);
+    for (const Attr attr : {Attr::ViewBox, Attr::Width, Attr::Height}) {
+        const Attribute* const attribute = root.Find(attr);
+        if (attribute) return Report(attr == Attr::ViewBox ? Rule::ViewBox : Rule::Size, attribute->offset);
+    }
 }
 
 void Differences::CompareDisplay(const Node& node, const Context& context, bool isHiddenForOzmira) {

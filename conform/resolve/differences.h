@@ -38,6 +38,8 @@ public:
     void ReportAttribute(const Node& node, Attr attr, Rule rule);
 
     void CompareFrame(const Node& root, const Box& box, double width, double height);
+    /// The drawing has no size to a browser.
+    void CompareUnknownFrame(const Node& root);
     void CompareDisplay(const Node& node, const Context& context, bool isHiddenForOzmira);
     void CompareOpacity(const Node& node, const Context& context, double opacityForOzmira);
     /// `local` is what a browser makes of the element's transform.

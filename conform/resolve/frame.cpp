@@ -71,6 +71,7 @@ void Walker::SetUpFrame(Scene& scene, Context& context) {
         if (attribute && attribute->value.ends_with('%'))
             m_findings.Add(Rule::ViewportSize, attribute->offset);
     }
+    if (m_isSizeUnknown) return m_differences.CompareUnknownFrame(root);
     m_differences.CompareFrame(root, scene.viewBox, scene.width, scene.height);
 }
 

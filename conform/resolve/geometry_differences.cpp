@@ -151,11 +151,14 @@ void Differences::CompareNothing(const Node& node, const Context& context) {
         isHidden = node.tag == Tag::Ellipse && ((width == 0 && OzmiraAttribute(node, Attr::Rx)) ||
                                                 (height == 0 && OzmiraAttribute(node, Attr::Ry)));
     }
+    // Any `visibility` makes Ozmira draw what a size of 0 hides.
+    const std::string_view style = node.Get(Attr::Style);
+    if (node.Has(Attr::Visibility) || style.find("visibility") != std::string_view::npos) isHidden = false;
     if (isHidden || (width == 0 && height == 0)) return;
     const bool hasArea = width != 0 && height != 0;
-    const OzmiraStyle& style = context.ozmira;
-    const bool isFilled = hasArea && (style.HasFill() || !style.fillReference.empty());
-    if (isFilled || (style.HasStroke() && style.strokeWidth > 0)) {
+    const OzmiraStyle& own = context.ozmira;
+    const bool isFilled = hasArea && (own.HasFill() || !own.fillReference.empty());
+    if (isFilled || (own.HasStroke() && own.strokeWidth > 0)) {
         Report(Rule::ShapeSyntax, node.offset, node.localName);
     }
 }

@@ -67,36 +67,40 @@ Walker::ContextPointer Walker::Enter(const Node& node, const Context& parent) {
     ContextPointer context = std::make_unique<Context>(parent);
     ++context->depth;
     context->style = ComputeStyle(parent.style, m_sheets.Of(node));
-    const bool isRoot = !node.parent;
-    OzmiraElement element;
-    if (context->isSeen && !isRoot) element = ApplyOzmiraStyle(node, context->ozmira);
+    OzmiraElement element; // of the root Ozmira reads no style
+    if (context->isSeen && node.parent) element = ApplyOzmiraStyle(node, context->ozmira);
+    if (!EnterDisplay(node, element, *context) || !EnterTransform(node, *context)) return {};
+    if (m_isMeasuring) return context;
+    if (!EnterClipPath(node, element, *context)) return {};
+    if (context->isClipContent) return context;
+    if (context->style.opacity == 0 || !EnterEffects(node, *context)) return {};
+    return context;
+}
+
+bool Walker::EnterDisplay(const Node& node, const OzmiraElement& element, Context& context) {
     if (!PassesConditions(node)) {
-        if (context->isSeen && !element.isHidden) {
+        if (context.isSeen && !element.isHidden) {
             m_differences.Report(Rule::Conditional, node.offset,
                                  node.Has(Attr::SystemLanguage) ? "systemLanguage" : "requiredExtensions");
         }
-        return {};
+        return false;
     }
-    if (context->isSeen) {
-        m_differences.CompareDisplay(node, *context, element.isHidden);
-        if (element.isHidden) context->isSeen = false;
-        if (context->style.isDisplayed) m_differences.CompareOpacity(node, *context, element.opacity);
-    }
-    if (!context->style.isDisplayed) return {};
-    if (!EnterTransform(node, *context)) return {};
-    if (m_isMeasuring) return context;
-    if (context->style.opacity == 0 && !context->isClipContent) return {};
+    if (context.isSeen) m_differences.CompareDisplay(node, context, element.isHidden);
+    if (element.isHidden) context.isSeen = false;
+    if (!context.style.isDisplayed) return false;
+    if (context.isSeen) m_differences.CompareOpacity(node, context, element.opacity);
+    return true;
+}
 
-    const ReferenceValue& clip = context->style.clipPath;
+bool Walker::EnterClipPath(const Node& node, const OzmiraElement& element, Context& context) {
+    const ReferenceValue& clip = context.style.clipPath;
     const Node* clipPath = clip.kind == ReferenceValue::Kind::Local ? m_document.FindById(clip.id) : nullptr;
     if (clipPath && clipPath->tag != Tag::ClipPath) clipPath = nullptr;
-    if (context->isSeen) m_differences.CompareClips(node, *context, clipPath, element.clips);
+    if (context.isSeen) m_differences.CompareClips(node, context, clipPath, element.clips);
     if (clip.kind == ReferenceValue::Kind::Other && !StartsWithIgnoringCase(clip.text, "url(")) {
         m_findings.Add(Rule::ClipShape, node.offset);
     }
-    if (clipPath && !ApplyClip(*clipPath, node, *context, context->isSeen)) return {};
-    if (!context->isClipContent && !EnterEffects(node, *context)) return {};
-    return context;
+    return !clipPath || ApplyClip(*clipPath, node, context, context.isSeen);
 }
 
 bool Walker::EnterEffects(const Node& node, Context& context) {

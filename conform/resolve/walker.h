@@ -36,7 +36,10 @@ private:
     /// Counts what takes time; false, and a finding, once that is too much.
     bool CountVisit(const Node& node);
     bool PassesConditions(const Node& node) const;
+    // The steps of `Enter`; false when nothing is drawn.
+    bool EnterDisplay(const Node& node, const OzmiraElement& element, Context& context);
     bool EnterTransform(const Node& node, Context& context);
+    bool EnterClipPath(const Node& node, const OzmiraElement& element, Context& context);
     /// Applies clip path, mask and filter; false when they hide everything.
     bool EnterEffects(const Node& node, Context& context);
     void EnterGroup(const Node& node, double opacity, Context& context);

@@ -47,7 +47,7 @@ constexpr Row kTable[] = {
      {"reference-cycle", Severity::Error, "references lead back to {}", "take the cycle out", "files",
       kRefused}},
     {Rule::ViewBox,
-     {"view-box", Severity::Warning, "this viewBox is read as 0 0 128 128",
+     {"view-box", Severity::Warning, "this viewBox is read otherwise, mostly as 0 0 128 128",
       "separate four plain numbers by blanks", "sizes-and-coordinates", kConvertible}},
     {Rule::Size,
      {"size", Severity::Warning, "the size is read otherwise, so proportions differ",
