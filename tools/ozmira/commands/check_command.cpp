@@ -28,7 +28,7 @@ struct CheckOptions {
 constexpr const char* kFooter =
     R"(Prints FILE:LINE:COLUMN: SEVERITY: what is different; what to do [RULE], and for
 several files a summary by rule. An error means that nothing can be drawn, a
-warning that something is drawn otherwise than in a browser; a note is worth
+warning that something is drawn differently from a browser; a note is worth
 knowing, but nothing looks different.
 
 Exit status: 0 no error and no warning, 1 some, 2 wrong usage.
@@ -172,7 +172,7 @@ int Check(const CheckOptions& options) {
 
 void AddCheckCommand(CLI::App& tool, Action& action) {
     const auto options = std::make_shared<CheckOptions>();
-    CLI::App* const command = tool.add_subcommand("check", "Name what is drawn otherwise than in a browser");
+    CLI::App* const command = tool.add_subcommand("check", "List what a browser draws differently");
     command->add_option("FILE", options->inputs, "Files or folders to check; - is standard input")
         ->type_name("");
     CLI::Option* const json = command->add_flag("--json", options->json, "Print JSON");

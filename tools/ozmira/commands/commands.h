@@ -19,7 +19,7 @@ void AddRenderCommand(CLI::App& tool, Action& action);
 void AddInfoCommand(CLI::App& tool, Action& action);
 /// Prints the document parsed from a file.
 void AddDumpCommand(CLI::App& tool, Action& action);
-/// Names what would be drawn otherwise than in a browser.
+/// Lists what a browser draws differently.
 void AddCheckCommand(CLI::App& tool, Action& action);
 /// Rewrites files so that they are drawn as in a browser.
 void AddConformCommand(CLI::App& tool, Action& action);

@@ -59,8 +59,8 @@ more than 64 MB, and drawings whose references form a cycle or multiply into
 more than 10,000,000 elements, are refused. Drawing is given up when it has
 taken 30 s of processor time, or the --timeout.
 
-At the end stands how many drawings look otherwise in a browser, and why, by the
-rules of 'ozmira check'; the warnings of a single ICON are printed.
+The last lines tell how many drawings look different in a browser, and why, by
+the rules of 'ozmira check'; the warnings of a single ICON are printed.
 
 Exit status: 0 all drawn, 1 some could not be drawn, 2 wrong usage.
 
@@ -225,7 +225,7 @@ std::string ShellWord(const std::string& text) {
     return quoted + "'";
 }
 
-/// Says how many drawings look otherwise in a browser and why, and what tells more.
+/// Describes how many drawings look different in a browser and why, and which command tells more.
 std::string DescribeDifferences(const FindingCounts& counts, const std::vector<std::string>& icons) {
     std::string text = FormatCount(counts.DifferentFiles()) + " of " + CountOf(counts.Files(), "drawing");
     text += counts.DifferentFiles() == 1 ? " differs" : " differ";

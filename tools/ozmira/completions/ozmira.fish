@@ -19,7 +19,7 @@ complete -c ozmira -n '__fish_seen_subcommand_from render' -l timeout -x -d 'Sec
 complete -c ozmira -n '__fish_seen_subcommand_from render conform' -s j -l jobs -x -d 'Number of threads'
 complete -c ozmira -n '__fish_seen_subcommand_from render conform' -s q -l quiet -d 'Print problems only'
 complete -c ozmira -n '__fish_seen_subcommand_from render' -l conform -d 'Draw as a browser does'
-complete -c ozmira -n '__fish_seen_subcommand_from render' -l strict -d 'Exit with 1 where a browser draws otherwise'
+complete -c ozmira -n '__fish_seen_subcommand_from render' -l strict -d 'Exit with 1 if a browser draws differently'
 complete -c ozmira -n '__fish_seen_subcommand_from check' -l sarif -d 'Print a SARIF log'
 complete -c ozmira -n '__fish_seen_subcommand_from check' -l github -d 'Print annotations'
 complete -c ozmira -n '__fish_seen_subcommand_from check' -l rules -d 'List every rule'
