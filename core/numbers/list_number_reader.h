@@ -37,8 +37,8 @@ enum CharacterTrait : uint8_t {
 constexpr auto kCharacterTraits = [] {
     std::array<uint8_t, 256> traits{};
     for (size_t c = 0; c < '-'; ++c) traits[c] = kUnusualAfterNumber;
-    for (const unsigned char c : {' ', '\t', '\n', '\r', ','}) traits[c] = 0;
-    for (const unsigned char c : {'e', 'E'}) traits[c] = kUnusualAfterNumber;
+    for (const char c : {' ', '\t', '\n', '\r', ','}) traits[static_cast<unsigned char>(c)] = 0;
+    for (const char c : {'e', 'E'}) traits[static_cast<unsigned char>(c)] = kUnusualAfterNumber;
     for (size_t c = 0; c <= ' '; ++c) traits[c] |= kUnusualAfterSeparator;
     traits[','] |= kUnusualAfterSeparator;
     return traits;
