@@ -34,7 +34,7 @@ inline constexpr size_t kMaximumMaskLevels = 32;
 /// Most gradients or patterns that take what they lack from each other.
 inline constexpr size_t kMaximumTemplates = 64;
 
-/// Most tiles of a pattern in one shape. The prototype of all patterns, a hatching over a large area, has a
+/// Most tiles of a pattern in one shape. A hatching over a large area has a
 /// few hundred; each tile repeats the pattern's shapes.
 inline constexpr double kMaximumTiles = 1'000;
 
