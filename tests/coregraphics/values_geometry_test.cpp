@@ -58,7 +58,6 @@ TEST(Rect, KeepsTheSignOfZeroOrigins) {
     }
     EXPECT_TRUE(
         isNegative({CGRectGetMaxX({{-0.0, -0.0}, {-1, -1}}), CGRectGetMaxY({{-0.0, -0.0}, {-1, -1}})}));
-    EXPECT_FALSE(isNegative({CGRectGetMaxX({{-0.0, -0.0}, {0, 0}}), CGRectGetMaxY({{-0.0, -0.0}, {0, 0}})}));
 }
 
 TEST(Rect, InsetAndOffset) {
