@@ -6,7 +6,6 @@ using namespace ozm::test;
 using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::MatchesRegex;
-using testing::Not;
 
 namespace {
 
