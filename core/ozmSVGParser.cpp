@@ -226,10 +226,9 @@ void SVGParser::ProcessTransformAttribute(Element& element, const XMLNode& node)
 void SVGParser::ProcessCommonAttributes(uint64_t index, const XMLNode& node) {
     Element& element = document->elements[index];
     const ElementAttributes attributes(node);
-    if (const StringView* const id = attributes.ID()) element.id.assign(id->data, id->length);
+    if (const auto id = attributes.ID()) element.id.assign(id->data, id->length);
     ProcessStyleAttributes(element, attributes);
-    if (const StringView* const transform = attributes.Transform())
-        ParseTransform(*transform, element.transform);
+    if (const auto transform = attributes.Transform()) ParseTransform(*transform, element.transform);
 }
 
 } // namespace ozm

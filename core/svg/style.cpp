@@ -113,7 +113,7 @@ void SVGParser::ProcessStyleAttributes(Element& element, const ElementAttributes
         if (name == StylePropertyName::Visibility) element.hidden = false;
         ApplyProperty(*this, name, value, element, style);
     });
-    if (const StringView* const declarations = attributes.Style()) {
+    if (const auto declarations = attributes.Style()) {
         ProcessCSSStylePropertyDeclarations(*declarations, element, style);
     }
     if (style.properties.empty()) {
