@@ -66,7 +66,7 @@ Path StrokeArea(const Shape& shape, double tolerance) {
 
 Path PaintedArea(const Shape& shape, double tolerance) {
     if (!shape.stroke) return shape.fill ? FillArea(shape, tolerance) : Path{};
-    const Path stroke = StrokeArea(shape, tolerance);
+    Path stroke = StrokeArea(shape, tolerance);
     if (!shape.fill) return stroke;
     const Path fill = FillArea(shape, tolerance);
     return Combine(AreaOperation::Union, {fill}, {stroke}, tolerance);
