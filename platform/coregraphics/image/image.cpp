@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 
-using ozcg::PixelLayout;
 using ozcg::Ref;
 
 namespace ozcg {

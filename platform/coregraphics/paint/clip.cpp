@@ -46,7 +46,7 @@ Ref<ClipMask> ClipMask::make(const IntRect& box) {
         (*unused)->setBox(box);
         return *unused;
     }
-    const auto mask = Ref<ClipMask>::adopting(new ClipMask);
+    auto mask = Ref<ClipMask>::adopting(new ClipMask);
     mask->setBox(box);
     if (isKept && kept.size() < kKeptMasks) kept.push_back(mask);
     return mask;

@@ -26,12 +26,10 @@ void forEachNearPiece(const Cubic<double>& c, const Bounds& box, Emit&& emit, in
     const double near = std::max(kFloatRange, std::max(box.x1 - box.x0, box.y1 - box.y0) / kMaxPiecesAcross);
     const auto [x0, x1] = std::minmax({c.p0.x, c.p1.x, c.p2.x, c.p3.x});
     const auto [y0, y1] = std::minmax({c.p0.y, c.p1.y, c.p2.y, c.p3.y});
-    if (x1 < box.x0 || x0 > box.x1 || y1 < box.y0 || y0 > box.y1) {
-        emit(c, false);
-    } else if (0.5 * x1 - 0.5 * x0 <= near && 0.5 * y1 - 0.5 * y0 <= near) {
-        emit(c, true);
-    } else if (depth == 0) {
-        emit(c, false);
+    const bool isOutside = x1 < box.x0 || x0 > box.x1 || y1 < box.y0 || y0 > box.y1;
+    const bool isSmall = 0.5 * x1 - 0.5 * x0 <= near && 0.5 * y1 - 0.5 * y0 <= near;
+    if (isOutside || isSmall || depth == 0) {
+        emit(c, !isOutside && isSmall);
     } else {
         Cubic<double> first, second;
         halve(c, first, second);

@@ -152,7 +152,8 @@ void PathData::append(const PathData& other, const CGAffineTransform& m) {
 
 // For a transform whose result is not finite at some of the points.
 void PathData::appendOneByOne(const PathData& other, const CGAffineTransform& m) {
-    const PathData source = other;
+    // The other path may be this one.
+    const PathData source = other; // NOLINT(performance-unnecessary-copy-initialization)
     forEachElement(source, [&](Verb verb, const CGPoint* p) {
         const auto at = [&](size_t i) { return CGPointApplyAffineTransform(p[i], m); };
         switch (verb) {

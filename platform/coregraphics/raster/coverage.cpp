@@ -44,9 +44,9 @@ void CoverageAccumulator::begin(const IntRect& box) {
     const int width = std::max(box.width(), 0), height = std::max(box.height(), 0);
     constexpr int kBlock = 1 << kBlockShift;
     const int blocks = (width + kPadColumns + kBlock - 1) / kBlock;
-    m_stride = static_cast<size_t>(blocks * kBlock);
+    m_stride = static_cast<size_t>(blocks) * kBlock;
     m_wordsPerRow = static_cast<size_t>((blocks + 63) / 64);
-    const auto rows = static_cast<size_t>(height + kPadRows);
+    const size_t rows = static_cast<size_t>(height) + kPadRows;
     makeRoom(m_cells, m_cellCapacity, rows * m_stride);
     makeRoom(m_words, m_wordCapacity, rows * m_wordsPerRow);
     m_interrupt.restart();

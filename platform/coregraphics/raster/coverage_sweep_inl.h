@@ -32,9 +32,10 @@ public:
 
     HWY_INLINE void block(int x, const hn::Vec<Ints> (&alphas)[kGroups]) {
         const hn::Rebind<uint8_t, Ints> d8;
-        for (int i = 0; i < kGroups; ++i) hn::StoreU(hn::DemoteTo(d8, alphas[i]), d8, m_out + x + kGroup * i);
+        for (size_t i = 0; i < kGroups; ++i)
+            hn::StoreU(hn::DemoteTo(d8, alphas[i]), d8, m_out + x + kGroup * i);
         auto any = alphas[0];
-        for (int i = 1; i < kGroups; ++i) any = hn::Or(any, alphas[i]);
+        for (size_t i = 1; i < kGroups; ++i) any = hn::Or(any, alphas[i]);
         if (!hn::AllTrue(Ints(), hn::Eq(any, hn::Zero(Ints()))) || !m_range.empty()) extend(x, x + kBlock);
     }
 

@@ -28,8 +28,8 @@ constexpr int kBlock = 1 << kBlockShift;
 using Floats = hn::CappedTag<float, kBlock>;
 using Ints = hn::Rebind<int32_t, Floats>;
 
-constexpr int kGroup = static_cast<int>(hn::MaxLanes(Floats())); // pixels of a vector
-constexpr int kGroups = kBlock / kGroup;
+constexpr size_t kGroup = hn::MaxLanes(Floats()); // pixels of a vector
+constexpr size_t kGroups = kBlock / kGroup;
 
 // The coverage, 0...255, of accumulated areas.
 template <bool kEvenOdd>
@@ -71,9 +71,10 @@ HWY_INLINE hn::Vec<Floats> PrefixSums(hn::Vec<Floats> v, hn::Vec<Floats>& total)
 // The order of additions is that of the widest vector, so that all instruction sets draw the same.
 HWY_INLINE hn::Vec<Floats> PrefixSumsOfBlock(hn::Vec<Floats> (&sums)[kGroups],
                                              hn::Vec<Floats> (&totals)[kGroups]) {
-    for (int step = 1; step < kGroups; step *= 2) {
-        for (int first = 0; first < kGroups; first += 2 * step) {
-            for (int i = first + step; i < first + 2 * step; ++i) sums[i] = hn::Add(sums[i], totals[first]);
+    for (size_t step = 1; step < kGroups; step *= 2) {
+        for (size_t first = 0; first < kGroups; first += 2 * step) {
+            for (size_t i = first + step; i < first + 2 * step; ++i)
+                sums[i] = hn::Add(sums[i], totals[first]);
             totals[first] = hn::Add(totals[first], totals[first + step]);
         }
     }
@@ -100,7 +101,7 @@ HWY_INLINE void SweepCells(float* cells, const float* ahead, std::span<uint64_t>
             // Most edges continue in the next rows, too far away in memory for the hardware's prefetcher.
             hwy::Prefetch(ahead + x);
             hn::Vec<Floats> sums[kGroups], totals[kGroups];
-            for (int i = 0; i < kGroups; ++i) {
+            for (size_t i = 0; i < kGroups; ++i) {
                 sums[i] = PrefixSums(hn::Load(d, c + i * kGroup), totals[i]);
                 hn::Store(zero, d, c + i * kGroup);
             }
@@ -109,7 +110,7 @@ HWY_INLINE void SweepCells(float* cells, const float* ahead, std::span<uint64_t>
             sink.prefetch(x);
             if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(sum)));
             hn::Vec<Ints> alphas[kGroups];
-            for (int i = 0; i < kGroups; ++i) alphas[i] = Alpha<kEvenOdd>(hn::Add(sums[i], sum));
+            for (size_t i = 0; i < kGroups; ++i) alphas[i] = Alpha<kEvenOdd>(hn::Add(sums[i], sum));
             sum = hn::Add(sum, total);
             sink.block(x, alphas);
             at = x + kBlock;

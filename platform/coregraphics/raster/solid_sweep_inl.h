@@ -46,7 +46,7 @@ public:
     HWY_INLINE void block(int x, const hn::Vec<Ints> (&alphas)[kGroups]) {
         uint8_t* const pixels = m_row + 4 * static_cast<size_t>(x);
         if (x + kBlock > m_width) return mixFirst(pixels, static_cast<size_t>(m_width - x), alphas);
-        for (int i = 0; i < kGroups; ++i) {
+        for (size_t i = 0; i < kGroups; ++i) {
             uint8_t* const group = pixels + 4 * kGroup * i;
             hn::StoreU(mix(hn::LoadU(D8(), group), alphas[i]), D8(), group);
         }
@@ -59,18 +59,17 @@ private:
     /// The first n pixels of a block that extends past the end of the row.
     HWY_INLINE void mixFirst(uint8_t* pixels, size_t n, const hn::Vec<Ints> (&alphas)[kGroups]) const {
         if constexpr (kGroup > kNarrow) { // AVX2 and AVX-512, which do not access lanes that are masked out
-            constexpr size_t kStep = kGroup;
             const hn::Rebind<uint32_t, Ints> d32;
-            for (size_t i = 0; i < kGroups && n > i * kStep; ++i) {
-                const auto some = hn::FirstN(d32, n - i * kStep);
-                auto* const group = reinterpret_cast<uint32_t*>(pixels) + i * kStep;
+            for (size_t i = 0; i < kGroups && n > i * kGroup; ++i) {
+                const auto some = hn::FirstN(d32, n - i * kGroup);
+                auto* const group = reinterpret_cast<uint32_t*>(pixels) + i * kGroup;
                 const auto under = hn::BitCast(D8(), hn::MaskedLoad(some, d32, group));
                 hn::BlendedStore(hn::BitCast(d32, mix(under, alphas[i])), some, d32, group);
             }
         } else {
             alignas(16) uint8_t rest[4 * kBlock] = {};
             std::memcpy(rest, pixels, 4 * n);
-            for (int i = 0; i < kGroups; ++i) {
+            for (size_t i = 0; i < kGroups; ++i) {
                 uint8_t* const group = rest + 4 * kGroup * i;
                 hn::Store(mix(hn::Load(D8(), group), alphas[i]), D8(), group);
             }
