@@ -15,6 +15,9 @@ inline constexpr uint32_t kMaximumDepth = kMaximumNestingDepth;
 /// hundred bytes.
 inline constexpr uint32_t kMaximumWalkDepth = kMaximumNestingDepth;
 
+/// Deepest nesting in which markers are drawn. Markers on the shapes of markers multiply with every level.
+inline constexpr uint32_t kMaximumMarkerDepth = 64;
+
 /// Most elements visited, each counted for every reference through which it is reached. Real drawings stay
 /// below 50,000; a dozen nested references can ask for billions.
 inline constexpr uint32_t kMaximumVisits = 200'000;
@@ -34,8 +37,8 @@ inline constexpr size_t kMaximumMaskLevels = 32;
 /// Most gradients or patterns that take what they lack from each other.
 inline constexpr size_t kMaximumTemplates = 64;
 
-/// Most tiles of a pattern in one shape. A hatching over a large area has a
-/// few hundred; each tile repeats the pattern's shapes.
+/// Most tiles of a pattern in one shape. A hatching over a large area has a few hundred; each tile repeats
+/// the pattern's shapes.
 inline constexpr double kMaximumTiles = 1'000;
 
 /// Most dashes of one stroke.

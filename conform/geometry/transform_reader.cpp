@@ -1,5 +1,6 @@
 #include "geometry/transform_reader.h"
 
+#include "geometry/css_units.h"
 #include "geometry/number_text.h"
 
 #include <Ozmira/SVG/ozmSVGParser.h>
@@ -7,8 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <iterator>
-#include <numbers>
 
 namespace ozm::conform {
 
@@ -104,26 +103,7 @@ constexpr Function kFunctions[] = {
      [](const double* v, int) { return Matrix::Rotation(v[0]); }},
 };
 
-constexpr char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return LowerCase(x) == LowerCase(y); });
-}
-
-/// The value of a unit in a table; none for other units.
-struct Unit {
-    std::string_view name;
-    double value;
-};
-template <size_t N>
-std::optional<double> Find(const Unit (&units)[N], std::string_view name) {
-    for (const Unit& unit : units) {
-        if (EqualsIgnoringCase(unit.name, name)) return unit.value;
-    }
-    return {};
-}
-
+/// Reads a transform list.
 class TransformReader {
 public:
     TransformReader(std::string_view text, TransformSyntax syntax, const TransformUnits& units)
@@ -181,7 +161,7 @@ private:
 
     const Function* ReadName() {
         const char* const begin = m_p;
-        while (m_p != m_end && LowerCase(*m_p) >= 'a' && LowerCase(*m_p) <= 'z') ++m_p;
+        while (m_p != m_end && ToLower(*m_p) >= 'a' && ToLower(*m_p) <= 'z') ++m_p;
         const std::string_view name(begin, static_cast<size_t>(m_p - begin));
         if (!m_isStyle) SkipSpaces(m_p, m_end);
         if (m_p == m_end || *m_p != '(') return nullptr;
@@ -196,7 +176,7 @@ private:
     bool ReadArgument(Kind kind, double& value) {
         if (!ReadNumber(m_p, m_end, value)) return false;
         const char* const begin = m_p;
-        while (m_p != m_end && (*m_p == '%' || (LowerCase(*m_p) >= 'a' && LowerCase(*m_p) <= 'z'))) ++m_p;
+        while (m_p != m_end && (*m_p == '%' || (ToLower(*m_p) >= 'a' && ToLower(*m_p) <= 'z'))) ++m_p;
         const std::string_view unit(begin, static_cast<size_t>(m_p - begin));
         const std::optional<double> factor = UnitFactor(kind, unit, value);
         if (factor) value *= *factor;
@@ -205,11 +185,6 @@ private:
 
     /// What to multiply a value by; none for a unit that does not fit.
     std::optional<double> UnitFactor(Kind kind, std::string_view unit, double value) const {
-        constexpr double kDegree = std::numbers::pi / 180;
-        static constexpr Unit kAngles[] = {
-            {"deg", kDegree}, {"grad", kDegree * 0.9}, {"rad", 1}, {"turn", kDegree * 360}};
-        static constexpr Unit kLengths[] = {{"px", 1},       {"in", 96}, {"cm", 96 / 2.54}, {"mm", 96 / 25.4},
-                                            {"pt", 4.0 / 3}, {"pc", 16}, {"q", 96 / 101.6}};
         const bool mayLackUnit = !m_isStyle || value == 0;
         switch (kind) {
         case Kind::Number: return unit.empty() ? std::optional<double>(1) : std::nullopt;
@@ -217,8 +192,9 @@ private:
             if (unit.empty()) return 1;
             return unit == "%" ? std::optional<double>(0.01) : std::nullopt;
         case Kind::Angle:
-            if (unit.empty()) return mayLackUnit ? std::optional<double>(kDegree) : std::nullopt;
-            return Find(kAngles, unit);
+            if (unit.empty()) return mayLackUnit ? std::optional<double>(kRadiansPerDegree) : std::nullopt;
+            if (const std::optional<double> degrees = AngleUnit(unit)) return *degrees * kRadiansPerDegree;
+            return {};
         default: break;
         }
         if (unit.empty()) return mayLackUnit ? std::optional<double>(1) : std::nullopt;
@@ -226,7 +202,7 @@ private:
         if (EqualsIgnoringCase(unit, "em")) return m_units.fontSize;
         if (EqualsIgnoringCase(unit, "ex")) return m_units.fontSize / 2;
         if (EqualsIgnoringCase(unit, "rem")) return m_units.rootFontSize;
-        return Find(kLengths, unit);
+        return AbsoluteLengthUnit(unit);
     }
 
     const char* m_p;

@@ -1,7 +1,7 @@
 #include "resolve/differences.h"
 
+#include "geometry/text.h"
 #include "resolve/viewport.h"
-#include "style/text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "resolve/geometry.h"
 
 #include "geometry/path_reader.h"
-#include "style/text.h"
+#include "geometry/text.h"
 
 #include <utility>
 #include <vector>

@@ -1,8 +1,8 @@
 // Gradients, from their elements to where they lie in the drawing.
+#include "geometry/text.h"
 #include "geometry/transform_reader.h"
 #include "resolve/template_chain.h"
 #include "resolve/walker.h"
-#include "style/text.h"
 
 #include <algorithm>
 

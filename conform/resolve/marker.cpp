@@ -1,7 +1,9 @@
 // Markers at the vertices of paths.
+#include "base/limits.h"
+#include "geometry/css_units.h"
+#include "geometry/text.h"
 #include "resolve/viewport.h"
 #include "resolve/walker.h"
-#include "style/text.h"
 
 #include <cmath>
 #include <numbers>
@@ -64,7 +66,7 @@ double AngleOf(const Vertex& vertex) {
     return from + std::remainder(AngleOf(*out) - from, 2 * std::numbers::pi) / 2;
 }
 
-/// An angle of `orient`, in radians.
+/// An angle of `orient`, in radians; 0 if it is not valid.
 double ReadAngle(std::string_view text) {
     text = Trim(text);
     const char* p = text.data();
@@ -72,10 +74,23 @@ double ReadAngle(std::string_view text) {
     double angle = 0;
     if (!ReadNumber(p, end, angle)) return 0;
     const std::string_view unit(p, static_cast<size_t>(end - p));
-    if (unit == "rad") return angle;
-    if (unit == "grad") return angle * std::numbers::pi / 200;
-    if (unit == "turn") return angle * 2 * std::numbers::pi;
-    return angle * std::numbers::pi / 180;
+    return angle * kRadiansPerDegree * (unit.empty() ? 1 : AngleUnit(unit).value_or(0));
+}
+
+/// The reference point of a marker along one axis, in its content's coordinates.
+double ReferencePoint(std::string_view text, double whole) {
+    text = Trim(text);
+    if (text == "center") return whole / 2;
+    if (text == "right" || text == "bottom") return whole;
+    const std::optional<CssLength> length = ReadLength(text);
+    return length ? Resolve(*length, {whole, 16, 16}) : 0; // also for "left" and "top"
+}
+
+/// The angle at which a marker stands where the path has a direction.
+double MarkerAngle(const Node& marker, double direction, bool isStart) {
+    const std::string_view orient = Trim(marker.Get(Attr::Orient));
+    if (orient == "auto" || (orient == "auto-start-reverse" && !isStart)) return direction;
+    return orient == "auto-start-reverse" ? direction + std::numbers::pi : ReadAngle(orient);
 }
 
 } // namespace
@@ -109,7 +124,7 @@ void Walker::EmitMarker(const Node& marker, Point place, double angle, bool isSt
     const ContextPointer content = ContentContext(marker, context);
     content->references = &reference;
     content->clip = context.clip;
-    if (content->depth > 64) return;
+    if (content->depth > kMaximumMarkerDepth) return;
     content->contextPaints = {shape.fill, shape.stroke, FindPattern(context.style.fill, context),
                               FindPattern(context.style.stroke, context), shape.matrix};
     if (!content->style.isDisplayed) return;
@@ -121,13 +136,8 @@ void Walker::EmitMarker(const Node& marker, Point place, double angle, bool isSt
     const double height = length(Attr::MarkerHeight, 3, context.BaseY());
     if (!(width > 0 && height > 0)) return;
 
-    const std::string_view orient = Trim(marker.Get(Attr::Orient));
-    if (orient == "auto-start-reverse" && isStart) {
-        angle += std::numbers::pi;
-    } else if (orient != "auto" && orient != "auto-start-reverse") {
-        angle = ReadAngle(orient);
-    }
-    Matrix matrix = shape.matrix * Matrix::Translation(place.x, place.y) * Matrix::Rotation(angle);
+    Matrix matrix = shape.matrix * Matrix::Translation(place.x, place.y) *
+                    Matrix::Rotation(MarkerAngle(marker, angle, isStart));
     if (marker.Get(Attr::MarkerUnits) != "userSpaceOnUse") {
         matrix = matrix * Matrix::Scaling(shape.pen.width, shape.pen.width);
     }
@@ -142,16 +152,8 @@ void Walker::EmitMarker(const Node& marker, Point place, double angle, bool isSt
         content->viewWidth = width;
         content->viewHeight = height;
     }
-    // The reference point is in the content's coordinates.
-    const auto refer = [&](Attr attr, double whole) {
-        const std::string_view text = Trim(marker.Get(attr));
-        if (text == "left" || text == "top") return 0.0;
-        if (text == "center") return whole / 2;
-        if (text == "right" || text == "bottom") return whole;
-        return length(attr, 0, {whole, 16, 16});
-    };
-    const Point point =
-        fit.Map({refer(Attr::RefX, content->viewWidth), refer(Attr::RefY, content->viewHeight)});
+    const Point point = fit.Map({ReferencePoint(marker.Get(Attr::RefX), content->viewWidth),
+                                 ReferencePoint(marker.Get(Attr::RefY), content->viewHeight)});
     matrix = matrix * Matrix::Translation(-point.x, -point.y);
     if (!content->style.isOverflowVisible) content->clip = AddRectangleClip(shown, matrix, content->clip);
     content->matrix = matrix * fit;

@@ -1,7 +1,7 @@
 // Elements that are drawn elsewhere, or in a viewport of their own.
+#include "geometry/text.h"
 #include "resolve/viewport.h"
 #include "resolve/walker.h"
-#include "style/text.h"
 
 namespace ozm::conform {
 

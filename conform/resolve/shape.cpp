@@ -1,6 +1,6 @@
 // Shapes with their paints, in the order in which they are painted.
+#include "geometry/text.h"
 #include "resolve/walker.h"
-#include "style/text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // Transforms of elements, gradients and patterns.
+#include "geometry/text.h"
 #include "geometry/transform_reader.h"
 #include "resolve/walker.h"
-#include "style/text.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "resolve/viewport.h"
 
 #include "geometry/number_text.h"
-#include "style/text.h"
+#include "geometry/text.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The walk over the tree of elements.
 #include "base/limits.h"
+#include "geometry/text.h"
 #include "resolve/walker.h"
-#include "style/text.h"
 
 namespace ozm::conform {
 namespace {

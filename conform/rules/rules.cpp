@@ -1,5 +1,7 @@
 #include "rules/rules.h"
 
+#include "base/limits.h"
+
 #include <array>
 #include <iterator>
 
@@ -47,10 +49,10 @@ constexpr Row kTable[] = {
      {"reference-cycle", Severity::Error, "references lead back to {}", "take the cycle out", "files",
       kRefused}},
     {Rule::ViewBox,
-     {"view-box", Severity::Warning, "this viewBox is read otherwise, mostly as 0 0 128 128",
+     {"view-box", Severity::Warning, "this viewBox is read differently, mostly as 0 0 128 128",
       "separate four plain numbers by blanks", "sizes-and-coordinates", kConvertible}},
     {Rule::Size,
-     {"size", Severity::Warning, "the size is read otherwise, so proportions differ",
+     {"size", Severity::Warning, "the size is read differently, so proportions differ",
       "write width and height as plain numbers, or leave out both", "sizes-and-coordinates", kConvertible}},
     {Rule::AspectRatio,
      {"aspect-ratio", Severity::Warning,
@@ -70,11 +72,11 @@ constexpr Row kTable[] = {
      {"current-color", Severity::Warning, "currentColor is not understood, so the inherited {} stays",
       "leave a fill out; give a stroke a colour", "left-out", kConvertible}},
     {Rule::ColorSyntax,
-     {"color-syntax", Severity::Warning, "this colour of {} is read otherwise",
+     {"color-syntax", Severity::Warning, "this colour of {} is read differently",
       "write #rrggbb and an opacity", "left-out", kConvertible}},
     {Rule::OpacitySyntax,
-     {"opacity-syntax", Severity::Warning, "this value of {} is read otherwise", "write a number from 0 to 1",
-      "style", kConvertible}},
+     {"opacity-syntax", Severity::Warning, "this value of {} is read differently",
+      "write a number from 0 to 1", "style", kConvertible}},
     {Rule::ValueSyntax,
      {"value-syntax", Severity::Warning, "this value of {} is not understood",
       "write a plain number or keyword", "style", kConvertible}},
@@ -82,16 +84,16 @@ constexpr Row kTable[] = {
      {"inherited-gradient", Severity::Warning, "an inherited gradient stays in force under this fill",
       "give gradients to shapes, not to groups with other fills", "style", kConvertible}},
     {Rule::MissingReference,
-     {"missing-reference", Severity::Warning, "{} names nothing, and what a browser does then is not done",
+     {"missing-reference", Severity::Warning, "{} names nothing, which a browser treats differently",
       "correct the name", "style", kConvertible}},
     {Rule::Visibility,
      {"visibility", Severity::Warning, "visibility hides nothing and undoes display=\"none\"",
       "write display=\"none\"", "style", kConvertible}},
     {Rule::Display,
-     {"display", Severity::Warning, "display is read otherwise", "write display=\"none\" as an attribute",
+     {"display", Severity::Warning, "display is read differently", "write display=\"none\" as an attribute",
       "style", kConvertible}},
     {Rule::TransformSyntax,
-     {"transform-syntax", Severity::Warning, "this transform is read otherwise",
+     {"transform-syntax", Severity::Warning, "this transform is read differently",
       "write plain numbers, and blanks between functions", "sizes-and-coordinates", kConvertible}},
     {Rule::TransformProperty,
      {"transform-property", Severity::Warning, "{} in style is ignored", "write a transform attribute",
@@ -113,13 +115,13 @@ constexpr Row kTable[] = {
       "a relative command after z continues from the last point drawn, not from the start of the subpath",
       "begin with an absolute M", "paths", kConvertible}},
     {Rule::PathSyntax,
-     {"path-syntax", Severity::Warning, "path data is read otherwise from here on", "complete the command",
+     {"path-syntax", Severity::Warning, "path data is read differently from here on", "complete the command",
       "paths", kConvertible}},
     {Rule::PointsSyntax,
-     {"points-syntax", Severity::Warning, "points are read otherwise", "write an even count of plain numbers",
-      "paths", kConvertible}},
+     {"points-syntax", Severity::Warning, "points are read differently",
+      "write an even count of plain numbers", "paths", kConvertible}},
     {Rule::ShapeSyntax,
-     {"shape-syntax", Severity::Warning, "the sizes of this {} are read otherwise", "write what is not given",
+     {"shape-syntax", Severity::Warning, "the sizes of this {} are read differently", "write all its sizes",
       "paths", kConvertible}},
     {Rule::Symbol,
      {"symbol", Severity::Warning, "a symbol is left out", "make it a <g> inside <defs>", "left-out",
@@ -214,17 +216,17 @@ constexpr Row kTable[] = {
      {"gradient-rule", Severity::Warning, "fill-rule does not apply to gradient fills",
       "reverse the outlines of holes", "gradients", kConvertible}},
     {Rule::GradientStops,
-     {"gradient-stops", Severity::Warning, "the stops of this gradient are read otherwise",
+     {"gradient-stops", Severity::Warning, "the stops of this gradient are read differently",
       "write stops with attributes into it", "gradients", kConvertible}},
     {Rule::GradientGeometry,
      {"gradient-geometry", Severity::Warning,
-      "this gradient lies otherwise: defaults, inherited attributes, units and boxes count less",
+      "this gradient lies elsewhere: its defaults, inherited attributes, units or box are read differently",
       "use gradientUnits=\"userSpaceOnUse\" with all coordinates", "gradients", kConvertible}},
     {Rule::GradientSpread,
      {"gradient-spread", Severity::Warning, "spreadMethod is ignored", "repeat the stops", "gradients",
       kConvertible}},
     {Rule::ClipPath,
-     {"clip-path", Severity::Warning, "this clip path is read otherwise",
+     {"clip-path", Severity::Warning, "this clip path is read differently",
       "put one shape with all its transforms into it", "clipping", kConvertible}},
     {Rule::ClipRule,
      {"clip-rule", Severity::Warning, "the shapes in a clip path form one outline under the nonzero rule",
@@ -249,6 +251,9 @@ constexpr bool IsInOrder() {
     return true;
 }
 static_assert(IsInOrder());
+
+// The messages state these limits.
+static_assert(kMaximumDepth == 1'024 && kMaximumTiles == 1'000 && kMaximumDashes == 20'000);
 
 constexpr auto kInfos = [] {
     std::array<RuleInfo, std::size(kTable)> infos{};

@@ -1,4 +1,4 @@
-// What Ozmira draws otherwise than a browser: one rule for each cause.
+// What Ozmira draws differently from a browser: one rule for each cause.
 #pragma once
 
 #include <OzmiraConform/OzmiraConform.h>
@@ -7,7 +7,7 @@
 
 namespace ozm::conform {
 
-/// In the order of the table.
+/// The rules, in the order of the table.
 enum class Rule : uint8_t {
     IllFormed,
     NoSvg,
@@ -83,6 +83,7 @@ enum class Rule : uint8_t {
     NoNamespace,
 };
 
+/// What the rule says about itself.
 const RuleInfo& InfoOf(Rule rule);
 
 } // namespace ozm::conform

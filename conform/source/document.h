@@ -56,6 +56,7 @@ struct Node {
 /// Why a text is no drawing.
 enum class XMLFault : uint8_t { None, IllFormed, TooDeep, TooLarge, NoSVG };
 
+/// A drawing's elements, or why there are none.
 class Document {
 public:
     /// Reads XML text, which has to outlive the document.

@@ -6,6 +6,7 @@
 
 namespace ozm::conform {
 
+/// Elements.
 enum class Tag : uint8_t {
     Other,   ///< An element of SVG without a meaning here, such as `desc` or `animate`.
     Foreign, ///< An element of another namespace.
@@ -144,7 +145,9 @@ constexpr bool IsInherited(Attr attr) { return attr <= kLastInherited; }
 /// True for properties that only the elements of some names have as attributes, which geometry reads.
 constexpr bool IsGeometry(Attr attr) { return attr > kLastPresentation && attr < Attr::Marker; }
 
+/// The attribute or property of this name; `Other` for all others.
 Attr AttrOf(std::string_view name);
+/// Its name.
 std::string_view NameOf(Attr attr);
 
 } // namespace ozm::conform

@@ -1,8 +1,9 @@
 #include "style/color.h"
 
+#include "geometry/css_units.h"
 #include "geometry/number_text.h"
+#include "geometry/text.h"
 #include "style/color_spaces.h"
-#include "style/text.h"
 
 #include <Ozmira/SVG/ozmSVGParser.h>
 
@@ -83,15 +84,9 @@ std::optional<Argument> ReadArgument(const char*& p, const char* end) {
         return argument;
     }
     argument.unit = Argument::Unit::Degrees;
-    if (EqualsIgnoringCase(name, "rad")) {
-        argument.value *= 180 / std::numbers::pi;
-    } else if (EqualsIgnoringCase(name, "grad")) {
-        argument.value *= 0.9;
-    } else if (EqualsIgnoringCase(name, "turn")) {
-        argument.value *= 360;
-    } else if (!EqualsIgnoringCase(name, "deg")) {
-        return {};
-    }
+    const std::optional<double> degrees = AngleUnit(name);
+    if (!degrees) return {};
+    argument.value *= *degrees;
     return argument;
 }
 

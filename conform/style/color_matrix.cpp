@@ -1,7 +1,7 @@
 #include "style/color_matrix.h"
 
 #include "geometry/number_text.h"
-#include "style/text.h"
+#include "geometry/text.h"
 
 #include <algorithm>
 #include <cmath>

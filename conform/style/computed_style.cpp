@@ -1,6 +1,6 @@
 #include "style/computed_style.h"
 
-#include "style/text.h"
+#include "geometry/text.h"
 
 #include <algorithm>
 #include <cmath>

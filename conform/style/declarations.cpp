@@ -1,6 +1,6 @@
 #include "style/declarations.h"
 
-#include "style/text.h"
+#include "geometry/text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,23 +1,26 @@
 #include "style/length.h"
 
+#include "geometry/css_units.h"
 #include "geometry/number_text.h"
-#include "style/text.h"
+#include "geometry/text.h"
 
 #include <algorithm>
 
 namespace ozm::conform {
 namespace {
 
-constexpr struct {
-    std::string_view name;
-    double factor;
-    Unit unit;
-} kUnits[] = {
-    {"px", 1, Unit::User},       {"%", 1, Unit::Percent},       {"em", 1, Unit::Em},
-    {"pt", 4.0 / 3, Unit::User}, {"mm", 96 / 25.4, Unit::User}, {"cm", 96 / 2.54, Unit::User},
-    {"in", 96, Unit::User},      {"pc", 16, Unit::User},        {"ex", 1, Unit::Ex},
-    {"rem", 1, Unit::Rem},       {"q", 96 / 101.6, Unit::User},
-};
+std::optional<CssLength> LengthIn(double value, std::string_view unit) {
+    constexpr struct {
+        std::string_view name;
+        Unit unit;
+    } kRelative[] = {{"%", Unit::Percent}, {"em", Unit::Em}, {"ex", Unit::Ex}, {"rem", Unit::Rem}};
+    for (const auto& relative : kRelative) {
+        if (EqualsIgnoringCase(unit, relative.name)) return CssLength{value, relative.unit};
+    }
+    if (const std::optional<double> size = AbsoluteLengthUnit(unit))
+        return CssLength{value * *size, Unit::User};
+    return {};
+}
 
 } // namespace
 
@@ -28,11 +31,7 @@ std::optional<CssLength> ReadLength(std::string_view text) {
     double value = 0;
     if (!ReadNumber(p, end, value)) return {};
     if (p == end) return CssLength{value, Unit::User};
-    const std::string_view name(p, static_cast<size_t>(end - p));
-    for (const auto& unit : kUnits) {
-        if (EqualsIgnoringCase(name, unit.name)) return CssLength{value * unit.factor, unit.unit};
-    }
-    return {};
+    return LengthIn(value, {p, static_cast<size_t>(end - p)});
 }
 
 double Resolve(CssLength length, const LengthBase& base) {

@@ -6,6 +6,7 @@
 
 namespace ozm::conform {
 
+/// Where a length's size comes from.
 enum class Unit : uint8_t { User, Percent, Em, Ex, Rem };
 
 /// A number with a unit; absolute units are user units already.
@@ -24,6 +25,7 @@ struct LengthBase {
 /// Reads a length: a number and a unit in any case, with blanks around. None for anything else.
 std::optional<CssLength> ReadLength(std::string_view text);
 
+/// The length in user units.
 double Resolve(CssLength length, const LengthBase& base);
 
 /// Reads a number, or a percentage as a share of 1, cut to 0...1.

@@ -1,6 +1,6 @@
 #include "style/selector.h"
 
-#include "style/text.h"
+#include "geometry/text.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "style/style_sheets.h"
 
 #include "base/limits.h"
-#include "style/text.h"
+#include "geometry/text.h"
 
 #include <algorithm>
 #include <memory>

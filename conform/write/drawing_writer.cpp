@@ -78,11 +78,9 @@ public:
 private:
     void WriteFrame(std::string& text) const {
         const auto add = [&](std::string_view name, double value) {
-            text += ' ';
-            text += name;
-            text += "=\"";
-            WriteSignificant(value, 7, 6, text);
-            text += '"';
+            std::string number;
+            WriteSignificant(value, 7, 6, number);
+            AppendAttribute(text, name, number);
         };
         if (m_scene.hasSize) {
             add("width", m_scene.width);
@@ -213,9 +211,7 @@ private:
     void WriteStyle(const StyleAttributes& style, const StyleAttributes& outer) {
         for (const auto& [name, value] : style) {
             if (FindAttribute(outer, name)) continue;
-            m_body += ' ';
-            m_body += name;
-            m_body += "=\"" + value + '"';
+            AppendAttribute(m_body, name, value);
         }
     }
 

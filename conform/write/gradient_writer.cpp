@@ -3,6 +3,7 @@
 #include "base/limits.h"
 #include "geometry/number_text.h"
 #include "geometry/transform_reader.h"
+#include "write/attributes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,11 +13,15 @@ namespace ozm::conform {
 namespace {
 
 void WriteAttribute(std::string& out, std::string_view name, double value, int decimals) {
-    out += ' ';
-    out += name;
-    out += "=\"";
-    WriteNumber(value, decimals, out);
-    out += '"';
+    std::string text;
+    WriteNumber(value, decimals, text);
+    AppendAttribute(out, name, text);
+}
+
+void WriteExactAttribute(std::string& out, std::string_view name, double value) {
+    std::string text;
+    WriteSignificant(value, 7, 15, text);
+    AppendAttribute(out, name, text);
 }
 
 /// How often the gradient's own way fits before its start and up to its last point in the box.
@@ -81,7 +86,7 @@ Gradient WithoutFocalRadius(Gradient gradient) {
     if (gradient.focalRadius > gradient.radius) {
         // The way leads inwards, from the focal circle to the smaller one.
         const double way = 1 - gradient.radius / gradient.focalRadius;
-        gradient.radius = gradient.focalRadius;
+        gradient.radius = std::exchange(gradient.focalRadius, 0);
         for (GradientStop& stop : gradient.stops) stop.offset = 1 - way * stop.offset;
         std::reverse(gradient.stops.begin(), gradient.stops.end());
         return gradient;
@@ -132,19 +137,12 @@ std::string GradientWriter::RadialAttributes(const Gradient& gradient, const Mat
         WriteAttribute(out, "fy", focus.y, m_decimals + 1);
         return out;
     }
-    const auto write = [&](std::string_view name, double value) {
-        out += ' ';
-        out += name;
-        out += "=\"";
-        WriteSignificant(value, 7, 15, out);
-        out += '"';
-    };
-    write("cx", gradient.center.x);
-    write("cy", gradient.center.y);
-    write("r", gradient.radius);
+    WriteExactAttribute(out, "cx", gradient.center.x);
+    WriteExactAttribute(out, "cy", gradient.center.y);
+    WriteExactAttribute(out, "r", gradient.radius);
     if (hasFocus) {
-        write("fx", gradient.focus.x);
-        write("fy", gradient.focus.y);
+        WriteExactAttribute(out, "fx", gradient.focus.x);
+        WriteExactAttribute(out, "fy", gradient.focus.y);
     }
     const double extent = std::abs(gradient.center.x) + std::abs(gradient.center.y) + gradient.radius;
     std::string transform;

@@ -19,15 +19,9 @@ std::string Number(double value, int decimals) {
     return text;
 }
 
-void Add(std::string& out, std::string_view name, const std::string& value) {
-    out += ' ';
-    out += name;
-    out += "=\"" + value + '"';
-}
-
 /// Adds an attribute that counts as 0 when it is left out.
 void AddUnlessZero(std::string& out, std::string_view name, double value, int decimals) {
-    if (const std::string text = Number(value, decimals); text != "0") Add(out, name, text);
+    if (const std::string text = Number(value, decimals); text != "0") AppendAttribute(out, name, text);
 }
 
 std::string RectangleElement(const Rectangle& r, const Matrix& m, int decimals) {
@@ -36,13 +30,13 @@ std::string RectangleElement(const Rectangle& r, const Matrix& m, int decimals) 
     AddUnlessZero(out, "y", m.d * r.y + m.f, decimals);
     const std::string width = Number(m.a * r.width, decimals), height = Number(m.d * r.height, decimals);
     if (width == "0" || height == "0") return {};
-    Add(out, "width", width);
-    Add(out, "height", height);
+    AppendAttribute(out, "width", width);
+    AppendAttribute(out, "height", height);
     if (!(r.rx > 0 && r.ry > 0)) return out;
     const std::string rx = Number(m.a * r.rx, decimals), ry = Number(m.d * r.ry, decimals);
     if (rx == "0" || ry == "0") return out;
-    Add(out, "rx", rx);
-    if (rx != ry) Add(out, "ry", ry);
+    AppendAttribute(out, "rx", rx);
+    if (rx != ry) AppendAttribute(out, "ry", ry);
     return out;
 }
 
@@ -53,10 +47,10 @@ std::string EllipseElement(const Ellipse& e, const Matrix& m, int decimals) {
     AddUnlessZero(out, "cx", m.a * e.cx + m.e, decimals);
     AddUnlessZero(out, "cy", m.d * e.cy + m.f, decimals);
     if (rx == ry) {
-        Add(out, "r", rx);
+        AppendAttribute(out, "r", rx);
     } else {
-        Add(out, "rx", rx);
-        Add(out, "ry", ry);
+        AppendAttribute(out, "rx", rx);
+        AppendAttribute(out, "ry", ry);
     }
     return out;
 }
@@ -99,7 +93,7 @@ WrittenShape ShapeWriter::Write(const Shape& shape) {
         WritePath(path, decimals, data);
         if (data.empty()) return {};
         out.element = "path";
-        Add(out.element, "d", data);
+        AppendAttribute(out.element, "d", data);
     }
     if (keepsTransform) {
         const Box box = BoxOf(path);
@@ -108,7 +102,7 @@ WrittenShape ShapeWriter::Write(const Shape& shape) {
         std::string transform;
         WriteTransform(kept, m_decimals, extent, transform);
         out.hasTransform = !transform.empty();
-        if (out.hasTransform) Add(out.element, "transform", transform);
+        if (out.hasTransform) AppendAttribute(out.element, "transform", transform);
     }
     WriteFill(shape, path, Inverse(kept).value_or(Matrix{}), out);
     if (shape.stroke) WriteStroke(shape, keepsTransform ? 1 : *scale, decimals, out);

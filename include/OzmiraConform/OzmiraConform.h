@@ -1,4 +1,4 @@
-// Finds what Ozmira would draw otherwise than a browser, and rewrites drawings so that it does not.
+// Finds what Ozmira would draw differently from a browser, and rewrites drawings so that it does not.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ namespace ozm::conform {
 /// How much a finding matters.
 enum class Severity : uint8_t {
     Error,   ///< Nothing can be drawn.
-    Warning, ///< Something is drawn otherwise than in a browser.
+    Warning, ///< Something is drawn differently from a browser.
     Note,    ///< Worth knowing; nothing looks different.
 };
 
@@ -31,7 +31,7 @@ struct Finding {
     bool isConvertible = true; ///< `Conform` can rewrite it.
 };
 
-/// What a rule says about itself.
+/// The description of a rule.
 struct RuleInfo {
     std::string_view id;
     Severity severity;
@@ -48,7 +48,7 @@ std::span<const RuleInfo> Rules();
 /// finding of severity `Error`. Throws nothing but `std::bad_alloc`.
 std::vector<Finding> Check(std::string_view svg);
 
-/// How to rewrite.
+/// How to rewrite a drawing.
 struct Options {
     /// Decimals of coordinates, 0...12; absent: three for a view box of 24 units, fewer for larger ones.
     std::optional<int> decimals;
@@ -58,7 +58,7 @@ struct Options {
     bool lossy = false;
 };
 
-/// What became of a drawing.
+/// The result of rewriting a drawing.
 struct Result {
     /// The drawing for Ozmira; the input itself, byte for byte, when it has no error and no warning. Empty
     /// when refused.

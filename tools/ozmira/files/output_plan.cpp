@@ -36,7 +36,7 @@ bool IsFileOrBrokenLink(const fs::directory_entry& entry) {
     return entry.is_regular_file(ignored) || !entry.exists(ignored);
 }
 
-/// Lists the drawings of a folder, sorted by name. Links to folders are not followed, because they could kind
+/// Lists the drawings of a folder, sorted by name. Links to folders are not followed, because they could form
 /// a cycle.
 class FolderWalk {
 public:

@@ -8,20 +8,23 @@
 
 namespace ozm::conform {
 
+/// The lower-case letter for an ASCII capital; other characters stay.
 constexpr char ToLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
+/// The text without blanks at its ends.
 constexpr std::string_view Trim(std::string_view text) {
     while (!text.empty() && IsSpace(text.front())) text.remove_prefix(1);
     while (!text.empty() && IsSpace(text.back())) text.remove_suffix(1);
     return text;
 }
 
-/// True when the text begins with `prefix`, which is in lower case.
+/// True when the text begins with `prefix`, whatever the case of ASCII letters.
 constexpr bool StartsWithIgnoringCase(std::string_view text, std::string_view prefix) {
-    return text.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), text.begin(),
-                                                      [](char a, char b) { return a == ToLower(b); });
+    return text.size() >= prefix.size() &&
+           std::equal(prefix.begin(), prefix.end(), text.begin(),
+                      [](char a, char b) { return ToLower(a) == ToLower(b); });
 }
-/// True when the text is `word`, which is in lower case.
+/// True when the text is `word`, whatever the case of ASCII letters.
 constexpr bool EqualsIgnoringCase(std::string_view text, std::string_view word) {
     return text.size() == word.size() && StartsWithIgnoringCase(text, word);
 }
