@@ -61,6 +61,42 @@ private:
     std::vector<MaskLevel> m_levels;
 };
 
+/// Whether the coordinates of a mask's region, or of its content, are those of the masked element.
+bool IsUserSpace(const Node& mask) { return mask.Get(Attr::MaskUnits) == "userSpaceOnUse"; }
+bool HasBoxContent(const Node& mask) { return mask.Get(Attr::MaskContentUnits) == "objectBoundingBox"; }
+
+/// The region outside of which a mask hides everything, in the coordinates of the masked element with this
+/// box.
+Box RegionOf(const Node& mask, const Box& box, const Context& context) {
+    const bool isUserSpace = IsUserSpace(mask);
+    const auto length = [&](Attr attr, double percent, double whole) {
+        const CssLength read = ReadLength(mask.Get(attr)).value_or(CssLength{percent, Unit::Percent});
+        return Resolve(read, {isUserSpace ? whole : 1, context.style.fontSize, 16});
+    };
+    const Box region = Box::OfSize(
+        length(Attr::X, -10, context.viewWidth), length(Attr::Y, -10, context.viewHeight),
+        length(Attr::Width, 120, context.viewWidth), length(Attr::Height, 120, context.viewHeight));
+    if (isUserSpace) return region;
+    return Box::OfSize(box.left + region.left * box.Width(), box.top + region.top * box.Height(),
+                       region.Width() * box.Width(), region.Height() * box.Height());
+}
+
+/// Paints the shapes of a mask; false when what they let through cannot be written as areas.
+bool PaintMask(const std::vector<Shape>& shapes, bool isAlpha, double tolerance, MaskAreas& areas) {
+    if (!CanCombine(shapes)) return false;
+    for (const Shape& shape : shapes) {
+        for (const bool isFill : {true, false}) {
+            const Paint& paint = isFill ? shape.fill : shape.stroke;
+            if (!paint) continue;
+            if (paint.kind == Paint::Kind::Gradient || areas.Levels().size() > kMaximumMaskLevels)
+                return false;
+            const Path area = isFill ? FillArea(shape, tolerance) : StrokeArea(shape, tolerance);
+            areas.Paint(area, isAlpha ? 1 : LuminanceOf(paint.color), paint.color.alpha * shape.opacity);
+        }
+    }
+    return true;
+}
+
 } // namespace
 
 std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Context& context) {
@@ -73,68 +109,51 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
         return {};
     }
     const Box box = ObjectBox(node, context);
-    const bool isUserSpace = mask.Get(Attr::MaskUnits) == "userSpaceOnUse";
-    const bool isBoxContent = mask.Get(Attr::MaskContentUnits) == "objectBoundingBox";
-    if ((!isUserSpace || isBoxContent) && !(box.Width() > 0 && box.Height() > 0)) return 1;
-    const auto length = [&](Attr attr, double percent, double whole) {
-        const CssLength read = ReadLength(mask.Get(attr)).value_or(CssLength{percent, Unit::Percent});
-        return Resolve(read, {isUserSpace ? whole : 1, context.style.fontSize, 16});
-    };
-    Box region = Box::OfSize(
-        length(Attr::X, -10, context.viewWidth), length(Attr::Y, -10, context.viewHeight),
-        length(Attr::Width, 120, context.viewWidth), length(Attr::Height, 120, context.viewHeight));
-    const Matrix boxMatrix{box.Width(), 0, 0, box.Height(), box.left, box.top};
-    if (!isUserSpace) {
-        region = Box::OfSize(box.left + region.left * box.Width(), box.top + region.top * box.Height(),
-                             region.Width() * box.Width(), region.Height() * box.Height());
-    }
+    const bool needsBox = !IsUserSpace(mask) || HasBoxContent(mask);
+    if (needsBox && !(box.Width() > 0 && box.Height() > 0)) return 1;
+    const Box region = RegionOf(mask, box, context);
     if (!(region.Width() > 0 && region.Height() > 0)) return {};
 
     const Reference reference{&mask, context.references};
     const ContextPointer content = ContentContext(mask, context);
     content->references = &reference;
     content->colorMatrix = {};
-    double share = 1;
-    if (const ReferenceValue& outer = content->style.mask; outer.kind == ReferenceValue::Kind::Local) {
-        const Node* const target = m_document.FindById(outer.id);
-        if (target && target->tag == Tag::Mask) {
-            const Reference* const references = context.references;
-            context.references = &reference;
-            const std::optional<double> outerShare = ApplyMask(*target, node, context);
-            context.references = references;
-            if (!outerShare) return {};
-            share = *outerShare;
-        }
-    }
+    const std::optional<double> outerShare = ApplyOuterMask(content->style.mask, node, reference, context);
+    if (!outerShare) return {};
     Group group;
     content->out = &group;
-    if (isBoxContent) content->matrix = content->matrix * boxMatrix;
-    const bool isAlpha = content->style.isAlphaMask;
+    if (HasBoxContent(mask)) {
+        content->matrix = content->matrix * Matrix{box.Width(), 0, 0, box.Height(), box.left, box.top};
+    }
     VisitChildren(mask, *content);
 
     const double tolerance = m_scene->Tolerance() / 4;
     MaskAreas areas(tolerance);
     const std::vector<Shape> shapes = Splitter(*m_scene, m_findings).Split(group);
-    if (!CanCombine(shapes)) {
+    if (!PaintMask(shapes, content->style.isAlphaMask, tolerance, areas)) {
         m_findings.Add(Rule::MaskShading, node.offset);
         return 1;
     }
-    for (const Shape& shape : shapes) {
-        for (const bool isFill : {true, false}) {
-            const Paint& paint = isFill ? shape.fill : shape.stroke;
-            if (!paint) continue;
-            if (paint.kind == Paint::Kind::Gradient || areas.Levels().size() > kMaximumMaskLevels) {
-                m_findings.Add(Rule::MaskShading, node.offset);
-                return 1;
-            }
-            const Path area = isFill ? FillArea(shape, tolerance) : StrokeArea(shape, tolerance);
-            areas.Paint(area, isAlpha ? 1 : LuminanceOf(paint.color), paint.color.alpha * shape.opacity);
-        }
-    }
-    if (areas.Levels().empty()) return {};
+    const std::optional<double> share = CutToMask(std::move(areas.Levels()), region, node, context);
+    return share ? std::optional(*share * *outerShare) : std::nullopt;
+}
+
+std::optional<double> Walker::ApplyOuterMask(const ReferenceValue& outer, const Node& node,
+                                             const Reference& reference, Context& context) {
+    const Node* const target =
+        outer.kind == ReferenceValue::Kind::Local ? m_document.FindById(outer.id) : nullptr;
+    if (!target || target->tag != Tag::Mask) return 1;
+    const Reference* const references = std::exchange(context.references, &reference);
+    const std::optional<double> share = ApplyMask(*target, node, context);
+    context.references = references;
+    return share;
+}
+
+std::optional<double> Walker::CutToMask(std::vector<MaskLevel> levels, const Box& region, const Node& node,
+                                        Context& context) {
+    const double tolerance = m_scene->Tolerance() / 4;
     const Path outline = Transformed(
         PathOf(Rectangle{region.left, region.top, region.Width(), region.Height(), 0, 0}), context.matrix);
-    std::vector<MaskLevel>& levels = areas.Levels();
     for (MaskLevel& level : levels) {
         level.area = Combine(AreaOperation::Intersection, {level.area}, {outline}, tolerance);
     }
@@ -143,12 +162,12 @@ std::optional<double> Walker::ApplyMask(const Node& mask, const Node& node, Cont
     if (levels.size() > 1) {
         EnterGroup(node, 1, context);
         context.out->mask = std::move(levels);
-        return share;
+        return 1;
     }
     Path& shown = levels.front().area;
     const bool isRectangle = IsUprightRectangle(shown);
     context.clip = AddClip(std::move(shown), context.clip, isRectangle);
-    return share * levels.front().share;
+    return levels.front().share;
 }
 
 } // namespace ozm::conform

@@ -92,6 +92,12 @@ private:
     const Clip* AddRectangleClip(const Box& box, const Matrix& matrix, const Clip* outer);
     /// Cuts to what the mask lets through, and returns how much of it; none when that is nothing.
     std::optional<double> ApplyMask(const Node& mask, const Node& node, Context& context);
+    /// Applies the mask that a mask itself has, if any; `reference` is the one to that mask.
+    std::optional<double> ApplyOuterMask(const ReferenceValue& outer, const Node& node,
+                                         const Reference& reference, Context& context);
+    /// Cuts to areas that let different shares through, and returns the share where there is one alone.
+    std::optional<double> CutToMask(std::vector<MaskLevel> levels, const Box& region, const Node& node,
+                                    Context& context);
     /// Applies a `filter` element (null: something else) to the colours in it.
     void ApplyFilter(const Node& node, const Node* filter, Context& context);
 
