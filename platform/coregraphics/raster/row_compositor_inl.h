@@ -33,17 +33,22 @@ HWY_INLINE void CompositeVector(D8 d8, uint8_t* dst, const uint8_t* src, const u
 }
 
 void CompositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n, int alphaShift) {
-    ForVectors(
-        n,
-        [&](auto d8, size_t i) { CompositeVector(d8, dst + 4 * i, src + 4 * i, coverage + i, alphaShift); },
-        [&](auto d8, size_t i) {
-            alignas(16) uint8_t over[4 * kNarrow] = {}, under[4 * kNarrow] = {}, weight[kNarrow] = {};
-            std::memcpy(over, src + 4 * i, 4 * (n - i));
-            std::memcpy(under, dst + 4 * i, 4 * (n - i));
-            std::memcpy(weight, coverage + i, n - i);
-            CompositeVector(d8, under, over, weight, alphaShift);
-            std::memcpy(dst + 4 * i, under, 4 * (n - i));
-        });
+    const hn::ScalableTag<uint8_t> wide;
+    const hn::FixedTag<uint8_t, 4 * kNarrow> narrow;
+    const size_t step = hn::Lanes(wide) / 4;
+    size_t i = 0;
+    for (; i + step <= n; i += step)
+        CompositeVector(wide, dst + 4 * i, src + 4 * i, coverage + i, alphaShift);
+    for (; i + kNarrow <= n; i += kNarrow)
+        CompositeVector(narrow, dst + 4 * i, src + 4 * i, coverage + i, alphaShift);
+    if (i < n) {
+        alignas(16) uint8_t over[4 * kNarrow] = {}, under[4 * kNarrow] = {}, weight[kNarrow] = {};
+        std::memcpy(over, src + 4 * i, 4 * (n - i));
+        std::memcpy(under, dst + 4 * i, 4 * (n - i));
+        std::memcpy(weight, coverage + i, n - i);
+        CompositeVector(narrow, under, over, weight, alphaShift);
+        std::memcpy(dst + 4 * i, under, 4 * (n - i));
+    }
 }
 
 } // namespace

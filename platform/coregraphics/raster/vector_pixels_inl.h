@@ -71,31 +71,23 @@ HWY_INLINE Lanes16<D16> Over(D16 d, const WeightedSource<D16>& source, Lanes16<D
     return hn::OrAnd(Div255(d, even), Times256Div255(d, odd), hn::Set(d, uint16_t{0xFF00}));
 }
 
-// Calls whole(d8, i) for every vector of pixels, which begins at the i-th of n pixels, and rest(d8, i) for
-// the last ones where they do not fill a vector.
-template <class Whole, class Rest>
-HWY_INLINE void ForVectors(size_t n, Whole&& whole, Rest&& rest) {
+// Calls kernel(d8, pointer to a vector of pixels) over n pixels. The last ones go through a copy where they
+// do not fill a vector. The compositing of rows has a loop of its own: one that serves both takes 5 % longer
+// at 1,024 px.
+template <class Kernel>
+HWY_INLINE void ForPixels(uint8_t* pixels, size_t n, Kernel&& kernel) {
     const hn::ScalableTag<uint8_t> wide;
     const hn::FixedTag<uint8_t, 4 * kNarrow> narrow;
     const size_t step = hn::Lanes(wide) / 4;
     size_t i = 0;
-    for (; i + step <= n; i += step) whole(wide, i);
-    for (; i + kNarrow <= n; i += kNarrow) whole(narrow, i);
-    if (i < n) rest(narrow, i);
-}
-
-// Calls kernel(d8, pointer to a vector of pixels) over n pixels. The last ones go through a copy where they
-// do not fill a vector.
-template <class Kernel>
-HWY_INLINE void ForPixels(uint8_t* pixels, size_t n, Kernel&& kernel) {
-    ForVectors(
-        n, [&](auto d8, size_t i) { kernel(d8, pixels + 4 * i); },
-        [&](auto d8, size_t i) {
-            alignas(16) uint8_t copy[4 * kNarrow] = {};
-            std::memcpy(copy, pixels + 4 * i, 4 * (n - i));
-            kernel(d8, copy);
-            std::memcpy(pixels + 4 * i, copy, 4 * (n - i));
-        });
+    for (; i + step <= n; i += step) kernel(wide, pixels + 4 * i);
+    for (; i + kNarrow <= n; i += kNarrow) kernel(narrow, pixels + 4 * i);
+    if (i < n) {
+        alignas(16) uint8_t rest[4 * kNarrow] = {};
+        std::memcpy(rest, pixels + 4 * i, 4 * (n - i));
+        kernel(narrow, rest);
+        std::memcpy(pixels + 4 * i, rest, 4 * (n - i));
+    }
 }
 
 void FillPixels(uint8_t* pixels, size_t n, uint32_t color) {
