@@ -42,7 +42,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 @implementation OZMDocument
 
 @synthesize url = _url;
-@synthesize heldConcreteDocument = _concreteDocument;
+@synthesize heldConcreteDocument = _heldConcreteDocument;
 @synthesize documentSize = _documentSize;
 @synthesize debugRenderLogging = _debugRenderLogging;
 
@@ -70,20 +70,20 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 
 - (instancetype)initWithContentsOfURL:(NSURL*)url {
     if (!(self = [super init])) return nil;
-    _concreteDocument = [[OZMConcreteDocument alloc] initWithContentsOfURL:url];
-    if (!_concreteDocument) {
+    _heldConcreteDocument = [[OZMConcreteDocument alloc] initWithContentsOfURL:url];
+    if (!_heldConcreteDocument) {
         [self release];
         return nil;
     }
     _url = [url copy];
-    _documentSize = _concreteDocument.documentState->m_renderer.ViewPortSize();
+    _documentSize = _heldConcreteDocument.documentState->m_renderer.ViewPortSize();
     _queue = dispatch_queue_create("OZMDocumentQueue", nullptr);
     return self;
 }
 
 - (void)dealloc {
     if (_queue) dispatch_release(_queue);
-    [_concreteDocument release];
+    [_heldConcreteDocument release];
     [_url release];
     [super dealloc];
 }

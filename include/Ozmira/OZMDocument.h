@@ -18,7 +18,7 @@ NS_ASSUME_NONNULL_BEGIN
 @interface OZMDocument : NSObject {
 @private
     NSURL* _url;
-    OZMConcreteDocument* _concreteDocument;
+    OZMConcreteDocument* _heldConcreteDocument;
     CGSize _documentSize;
     dispatch_queue_t _queue;
     BOOL _debugRenderLogging;

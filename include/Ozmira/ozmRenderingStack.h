@@ -2,7 +2,6 @@
 
 #include <Ozmira/ozmRenderingState.h>
 
-#include <cstddef>
 #include <vector>
 
 namespace ozm {
@@ -12,10 +11,7 @@ namespace ozm {
 class RenderingStack {
 public:
     /// Appends a copy of `state`.
-    void PushState(const RenderingState& state) {
-        if (m_renderingStack.capacity() == 0) m_renderingStack.reserve(kInitialCapacity);
-        m_renderingStack.push_back(state);
-    }
+    void PushState(const RenderingState& state) { m_renderingStack.push_back(state); }
     /// Appends a copy of the top record; there must be one.
     void Save() { m_renderingStack.push_back(m_renderingStack.back()); }
     /// Removes the top record; there must be one.
@@ -24,8 +20,6 @@ public:
     RenderingState& Top() { return m_renderingStack.back(); }
 
 private:
-    static constexpr size_t kInitialCapacity = 8; ///< Few drawings nest deeper.
-
     std::vector<RenderingState> m_renderingStack;
 };
 

@@ -58,7 +58,9 @@ private:
 
     /// The first n pixels of a block that extends past the end of the row.
     HWY_INLINE void mixFirst(uint8_t* pixels, size_t n, const hn::Vec<Ints> (&alphas)[kGroups]) const {
-        if constexpr (kGroup > kNarrow) { // AVX2 and AVX-512, which do not access lanes that are masked out
+        // AVX2 and AVX-512 do not access lanes that are masked out. A copy would cost 2 to 3 % at 24 and 72
+        // px.
+        if constexpr (kGroup > kNarrow) {
             const hn::Rebind<uint32_t, Ints> d32;
             for (size_t i = 0; i < kGroups && n > i * kGroup; ++i) {
                 const auto some = hn::FirstN(d32, n - i * kGroup);
