@@ -225,6 +225,14 @@ TEST(Context, DrawsByEveryFunction) {
              CGContextFillRects(c, rects, 2);
          },
          32},
+        {"settings without an effect",
+         [](auto c) {
+             CGContextSetFlatness(c, 1e9);
+             CGContextSetRenderingIntent(c, kCGRenderingIntentSaturation);
+             CGContextFillRect(c, CGRectMake(2, 2, 5, 5));
+             CGContextFlush(c);
+         },
+         25},
         {"whole pixels in spite of antialiasing",
          [](auto c) {
              CGContextSetAllowsAntialiasing(c, false);

@@ -2,6 +2,7 @@
 #include "canvas.h"
 
 #include <CoreGraphics/OZMInterrupt.h>
+#include <CoreGraphics/OZMThreadMemory.h>
 
 #include <gtest/gtest.h>
 
@@ -22,6 +23,7 @@ int callsUntilInterrupted(int grantedCalls, CGPoint far, void (*draw)(CGContextR
             return ++interrupt.calls > interrupt.grantedCalls;
         },
         &state);
+    OZMTrimDrawingMemory(); // which leaves the function where it is
     CGContextMoveToPoint(canvas, 0, 0);
     for (int i = 0; i < 20'000; ++i)
         CGContextAddCurveToPoint(canvas, i % 31, far.y, far.x, i % 29, i % 23, i % 2 ? 0 : 1000);
@@ -46,6 +48,29 @@ TEST(DrawingInterrupt, AbandonsThePathAndKeepsTheThreadUsable) {
             EXPECT_TRUE(Owned<CGImageRef>(CGBitmapContextCreateImage(next)));
         }
     }
+}
+
+/// A zigzag in every row, whose edges cross each other at a thousand heights: the edges are few, and what
+/// they cost is not.
+TEST(DrawingInterrupt, CountsCrossings) {
+    const Canvas canvas(200, 2'000);
+    Interrupt state = {1};
+    OZMSetDrawingInterrupt(
+        [](void* info) {
+            auto& interrupt = *static_cast<Interrupt*>(info);
+            return ++interrupt.calls > interrupt.grantedCalls;
+        },
+        &state);
+    for (int row = 0; row < 2'000; ++row) {
+        CGContextMoveToPoint(canvas, 0, row + 0.01);
+        for (int i = 0; i < 32; ++i) {
+            CGContextAddLineToPoint(canvas, i * 71 % 199, row + 0.99);
+            CGContextAddLineToPoint(canvas, i * 37 % 199, row + 0.01);
+        }
+    }
+    CGContextEOFillPath(canvas);
+    OZMSetDrawingInterrupt(nullptr, nullptr);
+    EXPECT_EQ(state.calls, 2);
 }
 
 } // namespace

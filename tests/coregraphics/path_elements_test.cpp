@@ -260,4 +260,14 @@ TEST(Path, AcceptsNull) {
     EXPECT_FALSE(CGPathContainsPoint(nullptr, nullptr, CGPointZero, false));
 }
 
+TEST(Path, CanBeCopiedAndTransformed) {
+    const auto path = pathFromText("M 1 2 L 3 4 Q 5 6 7 8 Z");
+    const CGAffineTransform doubled = CGAffineTransformMakeScale(2, 2);
+    const Owned<CGMutablePathRef> copy(CGPathCreateMutableCopyByTransformingPath(path, &doubled));
+    CGPathAddLineToPoint(copy, nullptr, 9, 9);
+    EXPECT_EQ(textOf(copy), "M 2 4 L 6 8 Q 10 12 14 16 Z M 2 4 L 9 9");
+    EXPECT_EQ(textOf(path), "M 1 2 L 3 4 Q 5 6 7 8 Z");
+    EXPECT_EQ(CGPathCreateMutableCopyByTransformingPath(nullptr, &doubled), nullptr);
+}
+
 } // namespace

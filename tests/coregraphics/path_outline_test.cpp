@@ -98,6 +98,20 @@ TEST(StrokedPath, CoversThePenAndNothingElse) {
     }
 }
 
+// A line meets a curve at 30 degrees: however soon the curve bends away, the miter is that of its tangent.
+TEST(StrokedPath, JoinsCurvesByTheirTangents) {
+    constexpr double kDirectionX = -0.86602540378443865, kDirectionY = 0.5; // of 150 degrees
+    for (const double handle : {40.0, 20.0, 10.0, 5.0}) {
+        const Owned<CGMutablePathRef> corner(CGPathCreateMutable());
+        CGPathMoveToPoint(corner, nullptr, 0, 0);
+        CGPathAddLineToPoint(corner, nullptr, 50, 0);
+        CGPathAddCurveToPoint(corner, nullptr, 50 + handle * kDirectionX, handle * kDirectionY, 0, 60, 0, 80);
+        // 10 / sin(15 degrees) along the bisector from the corner
+        const CGRect box = CGPathGetBoundingBox(stroked(corner, {.width = 20}));
+        EXPECT_NEAR(CGRectGetMaxX(box), 50 + 37.3205, 0.01) << handle;
+    }
+}
+
 // At corners this sharp, rounding dominates the sum of the two normals.
 TEST(StrokedPath, MitersStayWithinTheirLimit) {
     constexpr double kLimit = 1e8;
@@ -151,7 +165,13 @@ TEST(DashedPath, SplitsLines) {
         {"M 0 0 L 10 0", 0, {1, 2, 3}, "M 0 0 L 1 0 M 3 0 L 6 0 M 7 0 L 9 0"},
         {"M 0 0 L 4 0 L 4 4", 0, {6, 1}, "M 0 0 L 4 0 L 4 2 M 4 3 L 4 4"},
         {"M 0 0 L 4 0 M 0 9 L 4 9", 0, {3, 3}, "M 0 0 L 3 0 M 0 9 L 3 9"},
-        {"M 0 0 L 4 0 L 0 3 Z", 0, {10, 1}, "M 0 0 L 4 0 L 0 3 L 0 2 M 0 1 L 0 0"},
+        {"M 0 0 L 4 0 L 0 3 Z", 0, {10, 1}, "M 0 1 L 0 0 L 4 0 L 0 3 L 0 2"}, // past the start
+        {"M 0 0 L 4 0 L 0 3 Z", 0, {20, 1}, "M 0 0 L 4 0 L 0 3 Z"},
+        {"M 0 0 L 10 0", 0, {3, 0, 1, 2}, "M 0 0 L 4 0 M 6 0 L 10 0"}, // no gap
+        {"M 0 0 L 10 0", 1, {3, 2, 4, 0}, "M 0 0 L 2 0 M 4 0 L 10 0"},
+        {"M 0 0 L 10 0", 4, {3, 0}, "M 0 0 L 10 0"},
+        {"M 0 0 L 10 0", 13, {3, 2}, "M 2 0 L 5 0 M 7 0 L 10 0"},
+        {"M 0 0 L 10 0", -1, {1e308}, "M 0 0 L 10 0"}, // repeated, the pattern has no finite length
         {"M 0 0 L 10 0", 0, {0, 5}, "M 0 0 L 0 0 M 5 0 L 5 0"},
         {"M 0 0 L 10 0", 0, {0, 0}, "M 0 0 L 10 0"},
         {"M 0 0 L 10 0", 0, {-1, 2}, "M 0 0 L 10 0"},

@@ -86,6 +86,7 @@ TEST(Image, ReadsEveryFormat) {
         EXPECT_EQ(CGImageGetBytesPerRow(image), bytesPerRow);
         EXPECT_EQ(CGImageGetBitsPerComponent(image), 8u);
         EXPECT_EQ(CGImageGetPixelFormatInfo(image), kCGImagePixelFormatPacked);
+        EXPECT_EQ(CGImageGetByteOrderInfo(image), c.info & kCGImageByteOrderMask);
     }
 }
 

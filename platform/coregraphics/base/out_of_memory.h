@@ -3,6 +3,7 @@
 
 #include <new>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 
 namespace ozcg {
@@ -26,15 +27,35 @@ T* create(Args&&... args) noexcept {
     return orWhenOutOfMemory(static_cast<T*>(nullptr), [&] { return new T(std::forward<Args>(args)...); });
 }
 
-/// True if the calling thread has failed to create a path, a gradient, a colour or a colour space since it
-/// last created a bitmap context: its drawings may lack something.
-inline constinit thread_local bool anyCreationFailed = false;
+/// Whether the last NULL that the calling thread got in place of a `T` stands for an object that memory did
+/// not suffice for. Who is then given NULL lacks that object.
+template <class T>
+inline constinit thread_local bool nullIsFailure = false;
 
-/// Returns `created`, and sets `anyCreationFailed` if it is NULL.
+/// Returns `created`. If it is NULL, memory was short.
 template <class T>
 T* noteFailure(T* created) noexcept {
-    if (!created) anyCreationFailed = true;
+    if (!created) nullIsFailure<std::remove_const_t<T>> = true;
     return created;
+}
+
+/// NULL where there is no object to create.
+template <class T>
+T* noObject() noexcept {
+    nullIsFailure<std::remove_const_t<T>> = false;
+    return nullptr;
+}
+
+/// Whether `argument` is NULL because memory was short.
+template <class T>
+bool isFailure(const T* argument) noexcept {
+    return !argument && nullIsFailure<T>;
+}
+
+/// The result of creating a `T` from a NULL argument: a failure if the argument is one.
+template <class T, class Argument>
+T* createdFrom(const Argument* null) noexcept {
+    return isFailure(null) ? noteFailure<T>(nullptr) : noObject<T>();
 }
 
 } // namespace ozcg

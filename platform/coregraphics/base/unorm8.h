@@ -21,9 +21,4 @@ constexpr uint8_t multiplyUnorm8(unsigned a, unsigned b) noexcept {
     return static_cast<uint8_t>((v + (v >> 8)) >> 8);
 }
 
-/// Coverage without antialiasing: a pixel is painted when at least half of it is covered.
-inline void thresholdCoverage(uint8_t* coverage, size_t n) noexcept {
-    for (size_t i = 0; i < n; ++i) coverage[i] = coverage[i] < 128 ? 0 : 255;
-}
-
 } // namespace ozcg

@@ -1,7 +1,6 @@
 #include "base/out_of_memory.h"
 #include "context/context.h"
 
-#include <cstring>
 #include <optional>
 
 using namespace ozcg;
@@ -17,7 +16,9 @@ constexpr size_t kRowAlignment = 16; // where the context chooses the length of 
 std::optional<PixelOrder> orderOf(CGBitmapInfo info) {
     const bool little = (info & kCGBitmapByteOrderMask) == kCGBitmapByteOrder32Little;
     switch (info & ~uint32_t{kCGBitmapByteOrderMask}) {
+    case kCGImageAlphaNoneSkipFirst:
     case kCGImageAlphaPremultipliedFirst: return little ? PixelOrder::bgra : PixelOrder::argb;
+    case kCGImageAlphaNoneSkipLast:
     case kCGImageAlphaPremultipliedLast: return little ? std::optional<PixelOrder>() : PixelOrder::rgba;
     default: return {};
     }
@@ -27,6 +28,11 @@ bool isKnownByteOrder(CGBitmapInfo info) {
     const uint32_t order = info & kCGBitmapByteOrderMask;
     return order == kCGBitmapByteOrderDefault || order == kCGBitmapByteOrder32Little ||
            order == kCGBitmapByteOrder32Big;
+}
+
+bool isOpaque(CGBitmapInfo info) {
+    const CGBitmapInfo alpha = info & kCGBitmapAlphaInfoMask;
+    return alpha == kCGImageAlphaNoneSkipFirst || alpha == kCGImageAlphaNoneSkipLast;
 }
 
 std::optional<BitmapFormat> formatOf(size_t width, size_t height, size_t bitsPerComponent, size_t bytesPerRow,
@@ -39,7 +45,7 @@ std::optional<BitmapFormat> formatOf(size_t width, size_t height, size_t bitsPer
     if (bytesPerRow == 0 && mayChooseRow)
         bytesPerRow = (4 * width + kRowAlignment - 1) / kRowAlignment * kRowAlignment;
     if (bytesPerRow < 4 * width || bytesPerRow > SIZE_MAX / height) return {};
-    return BitmapFormat{width, height, bytesPerRow, info, *order};
+    return BitmapFormat{width, height, bytesPerRow, info, *order, isOpaque(info)};
 }
 
 size_t sizeOf(const BitmapFormat& format) { return format.bytesPerRow * format.height; }
@@ -59,7 +65,6 @@ CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t heig
     const std::optional<BitmapFormat> format =
         formatOf(width, height, bitsPerComponent, bytesPerRow, !data, space, bitmapInfo);
     if (!format) return nullptr;
-    anyCreationFailed = false;
     if (data) {
         const BorrowedPixels pixels = {static_cast<uint8_t*>(data), releaseCallback, releaseInfo};
         return create<CGContext>(*format, space, pixels);
@@ -70,9 +75,7 @@ CGContextRef CGBitmapContextCreateWithData(void* data, size_t width, size_t heig
 
 void* CGBitmapContextGetData(CGContextRef c) {
     if (!c) return nullptr;
-    // The caller may write to the pixels.
-    return orWhenOutOfMemory(static_cast<void*>(nullptr),
-                             [&]() -> void* { return c->surfaceForDrawing().bytes; });
+    return orWhenOutOfMemory(static_cast<void*>(nullptr), [&]() -> void* { return c->exposedPixels(); });
 }
 
 size_t CGBitmapContextGetWidth(CGContextRef c) { return c ? c->format.width : 0; }
@@ -94,21 +97,5 @@ CGImageAlphaInfo CGBitmapContextGetAlphaInfo(CGContextRef c) {
 CGBitmapInfo CGBitmapContextGetBitmapInfo(CGContextRef c) { return c ? c->format.info : 0; }
 
 CGImageRef CGBitmapContextCreateImage(CGContextRef c) {
-    if (!c) return nullptr;
-    if (anyCreationFailed) c->isIncomplete = true;
-    if (c->isIncomplete) return nullptr;
-    const BitmapFormat& bitmap = c->format;
-    CGImageFormat format;
-    format.width = bitmap.width;
-    format.height = bitmap.height;
-    format.bytesPerRow = bitmap.bytesPerRow;
-    format.space = c->space;
-    format.bitmapInfo = bitmap.info;
-    format.layout = *pixelLayout(8, 32, c->space.get(), bitmap.info);
-    if (c->storage) return createImage(format, c->storage);
-    const Ref<PixelStorage> copy = PixelStorage::create(sizeOf(bitmap));
-    if (!copy) return nullptr;
-    // The caller's memory may end after the last pixel.
-    std::memcpy(copy->bytes(), c->pixels(), copy->size() - bitmap.bytesPerRow + 4 * bitmap.width);
-    return createImage(format, copy);
+    return c ? noteFailure(c->isIncomplete ? nullptr : c->createImage()) : noObject<CGImage>();
 }

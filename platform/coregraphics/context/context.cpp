@@ -15,7 +15,7 @@ CGContext::CGContext(const BitmapFormat& bitmapFormat, CGColorSpace* colorSpace,
     ContextBuffers buffers = ContextBuffers::take();
     saved = std::move(buffers.saved);
     path = std::move(buffers.path);
-    surface = {bytes, format.bytesPerRow, width, height, format.order};
+    surface = {bytes, format.bytesPerRow, width, height, format.order, format.isOpaque};
     state.ctm = {1, 0, 0, -1, 0, double(height)};
     state.clip = Clip(width, height);
 }
@@ -44,6 +44,28 @@ const Surface& CGContext::surfaceForDrawing() {
         surface.bytes = storage->bytes();
     }
     return surface;
+}
+
+uint8_t* CGContext::exposedPixels() {
+    uint8_t* const pixels = surfaceForDrawing().bytes;
+    m_isExposed = true;
+    return pixels;
+}
+
+CGImage* CGContext::createImage() {
+    CGImageFormat image;
+    image.width = format.width;
+    image.height = format.height;
+    image.bytesPerRow = format.bytesPerRow;
+    image.space = space;
+    image.bitmapInfo = format.info;
+    image.layout = *pixelLayout(8, 32, space.get(), format.info);
+    if (storage && !m_isExposed) return ozcg::createImage(image, storage);
+    const Ref<PixelStorage> copy = PixelStorage::create(format.bytesPerRow * format.height);
+    if (!copy) return nullptr;
+    // The caller's memory may end after the last pixel.
+    std::memcpy(copy->bytes(), surface.bytes, copy->size() - format.bytesPerRow + 4 * format.width);
+    return ozcg::createImage(image, copy);
 }
 
 CGAffineTransform CGContext::userToBase() const {

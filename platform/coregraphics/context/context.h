@@ -21,6 +21,7 @@ struct BitmapFormat {
     size_t bytesPerRow = 0;
     CGBitmapInfo info = 0;
     PixelOrder order = PixelOrder::argb;
+    bool isOpaque = false; // the byte for alpha is not used
 };
 
 /// The caller's memory that a context draws into, and the callback that releases it.
@@ -43,8 +44,11 @@ struct CGContext final : ozcg::Object {
 
     /// The surface, ready to be written: pixels that an image shares are copied first. Throws std::bad_alloc.
     const ozcg::Surface& surfaceForDrawing();
-    /// The first byte of the pixels.
-    uint8_t* pixels() const { return surface.bytes; }
+    /// The first byte of the pixels, which the caller may read and write from now on, as long as the context
+    /// lives. Throws std::bad_alloc.
+    uint8_t* exposedPixels();
+    /// An image of the pixels as they are now; NULL when memory is short. The caller owns the result.
+    CGImage* createImage();
     /// From user space to the space the context was made with, y up.
     CGAffineTransform userToBase() const;
     ozcg::Compositing compositing() const;
@@ -64,6 +68,13 @@ struct CGContext final : ozcg::Object {
         return done;
     }
 
+    /// Whether an argument is NULL. The drawing is incomplete if it is so because memory was short.
+    template <class T>
+    bool isMissing(const T* argument) noexcept {
+        if (ozcg::isFailure(argument)) isIncomplete = true;
+        return !argument;
+    }
+
     const ozcg::BitmapFormat format;
     const ozcg::Ref<CGColorSpace> space;
     ozcg::GraphicsState state;
@@ -80,6 +91,7 @@ private:
 
     ozcg::BorrowedPixels m_borrowed;
     ozcg::Surface surface;
+    bool m_isExposed = false; // the caller knows where the pixels are, so images must not share them
 };
 
 namespace ozcg {

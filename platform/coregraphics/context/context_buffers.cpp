@@ -14,6 +14,8 @@ constexpr size_t kMostStates = 64;
 
 } // namespace
 
+void ContextBuffers::releaseKept() noexcept { ozm::support::ThreadOwned<ContextBuffers>::release(); }
+
 ContextBuffers ContextBuffers::take() noexcept {
     ContextBuffers* const kept = ozm::support::ThreadOwned<ContextBuffers>::get();
     return kept ? std::exchange(*kept, {}) : ContextBuffers();

@@ -19,6 +19,8 @@ struct ContextBuffers {
     static ContextBuffers take() noexcept;
     /// Keeps the memory for the thread's next context, unless it is large.
     static void leave(ContextBuffers buffers) noexcept;
+    /// Frees what the calling thread keeps.
+    static void releaseKept() noexcept;
 };
 
 } // namespace ozcg

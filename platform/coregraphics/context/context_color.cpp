@@ -27,19 +27,19 @@ const CGFloat* opaqueBlack(const CGColorSpace& space) {
 } // namespace
 
 void CGContextSetFillColorWithColor(CGContextRef c, CGColorRef color) {
-    if (c && color) setFill(c, color->space.get(), color->components.data());
+    if (c && !c->isMissing(color)) setFill(c, color->space.get(), color->components.data());
 }
 
 void CGContextSetStrokeColorWithColor(CGContextRef c, CGColorRef color) {
-    if (c && color) setStroke(c, color->space.get(), color->components.data());
+    if (c && !c->isMissing(color)) setStroke(c, color->space.get(), color->components.data());
 }
 
 void CGContextSetFillColorSpace(CGContextRef c, CGColorSpaceRef space) {
-    if (c && space) setFill(c, space, opaqueBlack(*space));
+    if (c && !c->isMissing(space)) setFill(c, space, opaqueBlack(*space));
 }
 
 void CGContextSetStrokeColorSpace(CGContextRef c, CGColorSpaceRef space) {
-    if (c && space) setStroke(c, space, opaqueBlack(*space));
+    if (c && !c->isMissing(space)) setStroke(c, space, opaqueBlack(*space));
 }
 
 void CGContextSetFillColor(CGContextRef c, const CGFloat* components) {

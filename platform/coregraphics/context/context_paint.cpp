@@ -70,6 +70,7 @@ void CGContextStrokeRect(CGContextRef c, CGRect rect) {
 
 void CGContextStrokeRectWithWidth(CGContextRef c, CGRect rect, CGFloat width) {
     if (!c) return;
+    if (!(width >= 0)) return CGContextBeginPath(c); // or else SetLineWidth would keep the width before
     const double before = c->state.line.width;
     CGContextSetLineWidth(c, width);
     CGContextStrokeRect(c, rect);
@@ -125,31 +126,33 @@ CGRect CGContextGetClipBoundingBox(CGContextRef c) {
 }
 
 void CGContextDrawImage(CGContextRef c, CGRect rect, CGImageRef image) {
-    if (!c || !image || c->state.clip.empty()) return;
+    if (!c || c->isMissing(image) || c->state.clip.empty()) return;
     const CGRect r = CGRectStandardize(rect);
     const CGAffineTransform fromUnitSquare = {r.size.width, 0, 0, r.size.height, r.origin.x, r.origin.y};
     const CGAffineTransform toPixel = CGAffineTransformConcat(fromUnitSquare, c->state.ctm);
-    const bool smooth = c->state.interpolation != kCGInterpolationNone;
+    const CGInterpolationQuality quality = c->state.interpolation;
+    const bool smooth = quality == kCGInterpolationDefault ? image->format.shouldInterpolate
+                                                           : quality != kCGInterpolationNone;
     c->complete([&] {
-        std::optional<ImageSource> source = ImageSource::make(*image, toPixel, smooth);
-        if (!source) return;
         PathData outline;
         outline.addRect(CGRectMake(0, 0, 1, 1), toPixel);
-        fillPath(c->surfaceForDrawing(), c->compositing(), outline, FillRule::nonZero, *source);
+        const IntRect visible = pixelsInside(c->state.clip, outline);
+        if (visible.empty()) return;
+        std::optional<ImageSource> source = ImageSource::make(*image, toPixel, smooth, visible);
+        if (source) fillPath(c->surfaceForDrawing(), c->compositing(), outline, FillRule::nonZero, *source);
     });
-    CGContextBeginPath(c);
 }
 
 void CGContextDrawLinearGradient(CGContextRef c, CGGradientRef gradient, CGPoint startPoint, CGPoint endPoint,
                                  CGGradientDrawingOptions options) {
-    if (!c || !gradient) return;
+    if (!c || c->isMissing(gradient)) return;
     drawGradient(c, LinearGradientSource::make(*gradient, startPoint, endPoint, options, c->state.ctm));
 }
 
 void CGContextDrawRadialGradient(CGContextRef c, CGGradientRef gradient, CGPoint startCenter,
                                  CGFloat startRadius, CGPoint endCenter, CGFloat endRadius,
                                  CGGradientDrawingOptions options) {
-    if (!c || !gradient) return;
+    if (!c || c->isMissing(gradient)) return;
     drawGradient(c, RadialGradientSource::make(*gradient, {startCenter, startRadius}, {endCenter, endRadius},
                                                options, c->state.ctm));
 }

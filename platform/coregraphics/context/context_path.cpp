@@ -3,6 +3,7 @@
 #include "context/context.h"
 #include "path/path.h"
 #include "path/path_queries.h"
+#include "stroke/path_outline.h"
 
 using namespace ozcg;
 
@@ -19,16 +20,6 @@ PathData userPath(CGContextRef c) {
     PathData path;
     path.append(c->path, toUser(c));
     return path;
-}
-
-// Dashes are ignored: gaps count as painted.
-bool strokeContains(CGContextRef c, CGPoint point) {
-    const auto path = Ref<const CGPath>::adopting(CGContextCopyPath(c));
-    const LineStyle& line = c->state.line;
-    const auto outline = Ref<const CGPath>::adopting(
-        CGPathCreateCopyByStrokingPath(path.get(), nullptr, line.width, static_cast<CGLineCap>(line.cap),
-                                       static_cast<CGLineJoin>(line.join), line.miterLimit));
-    return CGPathContainsPoint(outline.get(), nullptr, point, false);
 }
 
 } // namespace
@@ -93,7 +84,8 @@ void CGContextAddArcToPoint(CGContextRef c, CGFloat x1, CGFloat y1, CGFloat x2, 
 }
 
 void CGContextAddPath(CGContextRef c, CGPathRef path) {
-    if (c && path) c->path.change([&](PathData& current) { current.append(path->data, c->state.ctm); });
+    if (c && !c->isMissing(path))
+        c->path.change([&](PathData& current) { current.append(path->data, c->state.ctm); });
 }
 
 bool CGContextIsPathEmpty(CGContextRef c) { return !c || c->path.empty(); }
@@ -115,7 +107,7 @@ CGRect CGContextGetPathBoundingBox(CGContextRef c) {
 }
 
 CGPathRef CGContextCopyPath(CGContextRef c) {
-    if (!c || c->path.empty()) return nullptr;
+    if (!c || c->path.empty()) return noObject<const CGPath>();
     return noteFailure(orWhenOutOfMemory(CGPathRef{}, [&] { return new CGPath(userPath(c)); }));
 }
 
@@ -125,5 +117,5 @@ bool CGContextPathContainsPoint(CGContextRef c, CGPoint point, CGPathDrawingMode
     const bool evenOdd = mode == kCGPathEOFill || mode == kCGPathEOFillStroke;
     if (mode != kCGPathStroke && contains(c->path, pixel, evenOdd)) return true;
     if (mode == kCGPathFill || mode == kCGPathEOFill) return false;
-    return strokeContains(c, point);
+    return orWhenOutOfMemory(false, [&] { return strokeContains(userPath(c), c->state.line, point); });
 }

@@ -22,7 +22,7 @@ CGImage* createImage(const CGImageFormat& format, const Ref<PixelStorage>& stora
     const std::span<const uint8_t> rows(storage->bytes(), format.bytesPerRow * format.height);
     auto owner = Ref<const Object>::retaining(storage.get());
     auto provider = Ref<CGDataProvider>::adopting(ozcg::create<CGDataProvider>(std::move(owner), rows));
-    return provider ? ozcg::create<CGImage>(format, std::move(provider)) : nullptr;
+    return noteFailure(provider ? ozcg::create<CGImage>(format, std::move(provider)) : nullptr);
 }
 
 } // namespace ozcg
@@ -52,31 +52,35 @@ CGImageRef CGImageCreate(size_t width, size_t height, size_t bitsPerComponent, s
                          CGDataProviderRef provider, const CGFloat* decode, bool shouldInterpolate,
                          CGColorRenderingIntent intent) {
     const auto layout = ozcg::pixelLayout(bitsPerComponent, bitsPerPixel, space, bitmapInfo);
-    if (!layout || !provider || decode || width == 0 || height == 0) return nullptr;
+    if (!provider) return ozcg::createdFrom<CGImage>(provider);
+    if (!layout || decode || width == 0 || height == 0) return ozcg::noObject<CGImage>();
     const auto size = bytesOf(width, height, layout->bytesPerPixel, bytesPerRow);
-    if (!size || *size > provider->bytes.size()) return nullptr;
+    if (!size || *size > provider->bytes.size()) return ozcg::noObject<CGImage>();
     CGImageFormat format = {
         width,      height, bytesPerRow,      *layout, Ref<CGColorSpace>::retaining(space),
         bitmapInfo, intent, shouldInterpolate};
-    return ozcg::create<CGImage>(std::move(format), Ref<CGDataProvider>::retaining(provider));
+    return ozcg::noteFailure(
+        ozcg::create<CGImage>(std::move(format), Ref<CGDataProvider>::retaining(provider)));
 }
 
 CGImageRef CGImageCreateCopy(CGImageRef image) { return ozcg::retained(image); }
 
 CGImageRef CGImageCreateCopyWithColorSpace(CGImageRef image, CGColorSpaceRef space) {
-    if (!image || !space || !image->format.space) return nullptr;
-    if (image->format.space->components() != space->components()) return nullptr;
+    if (!image) return ozcg::createdFrom<CGImage>(image);
+    if (!space) return ozcg::createdFrom<CGImage>(space);
+    if (!image->format.space || image->format.space->components() != space->components())
+        return ozcg::noObject<CGImage>();
     CGImageFormat format = image->format;
     format.space = Ref<CGColorSpace>::retaining(space);
-    return ozcg::create<CGImage>(std::move(format), image->provider);
+    return ozcg::noteFailure(ozcg::create<CGImage>(std::move(format), image->provider));
 }
 
 CGImageRef CGImageCreateWithImageInRect(CGImageRef image, CGRect rect) {
-    if (!image) return nullptr;
+    if (!image) return ozcg::createdFrom<CGImage>(image);
     const CGRect whole = {{0, 0},
                           {static_cast<CGFloat>(image->width()), static_cast<CGFloat>(image->height())}};
     const CGRect part = CGRectIntersection(CGRectIntegral(rect), whole);
-    if (CGRectIsEmpty(part)) return nullptr;
+    if (CGRectIsEmpty(part)) return ozcg::noObject<CGImage>();
 
     CGImageFormat format = image->format;
     format.width = static_cast<size_t>(part.size.width);
@@ -86,7 +90,8 @@ CGImageRef CGImageCreateWithImageInRect(CGImageRef image, CGRect rect) {
     auto owner = Ref<const ozcg::Object>::retaining(image->provider.get());
     auto provider = Ref<CGDataProvider>::adopting(
         ozcg::create<CGDataProvider>(std::move(owner), image->provider->bytes.subspan(skipped)));
-    return provider ? ozcg::create<CGImage>(std::move(format), std::move(provider)) : nullptr;
+    return ozcg::noteFailure(provider ? ozcg::create<CGImage>(std::move(format), std::move(provider))
+                                      : nullptr);
 }
 
 CGImageRef CGImageRetain(CGImageRef image) { return ozcg::retained(image); }

@@ -60,7 +60,7 @@ struct CGImageFormat {
     ozcg::Ref<CGColorSpace> space; // empty for alpha-only images
     CGBitmapInfo bitmapInfo = 0;
     CGColorRenderingIntent intent = kCGRenderingIntentDefault;
-    bool shouldInterpolate = false;
+    bool shouldInterpolate = true;
 };
 
 /// An immutable image: a format and a provider of bytes.

@@ -129,13 +129,14 @@ Pixel load(const uint8_t* p, const PixelOffsets& at) {
 }
 
 void blendFormula(uint8_t* dst, const uint32_t* src, const uint8_t* coverage, size_t n, CGBlendMode mode,
-                  PixelOrder order) {
+                  PixelOrder order, bool isOpaque) {
     const PixelOffsets at = offsetsOf(order), rgba = offsetsOf(PixelOrder::rgba);
     for (size_t i = 0; i < n; ++i, dst += 4) {
         if (coverage[i] == 0) continue;
         uint8_t over[4];
         std::memcpy(over, &src[i], 4);
-        const Pixel under = load(dst, at);
+        Pixel under = load(dst, at);
+        if (isOpaque) under.a = 1;
         const float weight = static_cast<float>(coverage[i]) / 255;
         const Pixel result = blended(mode, load(over, rgba), under) * weight + under * (1 - weight);
         const uint8_t alpha = clampedUnorm8(result.a, 1);
@@ -155,9 +156,9 @@ void reorder(uint32_t* pixels, size_t n) {
 } // namespace
 
 void blendRow(uint8_t* dst, uint32_t* src, const uint8_t* coverage, size_t n, CGBlendMode mode,
-              PixelOrder order) noexcept {
+              PixelOrder order, bool isOpaque) noexcept {
     if (mode > kCGBlendModeNormal && mode <= kCGBlendModePlusLighter) {
-        return blendFormula(dst, src, coverage, n, mode, order);
+        return blendFormula(dst, src, coverage, n, mode, order, isOpaque);
     }
     if (order == PixelOrder::bgra) reorder<PixelOrder::bgra>(src, n);
     if (order == PixelOrder::argb) reorder<PixelOrder::argb>(src, n);

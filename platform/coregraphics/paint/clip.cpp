@@ -20,6 +20,9 @@ double snapped(double side) {
     return std::abs(side - whole) < kSnap ? whole : side;
 }
 
+// The first pixel whose centre does not lie before a side.
+double firstCenterFrom(double side) { return std::ceil(side - 0.5); }
+
 // How much of pixel i an interval covers.
 double overlap(int i, double from, double to) {
     return std::clamp(std::min(i + 1.0, to) - std::max(double(i), from), 0.0, 1.0);
@@ -52,6 +55,8 @@ Ref<ClipMask> ClipMask::make(const IntRect& box) {
     return mask;
 }
 
+void ClipMask::releaseKept() noexcept { ozm::support::ThreadOwned<KeptMasks>::release(); }
+
 void ClipMask::setBox(const IntRect& box) {
     const size_t size = box.area();
     if (size > m_capacity) {
@@ -82,34 +87,35 @@ void Clip::setSides(double x0, double y0, double x1, double y1) {
     }
 }
 
-void Clip::intersect(const CGRect& rect) {
-    const double x0 = CGRectGetMinX(rect), y0 = CGRectGetMinY(rect);
-    const double x1 = CGRectGetMaxX(rect), y1 = CGRectGetMaxY(rect);
-    setSides(std::max(m_x0, snapped(x0)), std::max(m_y0, snapped(y0)), std::min(m_x1, snapped(x1)),
-             std::min(m_y1, snapped(y1)));
+void Clip::intersect(const CGRect& rect, bool antialias) {
+    const auto side = [antialias](double at) { return antialias ? snapped(at) : firstCenterFrom(at); };
+    const double x0 = side(CGRectGetMinX(rect)), y0 = side(CGRectGetMinY(rect));
+    const double x1 = side(CGRectGetMaxX(rect)), y1 = side(CGRectGetMaxY(rect));
+    setSides(std::max(m_x0, x0), std::max(m_y0, y0), std::min(m_x1, x1), std::min(m_y1, y1));
 }
 
-void Clip::intersect(CoverageAccumulator& shape, FillRule rule, bool antialias) {
+void Clip::writeRows(ClipMask& mask, CoverageAccumulator& shape, FillRule rule) const {
     const IntRect box = shape.box();
     const auto width = static_cast<size_t>(box.width());
-    const Ref<ClipMask> mask = ClipMask::make(box);
     uint8_t* const line = ozm::support::ThreadOwned<RasterBuffers>::getOrThrow().coverageRowOf(box.width());
     for (int y = 0; y < shape.height(); ++y) {
-        uint8_t* const row = mask->row(box.y0 + y);
+        uint8_t* const row = mask.row(box.y0 + y) + (box.x0 - mask.box().x0);
         std::memset(row, 0, width);
         if (y < shape.firstRow() || y >= shape.endRow()) continue;
         const ColumnRange range = sweepRow(shape, y, rule, line);
         if (range.empty()) continue;
         const auto begin = static_cast<size_t>(range.begin), n = static_cast<size_t>(range.end - range.begin);
         std::memcpy(row + begin, line + begin, n);
-        if (!antialias) thresholdCoverage(row + begin, n);
         if (!m_mask) continue;
         const uint8_t* const before = m_mask->row(box.y0 + y) + (box.x0 - m_mask->box().x0);
         for (size_t i = begin; i < begin + n; ++i) row[i] = multiplyUnorm8(row[i], before[i]);
     }
     shape.discardPadding();
     shape.end();
-    m_mask = Ref<const ClipMask>::retaining(mask.get());
+}
+
+void Clip::replaceMask(Ref<const ClipMask> mask) {
+    m_mask = std::move(mask);
     setSides(m_x0, m_y0, m_x1, m_y1);
 }
 

@@ -19,6 +19,8 @@ public:
     /// A mask with uninitialised pixels, if possible in memory that the thread has kept. Throws
     /// std::bad_alloc.
     static Ref<ClipMask> make(const IntRect& box);
+    /// Frees the masks that the calling thread keeps and that no clip holds.
+    static void releaseKept() noexcept;
 
     const IntRect& box() const { return m_box; }
     uint8_t* row(int y) { return m_bytes.get() + offset(y); }
@@ -50,11 +52,14 @@ public:
     bool containsWhole(const IntRect& box) const { return !m_mask && m_inner.contains(box); }
 
     /// Intersects with an upright rectangle. Sides within rounding errors of a pixel boundary are moved onto
-    /// it.
-    void intersect(const CGRect& rect);
-    /// Intersects with the shape in the accumulator, whose box must lie within outer(), and empties the
-    /// accumulator. Throws std::bad_alloc.
-    void intersect(CoverageAccumulator& shape, FillRule rule, bool antialias);
+    /// it; without antialiasing, sides move such that the pixels inside are those whose centres are.
+    void intersect(const CGRect& rect, bool antialias);
+    /// Writes the rows of a shape in the accumulator to a mask, multiplied by the present one, and empties
+    /// the accumulator. Its box must lie within outer() and the mask's. Throws std::bad_alloc and
+    /// Interrupted.
+    void writeRows(ClipMask& mask, CoverageAccumulator& shape, FillRule rule) const;
+    /// Intersects with the box of a mask that writeRows() has filled, and takes the mask.
+    void replaceMask(Ref<const ClipMask> mask);
     void makeEmpty() { *this = Clip(); }
 
     /// Multiplies the coverage of pixels x0 ..< x0 + n of row y by the clip's. They must lie within outer().

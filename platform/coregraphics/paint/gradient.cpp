@@ -6,56 +6,27 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
+#include <limits>
 
 namespace {
 
+using ozcg::ColorRamp;
 using ozcg::GradientStop;
 using ozcg::Rgba;
 
-constexpr size_t kLast = ozcg::kGradientTableSize - 1;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-// The first entry at or after a location.
-size_t entryAt(double location) { return static_cast<size_t>(std::ceil(location * kLast)); }
-
-bool isPaintable(const Rgba& c) {
-    const auto within = [](double value) { return value >= 0 && value <= 1; };
-    return within(c.r) && within(c.g) && within(c.b) && within(c.a);
+std::array<float, 4> components(const Rgba& color) {
+    const auto component = [](double value) { return static_cast<float>(std::clamp(value, -1e30, 1e30)); };
+    return {component(color.r), component(color.g), component(color.b), component(color.a)};
 }
 
-float toFloat(double value) { return static_cast<float>(std::clamp(value, -1e30, 1e30)); }
-
-// Sets the entries from one stop up to the next. `limit` clamps a component to 0...1; the compiler vectorises
-// the loop where it does nothing.
-template <class Limit>
-void mix(uint32_t* table, const GradientStop& from, const GradientStop& to, Limit limit) {
-    const auto first = static_cast<int>(entryAt(from.location)), end = static_cast<int>(entryAt(to.location));
-    const double entries = (to.location - from.location) * kLast;
-    // In double precision, because stops may lie close together.
-    const auto start = static_cast<float>(ozcg::clampedToUnit((first - from.location * kLast) / entries));
-    const auto step = static_cast<float>(1 / std::max(1.0, entries));
-    const auto ramp = [&](double Rgba::*component) {
-        const float low = toFloat(from.color.*component);
-        const float slope = toFloat(to.color.*component - from.color.*component);
-        return [=](float t) { return limit(low + slope * t); };
-    };
-    const auto r = ramp(&Rgba::r), g = ramp(&Rgba::g), b = ramp(&Rgba::b), a = ramp(&Rgba::a);
-    for (int i = first; i < end; ++i) {
-        const float t = start + static_cast<float>(i - first) * step, opacity = a(t);
-        const int32_t alpha = ozcg::unorm8(opacity);
-        // Rounding may take a component slightly beyond 1; it must not exceed alpha.
-        const auto color = [=](float value) {
-            return static_cast<uint32_t>(std::min<int32_t>(ozcg::unorm8(value * opacity), alpha));
-        };
-        table[i] = ozcg::pixelOf(color(r(t)), color(g(t)), color(b(t)), static_cast<uint32_t>(alpha));
-    }
-}
-
-void mix(uint32_t* table, const GradientStop& from, const GradientStop& to) {
-    if (isPaintable(from.color) && isPaintable(to.color))
-        mix(table, from, to, [](float value) { return value; });
+void writeColors(const ColorRamp& piece, std::span<const double> positions, uint32_t* rgba) {
+    const auto& [r, g, b, a] = piece.color;
+    if (piece.fractionPerPosition == 0) // Where a piece begins at infinity, its colour is constant.
+        std::fill_n(rgba, positions.size(), ozcg::premultipliedPixel({r, g, b, a}));
     else
-        mix(table, from, to, [](float value) { return static_cast<float>(ozcg::clampedToUnit(value)); });
+        ozcg::writeRamp(piece, positions, rgba);
 }
 
 // The location of the stop at `index` of `count`.
@@ -66,24 +37,70 @@ double locationOf(const CGFloat* locations, size_t index, size_t count) {
 
 } // namespace
 
-CGGradient::CGGradient(std::vector<GradientStop> stops) noexcept : Object(ozcg::TypeId::gradient) {
+CGGradient::CGGradient(std::vector<GradientStop> stops) : Object(ozcg::TypeId::gradient) {
     std::stable_sort(stops.begin(), stops.end(),
                      [](const GradientStop& a, const GradientStop& b) { return a.location < b.location; });
-    const uint32_t before = ozcg::premultipliedPixel(stops.front().color);
-    const uint32_t after = ozcg::premultipliedPixel(stops.back().color);
-    std::fill_n(table, entryAt(stops.front().location), before);
-    for (size_t i = 1; i < stops.size(); ++i)
-        if (stops[i - 1].location < stops[i].location) mix(table, stops[i - 1], stops[i]);
-    std::fill(table + entryAt(stops.back().location), std::end(table), after);
-    table[0] = before;
-    table[kLast] = after;
+    m_pieces.reserve(stops.size() + 3);
+    const GradientStop &first = stops.front(), &last = stops.back();
+    appendConstant(-kInfinity, first.color);
+    appendConstant(0, first.color);
+    for (size_t i = 1; i < stops.size(); ++i) {
+        const GradientStop &from = stops[i - 1], &to = stops[i];
+        if (from.location < to.location)
+            append(from.location, from.color, to.color, to.location - from.location);
+    }
+    appendConstant(last.location, last.color);
+    appendConstant(std::nextafter(1, kInfinity), last.color);
+}
+
+void CGGradient::appendConstant(double begin, const Rgba& color) { append(begin, color, color, 0); }
+
+void CGGradient::append(double begin, const Rgba& from, const Rgba& to, double length) {
+    const std::array<float, 4> color = components(from), end = components(to);
+    const std::array change = {end[0] - color[0], end[1] - color[1], end[2] - color[2], end[3] - color[3]};
+    const bool isConstant = change == decltype(change){};
+    // The inverse of a length may overflow.
+    const double perPosition = isConstant ? 0 : std::min(1 / length, std::numeric_limits<double>::max());
+    // Position 0 itself has the first stop's colour.
+    if (m_pieces.size() > 1) begin = std::max(begin, std::numeric_limits<double>::denorm_min());
+    m_pieces.push_back({begin, perPosition, color, change});
+}
+
+void CGGradient::colorsAt(std::span<const double> positions, ozcg::PositionOrder order,
+                          CGGradientDrawingOptions options, uint32_t* rgba) const noexcept {
+    const auto first = m_pieces.begin(), last = m_pieces.end() - 1;
+    while (!positions.empty()) {
+        const double position = positions[0];
+        const bool isNowhere = std::isnan(position);
+        // The first piece begins before every position.
+        const auto piece = std::upper_bound(first + 1, m_pieces.end(), position,
+                                            [](double p, const auto& each) { return !(p >= each.begin); }) -
+                           1;
+        const double begin = piece->begin, end = piece == last ? kInfinity : (piece + 1)->begin;
+        const auto isWithin = [=](double p) { return isNowhere ? std::isnan(p) : p >= begin && p < end; };
+        const auto rest = positions.subspan(1);
+        const auto next = order == ozcg::PositionOrder::sorted
+                              ? std::partition_point(rest.begin(), rest.end(), isWithin)
+                              : std::find_if_not(rest.begin(), rest.end(), isWithin);
+        const auto n = static_cast<size_t>(next - rest.begin()) + 1;
+        const bool isDrawn = piece == first  ? options & kCGGradientDrawsBeforeStartLocation
+                             : piece == last ? options & kCGGradientDrawsAfterEndLocation
+                                             : true;
+        if (isDrawn && !isNowhere)
+            writeColors(*piece, positions.first(n), rgba);
+        else
+            std::fill_n(rgba, n, 0);
+        positions = positions.subspan(n);
+        rgba += n;
+    }
 }
 
 CFTypeID CGGradientGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::gradient); }
 
 CGGradientRef CGGradientCreateWithColorComponents(CGColorSpaceRef space, const CGFloat* components,
                                                   const CGFloat* locations, size_t count) {
-    if (!space || !components || count == 0) return nullptr;
+    if (!space) return ozcg::createdFrom<CGGradient>(space);
+    if (!components || count == 0) return ozcg::noObject<CGGradient>();
     return ozcg::noteFailure(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
         std::vector<GradientStop> stops(count);
         for (size_t i = 0; i < count; ++i) {
@@ -96,8 +113,12 @@ CGGradientRef CGGradientCreateWithColorComponents(CGColorSpaceRef space, const C
 
 CGGradientRef CGGradientCreateWithColors(CGColorSpaceRef, CFArrayRef colors, const CGFloat* locations) {
     const auto count = static_cast<size_t>(CFArrayGetCount(colors));
-    const auto isColor = [](const void* value) { return CFGetTypeID(value) == CGColorGetTypeID(); };
-    if (count == 0 || !std::all_of(colors->values.begin(), colors->values.end(), isColor)) return nullptr;
+    if (!colors) return ozcg::createdFrom<CGGradient>(colors);
+    for (const void* const value : colors->values) {
+        if (!value) return ozcg::createdFrom<CGGradient>(CGColorRef{});
+        if (CFGetTypeID(value) != CGColorGetTypeID()) return ozcg::noObject<CGGradient>();
+    }
+    if (count == 0) return ozcg::noObject<CGGradient>();
     return ozcg::noteFailure(ozcg::orWhenOutOfMemory(CGGradientRef{}, [&] {
         std::vector<GradientStop> stops(count);
         for (size_t i = 0; i < count; ++i) {

@@ -1,16 +1,15 @@
-// Gradients as tables of colours.
+// Gradients as pieces between which the colour changes evenly.
 #pragma once
 
+#include "raster/color_ramp.h"
 #include "values/color.h"
 
 #include <CoreGraphics/CGGradient.h>
 
+#include <span>
 #include <vector>
 
 namespace ozcg {
-
-/// Large enough that in nearly all gradients neighbouring entries differ by less than 1 of 255.
-inline constexpr size_t kGradientTableSize = 1024;
 
 /// A colour at a location of a gradient.
 struct GradientStop {
@@ -18,14 +17,30 @@ struct GradientStop {
     Rgba color;
 };
 
+/// Whether a list of positions only rises, or only falls.
+enum class PositionOrder { sorted, any };
+
 } // namespace ozcg
 
-/// A gradient as a table of colours.
+/// A gradient: pieces that cover all positions, from the least to the greatest. Each reaches to where the
+/// next begins.
+///
+/// The first piece lies before position 0, the last one after position 1. They have the colours of the first
+/// and the last stop, whatever the locations of these. At the location of several stops the last one counts,
+/// but at position 0 the first one.
 struct CGGradient final : ozcg::Object {
     /// Sorts the stops by location; stops at the same location keep their order. There must be at least one.
-    explicit CGGradient(std::vector<ozcg::GradientStop> stops) noexcept;
+    /// Throws std::bad_alloc.
+    explicit CGGradient(std::vector<ozcg::GradientStop> stops);
 
-    /// Colours at i / (kGradientTableSize - 1), premultiplied, bytes R, G, B, A in memory. The first and the
-    /// last entry are exactly the first and the last stop, whatever their locations.
-    alignas(64) uint32_t table[ozcg::kGradientTableSize];
+    /// Writes the premultiplied colours (bytes R, G, B, A in memory) at positions; transparent at NaN, and
+    /// beyond the ends except where the options say so.
+    void colorsAt(std::span<const double> positions, ozcg::PositionOrder order,
+                  CGGradientDrawingOptions options, uint32_t* rgba) const noexcept;
+
+private:
+    void appendConstant(double begin, const ozcg::Rgba& color);
+    void append(double begin, const ozcg::Rgba& from, const ozcg::Rgba& to, double length);
+
+    std::vector<ozcg::ColorRamp> m_pieces;
 };

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <span>
 
 namespace ozcg {
 
@@ -11,18 +13,21 @@ namespace {
 
 bool isFinitePoint(CGPoint p) { return std::isfinite(p.x) && std::isfinite(p.y); }
 
-// The colour at a position; beyond the ends only where the options say so.
-uint32_t lookUp(const CGGradient& gradient, double position, CGGradientDrawingOptions options) {
-    constexpr double kLast = kGradientTableSize - 1;
-    if (!(position > 0)) {
-        const bool paints = position == 0 || (options & kCGGradientDrawsBeforeStartLocation);
-        return paints ? gradient.table[0] : 0;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNowhere = std::numeric_limits<double>::quiet_NaN();
+
+// Writes the colours of a row whose positions positionAt(i) gives.
+template <class PositionAt>
+void writeRow(const CGGradient& gradient, PositionOrder order, CGGradientDrawingOptions options, size_t n,
+              uint32_t* rgba, PositionAt&& positionAt) {
+    constexpr int kBlock = 64;
+    double positions[kBlock];
+    const auto end = static_cast<int>(n);
+    for (int done = 0; done < end; done += kBlock) {
+        const int count = std::min(end - done, kBlock);
+        for (int i = 0; i < count; ++i) positions[i] = positionAt(static_cast<double>(done + i));
+        gradient.colorsAt(std::span(positions, static_cast<size_t>(count)), order, options, rgba + done);
     }
-    if (position >= 1) {
-        const bool paints = position == 1 || (options & kCGGradientDrawsAfterEndLocation);
-        return paints ? gradient.table[kGradientTableSize - 1] : 0;
-    }
-    return gradient.table[static_cast<size_t>(position * kLast + 0.5)];
 }
 
 } // namespace
@@ -47,8 +52,13 @@ std::optional<LinearGradientSource> LinearGradientSource::make(const CGGradient&
 
 void LinearGradientSource::fetch(int x, int y, size_t n, uint32_t* rgba) {
     const double first = m_positionAtOrigin + m_positionPerY * (y + 0.5) + m_positionPerX * (x + 0.5);
-    for (size_t i = 0; i < n; ++i)
-        rgba[i] = lookUp(m_gradient, first + m_positionPerX * static_cast<double>(i), m_options);
+    if (m_positionPerX == 0) {
+        m_gradient.colorsAt(std::span(&first, 1), PositionOrder::sorted, m_options, rgba);
+        std::fill_n(rgba + 1, n - 1, *rgba);
+        return;
+    }
+    writeRow(m_gradient, PositionOrder::sorted, m_options, n, rgba,
+             [&](double i) { return first + m_positionPerX * i; });
 }
 
 std::optional<RadialGradientSource> RadialGradientSource::make(const CGGradient& gradient,
@@ -69,6 +79,8 @@ std::optional<RadialGradientSource> RadialGradientSource::make(const CGGradient&
     if (!std::isfinite(source.m_a)) return {};
     // If one circle touches the other from inside, the equation is linear, up to rounding.
     if (std::abs(source.m_a) > 1e-12 * (axis2 + growth2)) source.m_inverseA = 1 / source.m_a;
+    if (options & kCGGradientDrawsBeforeStartLocation) source.m_least = -kInfinity;
+    if (options & kCGGradientDrawsAfterEndLocation) source.m_greatest = kInfinity;
     source.m_toStart = *fromPixel;
     source.m_toStart.tx -= start.center.x;
     source.m_toStart.ty -= start.center.y;
@@ -76,35 +88,30 @@ std::optional<RadialGradientSource> RadialGradientSource::make(const CGGradient&
 }
 
 bool RadialGradientSource::draws(double position) const {
-    if (!(m_startRadius + position * m_growth >= 0)) return false;
-    if (position < 0) return m_options & kCGGradientDrawsBeforeStartLocation;
-    return position <= 1 || (m_options & kCGGradientDrawsAfterEndLocation);
+    return m_startRadius + position * m_growth >= 0 && position >= m_least && position <= m_greatest;
 }
 
 // Solves |p - s axis| = r0 + s growth for the greatest s at which the gradient is drawn.
-uint32_t RadialGradientSource::colorAt(CGPoint p) const {
+double RadialGradientSource::positionAt(CGPoint p) const {
     const double b = p.x * m_axis.x + p.y * m_axis.y + m_startRadius * m_growth;
     const double c = p.x * p.x + p.y * p.y - m_startRadius * m_startRadius;
     if (m_inverseA == 0) {
         const double s = c / (2 * b);
-        return draws(s) ? lookUp(m_gradient, s, m_options) : 0;
+        return draws(s) ? s : kNowhere;
     }
     const double discriminant = b * b - m_a * c;
-    if (!(discriminant >= 0)) return 0;
+    if (!(discriminant >= 0)) return kNowhere;
     const double root = std::sqrt(discriminant);
     const double s0 = (b + root) * m_inverseA, s1 = (b - root) * m_inverseA;
     const double greater = std::max(s0, s1), smaller = std::min(s0, s1);
-    if (draws(greater)) return lookUp(m_gradient, greater, m_options);
-    if (draws(smaller)) return lookUp(m_gradient, smaller, m_options);
-    return 0;
+    return draws(greater) ? greater : draws(smaller) ? smaller : kNowhere;
 }
 
 void RadialGradientSource::fetch(int x, int y, size_t n, uint32_t* rgba) {
     const CGPoint first = CGPointApplyAffineTransform({x + 0.5, y + 0.5}, m_toStart);
-    for (size_t i = 0; i < n; ++i) {
-        const auto k = static_cast<double>(i);
-        rgba[i] = colorAt({first.x + m_toStart.a * k, first.y + m_toStart.b * k});
-    }
+    writeRow(m_gradient, PositionOrder::any, m_options, n, rgba, [&](double i) {
+        return positionAt({first.x + m_toStart.a * i, first.y + m_toStart.b * i});
+    });
 }
 
 } // namespace ozcg

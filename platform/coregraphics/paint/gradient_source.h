@@ -47,7 +47,7 @@ public:
 private:
     RadialGradientSource(const CGGradient& gradient, CGGradientDrawingOptions options)
         : m_gradient(gradient), m_options(options) {}
-    uint32_t colorAt(CGPoint fromStart) const;
+    double positionAt(CGPoint fromStart) const;
     bool draws(double position) const;
 
     const CGGradient& m_gradient;
@@ -57,6 +57,7 @@ private:
     double m_startRadius = 0, m_growth = 0; // the radius at a position is m_startRadius + position * m_growth
     double m_a = 0;                         // of the quadratic equation for the position
     double m_inverseA = 0;                  // 0: the equation is linear
+    double m_least = 0, m_greatest = 1;     // of the positions that are drawn
 };
 
 } // namespace ozcg

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "image/image.h"
+#include "paint/image_grid.h"
 #include "paint/paint_source.h"
 
 #include <CoreGraphics/CGAffineTransform.h>
@@ -10,33 +10,38 @@
 
 namespace ozcg {
 
-/// The colours of an image under a transform. Each pixel is the average of the area of the image that it
-/// covers, taken to be at least one image pixel wide and high. This copies exactly where the pixels align,
-/// interpolates linearly where the image is enlarged, and averages areas where it is reduced.
+/// The colours of an image under a transform: copied exactly where image pixels lie on the pixel grid,
+/// interpolated linearly where the image is enlarged, and averaged over the area that a pixel covers where it
+/// is reduced. The last is exact where the axes of the image are upright. Elsewhere a pixel is the mean of
+/// samples spread over its area, of the image reduced along its own axes first, no further than that area
+/// reaches along them.
 class ImageSource final : public PaintSource {
 public:
     /// `toPixel` takes the unit square, in which the image stands upright with y up, to pixels. Without
-    /// `smooth` the image pixel at the centre is taken. Empty if the matrix is singular. Throws
-    /// std::bad_alloc.
+    /// `smooth` the image pixel at the centre is taken. Only the pixels of `visible` may be fetched. Empty if
+    /// the matrix is singular. Throws std::bad_alloc.
     static std::optional<ImageSource> make(const CGImage& image, const CGAffineTransform& toPixel,
-                                           bool smooth);
+                                           bool smooth, const IntRect& visible);
     void fetch(int x, int y, size_t n, uint32_t* rgba) override;
 
 private:
+    /// How a pixel gets its colour.
+    enum class Way { copy, nearest, upright, samples };
+
     explicit ImageSource(const CGImage& image) : m_image(image) {}
-    uint32_t average(double u, double v) const;
-    uint32_t nearest(double u, double v) const;
-    uint32_t pixel(int x, int y) const {
-        return m_pixels[static_cast<size_t>(y) * m_image.width() + static_cast<size_t>(x)];
-    }
+    void prepareSamples(const IntRect& visible);
+    void makeGrid(int width, int height, double marginX, double marginY, const IntRect& visible);
     void copyRow(int x, int y, size_t n, uint32_t* rgba) const;
+    uint32_t nearest(double u, double v) const;
+    uint32_t average(double u, double v) const;
+    uint32_t meanOfSamples(double u, double v) const;
 
     const CGImage& m_image;
-    CGAffineTransform m_toImage{};       // from pixels to image pixels, y down
-    double m_halfU = 0.5, m_halfV = 0.5; // of the part that is averaged
-    bool m_smooth = true;
-    bool m_copies = false;          // the image pixels lie on the pixel grid
-    std::vector<uint32_t> m_pixels; // of the whole image, unless it copies
+    Way m_way = Way::copy;
+    CGAffineTransform m_toGrid{};        // from pixels to cells of the grid, y down
+    ImageGrid m_grid;                    // unless it copies
+    double m_halfX = 0.5, m_halfY = 0.5; // of the part of the grid that is averaged
+    std::vector<CGPoint> m_offsets;      // of the samples from the centre of a pixel, in cells
 };
 
 } // namespace ozcg

@@ -60,13 +60,17 @@ void forEachBand(const IntRect& box, Paint&& paint) {
     for (int y = box.y0; y < box.y1; y += rows) paint(IntRect{box.x0, y, box.x1, std::min(y + rows, box.y1)});
 }
 
+Sampling samplingOf(const Compositing& compositing) {
+    return compositing.antialias ? Sampling::area : Sampling::centre;
+}
+
 template <typename Use>
-void accumulateFill(const PathData& path, const IntRect& area, Use&& use) {
+void accumulateFill(const PathData& path, const IntRect& area, Sampling sampling, Use&& use) {
     if (path.empty()) return;
     const Bounds bounds = boundsOf(path);
     CoverageAccumulator& coverage = rasterBuffers().coverage;
     forEachBand(pixelsIn(bounds, area), [&](const IntRect& band) {
-        coverage.begin(band);
+        coverage.begin(band, sampling);
         addFillEdges(coverage, path, fromBox(band), moved(bounds, -band.x0, -band.y0));
         use(coverage);
     });
@@ -85,14 +89,13 @@ void scale(uint32_t* pixels, size_t n, unsigned alpha) {
 // Paints n pixels of a row with the given coverage, which does not include the clip yet.
 void paintRow(const Surface& surface, const Compositing& compositing, PaintSource& source, int x, int y,
               size_t n, uint8_t* coverage) {
-    if (!compositing.antialias) thresholdCoverage(coverage, n);
     compositing.clip.apply(y, x, n, coverage);
     std::vector<uint32_t>& row = ozm::support::ThreadOwned<SourceRow>::getOrThrow().pixels;
     if (row.size() < n) row.resize(n);
     source.fetch(x, y, n, row.data());
     const uint8_t alpha = unorm8(compositing.alpha);
     if (alpha != 255) scale(row.data(), n, alpha);
-    blendRow(surface.pixel(x, y), row.data(), coverage, n, compositing.mode, surface.order);
+    blendRow(surface.pixel(x, y), row.data(), coverage, n, compositing.mode, surface.order, surface.isOpaque);
 }
 
 void paintCoverage(const Surface& surface, const Compositing& compositing, PaintSource& source,
@@ -122,8 +125,7 @@ public:
 
     void operator()(CoverageAccumulator& coverage, FillRule rule) const {
         const IntRect& box = coverage.box();
-        if (m_compositing.mode == kCGBlendModeNormal && m_compositing.antialias &&
-            m_compositing.clip.containsWhole(box)) {
+        if (m_compositing.mode == kCGBlendModeNormal && m_compositing.clip.containsWhole(box)) {
             const SolidPixel pixel = {reordered(m_rgba, m_surface.order), static_cast<uint8_t>(m_rgba >> 24)};
             sweepSolid(coverage, rule, pixel, m_surface.pixel(box.x0, box.y0), m_surface.bytesPerRow);
         } else {
@@ -142,19 +144,23 @@ private:
 
 } // namespace
 
+IntRect pixelsInside(const Clip& clip, const PathData& path) {
+    return path.empty() ? IntRect() : pixelsIn(boundsOf(path), clip.outer());
+}
+
 void fillPath(const Surface& surface, const Compositing& compositing, const PathData& path, FillRule rule,
               const Rgba& color) {
     const SolidPainter paint(surface, compositing, color);
     if (!paint.paintsAnything()) return;
-    accumulateFill(path, compositing.clip.outer(),
+    accumulateFill(path, compositing.clip.outer(), samplingOf(compositing),
                    [&](CoverageAccumulator& coverage) { paint(coverage, rule); });
 }
 
 void fillPath(const Surface& surface, const Compositing& compositing, const PathData& path, FillRule rule,
               PaintSource& source) {
-    accumulateFill(path, compositing.clip.outer(), [&](CoverageAccumulator& coverage) {
-        paintCoverage(surface, compositing, source, coverage, rule);
-    });
+    accumulateFill(
+        path, compositing.clip.outer(), samplingOf(compositing),
+        [&](CoverageAccumulator& coverage) { paintCoverage(surface, compositing, source, coverage, rule); });
 }
 
 void strokePath(const Surface& surface, const Compositing& compositing, const PathData& path,
@@ -166,7 +172,7 @@ void strokePath(const Surface& surface, const Compositing& compositing, const Pa
     const Bounds bounds = boundsOf(path);
     RasterBuffers& buffers = rasterBuffers();
     forEachBand(pixelsIn(grown(bounds, whole->outset), compositing.clip.outer()), [&](const IntRect& band) {
-        buffers.coverage.begin(band);
+        buffers.coverage.begin(band, samplingOf(compositing));
         addStrokeEdges(buffers.coverage, path, whole->moved(-band.x0, -band.y0), style,
                        moved(bounds, -band.x0, -band.y0), buffers.edges);
         paint(buffers.coverage, FillRule::nonZero);
@@ -187,14 +193,19 @@ void paintClip(const Surface& surface, const Compositing& compositing, PaintSour
 void clipToPath(Clip& clip, const PathData& path, FillRule rule, bool antialias) {
     CGRect rect;
     if (path.empty()) return clip.makeEmpty();
-    if (isRect(path, &rect)) return clip.intersect(rect);
-    const Bounds bounds = boundsOf(path);
-    const IntRect box = pixelsIn(bounds, clip.outer());
+    if (isRect(path, &rect)) return clip.intersect(rect, antialias);
+    const IntRect box = pixelsInside(clip, path);
     if (box.empty()) return clip.makeEmpty();
-    CoverageAccumulator& coverage = rasterBuffers().coverage;
-    coverage.begin(box);
-    addFillEdges(coverage, path, fromBox(box), moved(bounds, -box.x0, -box.y0));
-    clip.intersect(coverage, rule, antialias);
+    const Ref<ClipMask> mask = ClipMask::make(box);
+    accumulateFill(path, box, antialias ? Sampling::area : Sampling::centre,
+                   [&](CoverageAccumulator& coverage) { clip.writeRows(*mask, coverage, rule); });
+    clip.replaceMask(Ref<const ClipMask>::retaining(mask.get()));
+}
+
+void trimPaintMemory() noexcept {
+    if (RasterBuffers* const buffers = ozm::support::ThreadOwned<RasterBuffers>::existing()) buffers->trim();
+    ozm::support::ThreadOwned<SourceRow>::release();
+    ClipMask::releaseKept();
 }
 
 } // namespace ozcg

@@ -19,6 +19,7 @@ struct Surface {
     int width = 0;
     int height = 0;
     PixelOrder order = PixelOrder::argb;
+    bool isOpaque = false; // the byte for alpha is not used
 
     uint8_t* pixel(int x, int y) const {
         return bytes + static_cast<size_t>(y) * bytesPerRow + 4 * static_cast<size_t>(x);
@@ -33,6 +34,9 @@ struct Compositing {
     bool antialias = true;
 };
 
+/// The pixels of the clip's box that filling a path, which is in pixels, may touch.
+IntRect pixelsInside(const Clip& clip, const PathData& path);
+
 // Paths are in pixels. All of these throw std::bad_alloc and then leave the surface partly painted.
 
 void fillPath(const Surface& surface, const Compositing& compositing, const PathData& path, FillRule rule,
@@ -46,5 +50,8 @@ void strokePath(const Surface& surface, const Compositing& compositing, const Pa
 void paintClip(const Surface& surface, const Compositing& compositing, PaintSource& source);
 /// Intersects a clip with a filled path.
 void clipToPath(Clip& clip, const PathData& path, FillRule rule, bool antialias);
+
+/// Frees the memory that the calling thread keeps for painting, and for masks of clips.
+void trimPaintMemory() noexcept;
 
 } // namespace ozcg

@@ -17,7 +17,7 @@ struct Vec2 {
 };
 
 /// The greatest distance, in device pixels, of a chord from its curve.
-constexpr double kFlatness = 0.05;
+constexpr double kFlatness = 0.04;
 /// More chords than a curve of the widest bitmap needs; keeps hostile curves in bounds.
 constexpr int kMaxChords = 2048;
 
@@ -45,16 +45,32 @@ template <typename T>
     return square * square < fourthPower ? whole + 1 : whole;
 }
 
-/// Calls emit(point) for the end of each of `count` chords; the last is exactly p3.
+/// Calls emit(point, t) for the end of each of `count` chords, with the curve's parameter; the last is
+/// exactly p3 at 1.
+///
+/// The inner points lie h^2 / 12 * n / (n - 1) times the second derivative outside the curve, with h = 1 / n,
+/// so that the chords have the area of the curve and not that of a figure inscribed. They stay within the
+/// convex hull of the control points: as a combination of these, the point at t has the weights (1-t)^3 -
+/// c(1-t), 3t(1-t)^2 + c(2-3t), 3t^2(1-t) + c(3t-1) and t^3 - ct with c = 1 / (2n(n-1)). Their sum is 1, and
+/// none is negative for h <= t <= 1-h.
 template <typename T, typename Emit>
 void emitChords(const Cubic<T>& c, int count, Emit&& emit) {
     const Vec2<T> c1 = (c.p1 - c.p0) * T(3), c2 = (c.p2 - c.p1) * T(3) - c1, c3 = c.p3 - c.p0 - c1 - c2;
     const T step = T(1) / static_cast<T>(count);
+    const T outwards = count > 1 ? step / (12 * static_cast<T>(count - 1)) : T(0);
+    const Vec2<T> d0 = c.p0 - c2 * (2 * outwards), d1 = c1 - c3 * (6 * outwards);
     for (int i = 1; i < count; ++i) {
         const T t = step * static_cast<T>(i);
-        emit(((c3 * t + c2) * t + c1) * t + c.p0);
+        emit(((c3 * t + c2) * t + d1) * t + d0, t);
     }
-    emit(c.p3);
+    emit(c.p3, T(1));
+}
+
+/// A third of the derivative at `t`.
+template <typename T>
+Vec2<T> derivativeAt(const Cubic<T>& c, T t) {
+    const Vec2<T> a = c.p1 - c.p0, b = c.p2 - c.p1, d = c.p3 - c.p2;
+    return a * ((1 - t) * (1 - t)) + b * (2 * t * (1 - t)) + d * (t * t);
 }
 
 /// The cubic that draws the quadratic p0, q, p1.

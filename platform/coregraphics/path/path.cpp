@@ -75,6 +75,8 @@ CGPathElementType elementType(Verb verb) {
 
 } // namespace
 
+void CGPath::releaseKept() noexcept { ozm::support::ThreadOwned<KeptPath>::release(); }
+
 void CGPath::dispose() noexcept {
     if (!keepPath(this)) Object::dispose();
 }
@@ -188,7 +190,10 @@ void CGPathAddArcToPoint(CGMutablePathRef path, const CGAffineTransform* m, CGFl
 }
 
 void CGPathAddPath(CGMutablePathRef path1, const CGAffineTransform* m, CGPathRef path2) {
-    if (path2) change(path1, [&](PathData& data) { data.append(path2->data, orIdentity(m)); });
+    if (path2)
+        change(path1, [&](PathData& data) { data.append(path2->data, orIdentity(m)); });
+    else if (path1 && ozcg::isFailure(path2))
+        path1->data.markIncomplete();
 }
 
 bool CGPathIsEmpty(CGPathRef path) { return !path || path->data.empty(); }

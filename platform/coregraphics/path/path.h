@@ -16,6 +16,9 @@ struct CGPath final : ozcg::Object {
         return data == static_cast<const CGPath&>(other).data;
     }
 
+    /// Frees the path that the calling thread keeps for its next one.
+    static void releaseKept() noexcept;
+
     ozcg::PathData data;
 
 private:

@@ -16,6 +16,9 @@ constexpr double kPi = std::numbers::pi;
 /// Distance of the control points of a quarter circle of radius 1 from its ends: 4/3 (sqrt 2 - 1).
 constexpr double kQuarterArc = 0.55228474983079339840;
 
+/// Farther away than any pixel, in pixels.
+constexpr double kFar = 1e300;
+
 constexpr Verb kRectVerbs[] = {Verb::move, Verb::line, Verb::line, Verb::line, Verb::close};
 constexpr Verb kEllipseVerbs[] = {Verb::move,  Verb::cubic, Verb::cubic,
                                   Verb::cubic, Verb::cubic, Verb::close};
@@ -26,13 +29,15 @@ double clampedRadius(double radius, double side) { return radius > 0 ? std::min(
 
 } // namespace
 
-void PathData::addClosed(std::span<const Verb> verbs, std::span<const CGPoint> points,
+// False if a point is not finite after the transform.
+bool PathData::addClosed(std::span<const Verb> verbs, std::span<const CGPoint> points,
                          const CGAffineTransform& m) {
     m_verbs.reserveMore(verbs.size());
     const size_t first = m_points.size();
-    if (!appendPoints(points, m)) return;
+    if (!appendPoints(points, m)) return false;
     std::copy(verbs.begin(), verbs.end(), m_verbs.extend(verbs.size()));
     m_start = m_points.values()[first];
+    return true;
 }
 
 // Adds all of the points or, when one of them is not finite after the transform, none.
@@ -54,7 +59,14 @@ void PathData::addRect(const CGRect& rect, const CGAffineTransform& m) {
     const double x0 = CGRectGetMinX(rect), x1 = CGRectGetMaxX(rect);
     const double y0 = CGRectGetMinY(rect), y1 = CGRectGetMaxY(rect);
     const CGPoint corners[] = {{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}};
-    addClosed(kRectVerbs, corners, m);
+    if (addClosed(kRectVerbs, corners, m) || !isFinite(corners[0], corners[2])) return;
+    // The matrix takes a side beyond all numbers, as it can do with CGRectInfinite. The side may as well lie
+    // nearer, far outside every bitmap.
+    const double scale = std::max({1.0, std::abs(m.a), std::abs(m.b), std::abs(m.c), std::abs(m.d)});
+    const auto nearer = [&](double side) { return std::clamp(side, -kFar / scale, kFar / scale); };
+    const double left = nearer(x0), right = nearer(x1), bottom = nearer(y0), top = nearer(y1);
+    const CGPoint near[] = {{left, bottom}, {right, bottom}, {right, top}, {left, top}};
+    addClosed(kRectVerbs, near, m);
 }
 
 void PathData::addEllipse(const CGRect& rect, const CGAffineTransform& m) {

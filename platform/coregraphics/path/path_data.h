@@ -125,7 +125,7 @@ private:
         *m_verbs.extend(1) = verb;
         return added;
     }
-    void addClosed(std::span<const Verb> verbs, std::span<const CGPoint> points, const CGAffineTransform& m);
+    bool addClosed(std::span<const Verb> verbs, std::span<const CGPoint> points, const CGAffineTransform& m);
     bool appendPoints(std::span<const CGPoint> points, const CGAffineTransform& m);
     void appendOneByOne(const PathData& other, const CGAffineTransform& m);
 

@@ -1,6 +1,7 @@
 #include "path/path_queries.h"
 
 #include "path/segments.h"
+#include "path/winding.h"
 
 #include <array>
 #include <limits>
@@ -98,53 +99,43 @@ private:
     Range m_x, m_y;
 };
 
-/// A visitor of segments that computes the winding number of a path around a point, by the crossings of a ray
-/// from the point towards greater x.
+/// A visitor of segments that computes the winding number of a path around a point.
 class WindingCounter {
 public:
-    explicit WindingCounter(Point point) : m_point(point) {}
+    explicit WindingCounter(Point point) : m_winding(point) {}
 
-    int winding() const { return m_winding; }
+    int winding() const { return m_winding.number(); }
 
     void begin(Point) {}
     void end(Point from, Point start, bool) { line(from, start); }
-    void line(Point from, Point to) {
-        if (!crosses(from.y, to.y)) return;
-        const double t = (0.5 * m_point.y - 0.5 * from.y) / (0.5 * to.y - 0.5 * from.y);
-        count(mix(from.x, to.x, t), from.y, to.y);
-    }
+    void line(Point from, Point to) { m_winding.line(from, to); }
     void curve(const Cubic<double>& c) {
-        if (std::min({c.p0.y, c.p1.y, c.p2.y, c.p3.y}) > m_point.y) return;
-        if (std::max({c.p0.y, c.p1.y, c.p2.y, c.p3.y}) < m_point.y) return;
+        const double ray = m_winding.point().y;
+        if (std::min({c.p0.y, c.p1.y, c.p2.y, c.p3.y}) > ray) return;
+        if (std::max({c.p0.y, c.p1.y, c.p2.y, c.p3.y}) < ray) return;
         const Cubic1 x = xOf(c), y = yOf(c);
         const Extrema extrema = extremaOf(y);
         double t0 = 0, y0 = c.p0.y;
         for (size_t i = 0; i <= extrema.count; ++i) {
             const bool last = i == extrema.count;
             const double t1 = last ? 1 : extrema.t[i], y1 = last ? c.p3.y : y.at(t1);
-            if (crosses(y0, y1)) count(x.at(crossing(y, t0, t1, y0 < y1)), y0, y1);
+            if (m_winding.crosses(y0, y1)) m_winding.count(x.at(crossing(y, t0, t1, y0 < y1)), y0, y1);
             t0 = t1;
             y0 = y1;
         }
     }
 
 private:
-    // Half open, so that of two segments that meet on the ray exactly one counts.
-    bool crosses(double y0, double y1) const { return (y0 <= m_point.y) != (y1 <= m_point.y); }
-    void count(double x, double y0, double y1) {
-        if (x > m_point.x) m_winding += y0 < y1 ? 1 : -1;
-    }
     // Bisects a piece on which y is monotonic.
     double crossing(const Cubic1& y, double t0, double t1, bool rising) const {
         for (int halvings = 0; halvings < 60; ++halvings) {
             const double t = 0.5 * (t0 + t1);
-            ((y.at(t) <= m_point.y) == rising ? t0 : t1) = t;
+            ((y.at(t) <= m_winding.point().y) == rising ? t0 : t1) = t;
         }
         return t0;
     }
 
-    Point m_point;
-    int m_winding = 0;
+    Winding m_winding;
 };
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "raster/coverage.h"
 
-#include "base/float_min_max.h"
-
 #include <bit>
 #include <cmath>
 #include <cstdlib>
@@ -18,7 +16,13 @@ namespace {
 // to the right of its last pixel. Sweeps read whole vectors.
 constexpr int kPadColumns = 16;
 constexpr int kPadRows = 2;
-constexpr size_t kAlignment = 64; // of a block of cells
+constexpr int kCellsAfterEdge = 3; // that an edge may write from its right end on
+constexpr size_t kAlignment = 64;  // of a block of cells
+
+// Edges of a shape with more are not recorded: 16 MB.
+constexpr size_t kMaxEdges = size_t{1} << 20;
+// The room for edges that is kept for the next shapes.
+constexpr size_t kKeptEdges = size_t{1} << 16;
 
 // Grows an array of zeros. Throws std::bad_alloc.
 template <typename Array>
@@ -39,8 +43,15 @@ void makeRoom(Array& array, size_t& capacity, size_t count) {
 
 void CoverageAccumulator::Free::operator()(void* p) const { std::free(p); }
 
-void CoverageAccumulator::begin(const IntRect& box) {
+void CoverageAccumulator::begin(const IntRect& box, Sampling sampling) {
     if (m_endRow > 0) discard(); // left by a shape that was abandoned
+    if (m_edges.size() > kKeptEdges) {
+        m_edges = {};
+        m_resolver = {};
+    }
+    m_edgeCount = 0;
+    m_missesEdges = m_doubtsSums = false;
+    m_sampling = sampling;
     const int width = std::max(box.width(), 0), height = std::max(box.height(), 0);
     constexpr int kBlock = 1 << kBlockShift;
     const int blocks = (width + kPadColumns + kBlock - 1) / kBlock;
@@ -57,112 +68,79 @@ void CoverageAccumulator::begin(const IntRect& box) {
     m_endRow = 0;
 }
 
-void CoverageAccumulator::discardRows(int from) {
+void CoverageAccumulator::clearRow(int y) {
     constexpr size_t kBlock = size_t{1} << kBlockShift;
-    for (int y = from; y < m_endRow; ++y) {
-        float* cells = row(y);
-        for (uint64_t& word : touched(y)) {
-            for (uint64_t bits = std::exchange(word, 0); bits; bits &= bits - 1)
-                std::memset(cells + static_cast<size_t>(std::countr_zero(bits)) * kBlock, 0,
-                            kBlock * sizeof(float));
-            cells += 64 * kBlock;
-        }
+    float* cells = row(y);
+    for (uint64_t& word : touched(y)) {
+        for (uint64_t bits = std::exchange(word, 0); bits; bits &= bits - 1)
+            std::memset(cells + static_cast<size_t>(std::countr_zero(bits)) * kBlock, 0,
+                        kBlock * sizeof(float));
+        cells += 64 * kBlock;
     }
+}
+
+void CoverageAccumulator::discardRows(int from) {
+    for (int y = from; y < m_endRow; ++y) clearRow(y);
     end();
 }
 
-namespace {
-
-/// One row of the accumulator.
-struct Row {
-    float* cells;
-    uint64_t* touched;
-
-    void mark(int cell) const {
-        const int block = cell >> kBlockShift;
-        touched[block >> 6] |= uint64_t{1} << (block & 63);
-    }
-    void markBoth(int first, int second) const {
-        mark(first);
-        mark(second);
-    }
-    void markAll(int from, int to) const {
-        for (int cell = from; cell < to; cell += 1 << kBlockShift) mark(cell);
-        mark(to);
-    }
-};
-
-// A piece of an edge inside one pixel row distributes its signed height over the row's cells such that their
-// prefix sums are the area to the right of the piece.
-
-/// The columns that a piece of an edge crosses.
-struct Columns {
-    int first;
-    float start, end; ///< Relative to the left side of the first column.
-
-    Columns(float xa, float xb) {
-        const float left = minOf(xa, xb), right = maxOf(xa, xb);
-        first = static_cast<int>(left);
-        start = left - static_cast<float>(first);
-        end = right - static_cast<float>(first);
-    }
-};
-
-// A piece within two columns. The third cell gets the triangle that reaches beyond the second column's start,
-// which lies over a part of the piece; `steepness` is the height per width of the whole edge.
-inline void addNarrowPiece(Row row, Columns x, float height, float steepness) {
-    const float over = maxOf(x.end - 1.0f, 0.0f);
-    // At most 1. The comparison is written so that a NaN, from infinity times 0, counts as 1.
-    const float share = over * steepness < 1.0f ? over * steepness : 1.0f;
-    const float third = std::copysign(0.5f, height) * over * share;
-    const float moment = 0.5f * height * (x.start + x.end);
-    float* const c = row.cells + x.first;
-    c[0] += height - moment + third;
-    c[1] += moment - 2.0f * third;
-    c[2] += third;
-    row.markBoth(x.first, x.first + 2);
+void CoverageAccumulator::beginSweep() {
+    m_window.begin(m_firstRow, m_stride);
+    if (!mayResolve()) return;
+    m_resolver.begin({m_edges.data(), m_edgeCount}, m_height + kPadRows);
+    if (m_spanCells.size() < m_stride) m_spanCells.resize(m_stride);
 }
 
-// A piece that crosses more than two columns. The area grows quadratically in the first and the last column
-// and linearly in between.
-void addWidePiece(Row row, int first, float start, float end, float height, float steepness) {
-    int columns = static_cast<int>(end);
-    if (static_cast<float>(columns) < end) ++columns;
-    const float step = std::copysign(steepness, height); // of the area per column
-    const float inFirst = 1.0f - start, inLast = end - static_cast<float>(columns - 1);
-    const float areaFirst = 0.5f * step * inFirst * inFirst, areaSecond = step * (1.5f - start);
-    const float areaLast = 0.5f * step * inLast * inLast;
-    float* const c = row.cells + first;
-    c[0] += areaFirst;
-    c[1] += areaSecond - areaFirst;
-    for (int i = 2; i < columns - 1; ++i) c[i] += step;
-    c[columns - 1] += height - areaSecond - static_cast<float>(columns - 3) * step - areaLast;
-    c[columns] += areaLast;
-    row.markAll(first, first + columns);
+void CoverageAccumulator::doubtSums(const IntRect& pixels) {
+    if (pixels.empty()) return;
+    if (!m_doubtsSums) m_doubted.assign(static_cast<size_t>(m_height), {m_width, 0});
+    m_doubtsSums = true;
+    for (int y = pixels.y0; y < pixels.y1; ++y) {
+        PixelSpan& span = m_doubted[static_cast<size_t>(y)];
+        span = {std::min(span.begin, pixels.x0), std::max(span.end, pixels.x1)};
+    }
 }
 
-inline void addPiece(Row row, Columns x, float height, float steepness) {
-    if (x.end <= 2.0f)
-        addNarrowPiece(row, x, height, steepness);
-    else
-        addWidePiece(row, x.first, x.start, x.end, height, steepness);
+bool CoverageAccumulator::beginResolving(int y) {
+    return m_resolver.moveTo(y) <= RowResolver::kMaxEdgesInRow;
 }
 
-// An edge that is shorter than a row.
-inline void addShortEdge(Row row, float x0, float x1, float height) {
-    const Columns x(x0, x1);
-    addPiece(row, x, height, std::abs(height / (x1 - x0)));
+void CoverageAccumulator::resolveSpan(int y, FillRule rule, PixelSpan span, int before) {
+    m_resolver.addBoundary(m_spanCells.data(), rule, before);
+    const bool isInside = rule == FillRule::evenOdd ? before % 2 != 0 : before != 0;
+    float sum = isInside ? 1.0f : 0.0f;
+    float* const cells = row(y);
+    const uint64_t* const marks = words(y);
+    for (int x = span.begin; x < span.end; ++x) {
+        sum += std::exchange(m_spanCells[static_cast<size_t>(x)], 0.0f);
+        const int block = x >> kBlockShift;
+        if (marks[block >> 6] >> (block & 63) & 1) cells[x] = sum;
+    }
+    std::fill_n(m_spanCells.begin() + span.end, kCellsAfterEdge, 0.0f);
+    // An interrupt leaves the cells of spans clean.
+    m_interrupt.count(kWorkOfResolvedEdge * static_cast<int64_t>(m_resolver.edgesInRow()) +
+                      static_cast<int64_t>(m_resolver.strandsPassed()) / kStrandsPerWork);
 }
 
-} // namespace
+void CoverageAccumulator::makeRoomForEdges() {
+    if (m_edges.size() >= kMaxEdges) {
+        m_edgeCount = 0; // from here on they are recorded in vain
+        m_missesEdges = true;
+    } else {
+        m_edges.resize(std::max(size_t{256}, 2 * m_edges.size()));
+    }
+}
 
 void CoverageAccumulator::addInside(float x0, float y0, float x1, float y1) {
+    if (m_sampling == Sampling::centre) return addCentres(x0, y0, x1, y1);
+    if (m_edgeCount == m_edges.size()) makeRoomForEdges();
+    m_edges[m_edgeCount++] = {x0, y0, x1, y1};
     const int y = static_cast<int>(y0);
     if (y == static_cast<int>(y1)) {
         if (y0 == y1) return;
         m_firstRow = std::min(m_firstRow, y);
         m_endRow = std::max(m_endRow, y + 1);
-        addShortEdge({row(y), words(y)}, x0, x1, y1 - y0);
+        addShortEdge(RowCells{row(y), words(y)}, x0, x1, y1 - y0);
     } else if (y0 < y1) {
         addLongEdge(x0, y0, x1, y1, 1.0f);
     } else {
@@ -177,7 +155,7 @@ void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, fl
     if (static_cast<float>(last) == y1) --last; // the edge ends where that row begins
     m_firstRow = std::min(m_firstRow, first);
     m_endRow = std::max(m_endRow, last + 1);
-    Row at = {row(first), words(first)};
+    RowCells at = {row(first), words(first)};
     if (first == last) return addShortEdge(at, x0, x1, direction * (y1 - y0));
 
     const size_t stride = m_stride, wordsPerRow = m_wordsPerRow;
@@ -209,6 +187,26 @@ void CoverageAccumulator::addLongEdge(float x0, float y0, float x1, float y1, fl
     at.cells += stride;
     at.touched += wordsPerRow;
     addPiece(at, {x1 - slope * inLast, x1}, direction * inLast, steepness);
+}
+
+// The winding of each pixel's centre: an edge changes that of all centres to its right, or on it.
+void CoverageAccumulator::addCentres(float x0, float y0, float x1, float y1) {
+    const float direction = y0 < y1 ? 1.0f : -1.0f;
+    const double top = minOf(y0, y1), bottom = maxOf(y0, y1);
+    const int first = static_cast<int>(std::ceil(top - 0.5)), end = static_cast<int>(std::ceil(bottom - 0.5));
+    if (first >= end) return;
+    m_firstRow = std::min(m_firstRow, first);
+    m_endRow = std::max(m_endRow, end);
+    m_interrupt.count(end - first);
+    const double slope = (double(x1) - double(x0)) / (double(y1) - double(y0));
+    for (int y = first; y < end; ++y) {
+        const double x =
+            std::clamp(x0 + slope * (y + 0.5 - y0), double(minOf(x0, x1)), double(maxOf(x0, x1)));
+        const int column = std::max(static_cast<int>(std::ceil(x - 0.5)), 0);
+        const RowCells at = {row(y), words(y)};
+        at.cells[column] += direction;
+        at.mark(column);
+    }
 }
 
 void CoverageAccumulator::addClipped(double x0, double y0, double x1, double y1) {

@@ -53,12 +53,15 @@ private:
 
 ColumnRange SweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) {
     CoverageSink sink(out);
-    float* const cells = coverage.row(y);
-    const float* const ahead = coverage.row(y + kRowsAhead < coverage.height() ? y + kRowsAhead : y);
-    if (rule == FillRule::evenOdd)
-        SweepCells<true>(cells, ahead, coverage.touched(y), coverage.width(), sink);
-    else
-        SweepCells<false>(cells, ahead, coverage.touched(y), coverage.width(), sink);
+    const int end = coverage.endRow() < coverage.height() ? coverage.endRow() : coverage.height();
+    if (y == coverage.firstRow()) coverage.beginSweep();
+    if (rule == FillRule::evenOdd) {
+        PrepareRow<true>(coverage, y, end);
+        SweepSums<true>(coverage.row(y), coverage.touched(y), coverage.width(), sink);
+    } else {
+        PrepareRow<false>(coverage, y, end);
+        SweepSums<false>(coverage.row(y), coverage.touched(y), coverage.width(), sink);
+    }
     return sink.range(coverage.width());
 }
 

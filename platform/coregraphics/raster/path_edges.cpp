@@ -4,6 +4,8 @@
 #include "path/segments.h"
 #include "stroke/path_stroker.h"
 
+#include <utility>
+
 namespace ozcg {
 
 namespace {
@@ -38,33 +40,92 @@ auto pointMapping(const CGAffineTransform& t) {
 }
 
 Vec2<float> narrow(Vec2<double> p) { return {static_cast<float>(p.x), static_cast<float>(p.y)}; }
+template <typename T>
+Vec2<double> widen(Vec2<T> p) {
+    return {double(p.x), double(p.y)};
+}
 
 template <typename Add>
 void addChords(const Cubic<double>& c, Add&& add) {
     const Cubic<float> f = {narrow(c.p0), narrow(c.p1), narrow(c.p2), narrow(c.p3)};
     Vec2<float> from = f.p0;
-    emitChords(f, chordCount(f, static_cast<float>(kFlatness)), [&](Vec2<float> to) {
+    emitChords(f, chordCount(f, static_cast<float>(kFlatness)), [&](Vec2<float> to, float) {
         add(from, to);
         from = to;
     });
 }
+
+IntRect pixelsOf(const Bounds& b, const CoverageAccumulator& coverage) {
+    const int w = coverage.width(), h = coverage.height();
+    return {floorClamped(b.x0, 0, w), floorClamped(b.y0, 0, h), ceilClamped(b.x1, 0, w),
+            ceilClamped(b.y1, 0, h)};
+}
+
+// Has the pixels resolved that lie no further than x and y from two points or between them.
+void doubtAround(CoverageAccumulator& coverage, Vec2<double> a, Vec2<double> b, double x, double y) {
+    coverage.doubtSums(pixelsOf(
+        {std::min(a.x, b.x) - x, std::min(a.y, b.y) - y, std::max(a.x, b.x) + x, std::max(a.y, b.y) + y},
+        coverage));
+}
+
+/// Notices contours thinner than a pixel. Where one of several is, pixels that touch each other may all have
+/// sums that say nothing: two strips of opposite direction that share a pixel add up to 0.
+class ThinContours {
+public:
+    void begin(Vec2<double> start) { m_bounds = {start.x, start.y, start.x, start.y}; }
+    void add(Vec2<double> p) {
+        m_bounds.x0 = std::min(m_bounds.x0, p.x);
+        m_bounds.x1 = std::max(m_bounds.x1, p.x);
+        m_bounds.y0 = std::min(m_bounds.y0, p.y);
+        m_bounds.y1 = std::max(m_bounds.y1, p.y);
+    }
+    void add(const Cubic<double>& c) {
+        add(c.p1);
+        add(c.p2);
+        add(c.p3);
+    }
+    void end(CoverageAccumulator& coverage) {
+        const bool isThin = m_bounds.x1 - m_bounds.x0 < 1 || m_bounds.y1 - m_bounds.y0 < 1;
+        if (++m_count == 1) {
+            m_first = m_bounds;
+            m_isFirstThin = isThin;
+            return;
+        }
+        if (std::exchange(m_isFirstThin, false)) coverage.doubtSums(pixelsOf(m_first, coverage));
+        if (isThin) coverage.doubtSums(pixelsOf(m_bounds, coverage));
+    }
+
+private:
+    Bounds m_bounds{};
+    Bounds m_first{}; // of the first contour, which alone would not count
+    int64_t m_count = 0;
+    bool m_isFirstThin = false;
+};
 
 /// A visitor of segments that adds a fill whose points all lie in the box.
 class InsideFill {
 public:
     explicit InsideFill(CoverageAccumulator& coverage) : m_coverage(coverage) {}
 
-    void begin(Vec2<double>) {}
-    void line(Vec2<double> from, Vec2<double> to) { add(narrow(from), narrow(to)); }
+    void begin(Vec2<double> start) { m_thin.begin(start); }
+    void line(Vec2<double> from, Vec2<double> to) {
+        m_thin.add(to);
+        add(narrow(from), narrow(to));
+    }
     void curve(const Cubic<double>& c) {
+        m_thin.add(c);
         addChords(c, [this](Vec2<float> a, Vec2<float> b) { add(a, b); });
     }
-    void end(Vec2<double> from, Vec2<double> start, bool) { line(from, start); }
+    void end(Vec2<double> from, Vec2<double> start, bool) {
+        line(from, start);
+        m_thin.end(m_coverage);
+    }
 
 private:
     void add(Vec2<float> a, Vec2<float> b) { m_coverage.addInside(a.x, a.y, b.x, b.y); }
 
     CoverageAccumulator& m_coverage;
+    ThinContours m_thin;
 };
 
 /// A visitor of segments that adds a fill which may lie anywhere.
@@ -73,9 +134,13 @@ public:
     explicit ClippedFill(CoverageAccumulator& coverage)
         : m_coverage(coverage), m_box{0, 0, double(coverage.width()), double(coverage.height())} {}
 
-    void begin(Vec2<double>) {}
-    void line(Vec2<double> from, Vec2<double> to) { addAnywhere(m_coverage, from, to); }
+    void begin(Vec2<double> start) { m_thin.begin(start); }
+    void line(Vec2<double> from, Vec2<double> to) {
+        m_thin.add(to);
+        addAnywhere(m_coverage, from, to);
+    }
     void curve(const Cubic<double>& c) {
+        m_thin.add(c);
         forEachNearPiece(c, m_box, [this](const Cubic<double>& piece, bool meets) {
             m_coverage.startPiece();
             if (meets)
@@ -84,10 +149,14 @@ public:
                 line(piece.p0, piece.p3);
         });
     }
-    void end(Vec2<double> from, Vec2<double> start, bool) { line(from, start); }
+    void end(Vec2<double> from, Vec2<double> start, bool) {
+        line(from, start);
+        m_thin.end(m_coverage);
+    }
 
 private:
     CoverageAccumulator& m_coverage;
+    ThinContours m_thin;
     Bounds m_box;
 };
 
@@ -108,6 +177,14 @@ public:
         m_current = next;
     }
     void close() { add(m_current, m_start); }
+    void overlap(Vec2<T> from, Vec2<T> to, T distance) {
+        T x = distance, y = distance;
+        if constexpr (Mapped) {
+            x *= std::abs(m_a) + std::abs(m_c);
+            y *= std::abs(m_b) + std::abs(m_d);
+        }
+        doubtAround(m_coverage, widen(map(from)), widen(map(to)), double(x), double(y));
+    }
 
 private:
     Vec2<T> map(Vec2<T> p) const {

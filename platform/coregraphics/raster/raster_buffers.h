@@ -22,6 +22,12 @@ struct RasterBuffers {
         if (coverageRow.size() < size) coverageRow.resize(size);
         return coverageRow.data();
     }
+    /// Frees the memory. What may interrupt drawing stays.
+    void trim() {
+        const InterruptPoll interrupt = coverage.interrupt();
+        *this = {};
+        coverage.setInterrupt(interrupt);
+    }
 };
 
 } // namespace ozcg

@@ -1,4 +1,4 @@
-// The walk along a row of cells: prefix sums, and from area to coverage.
+// The walk along a row of sums: from area to coverage.
 //
 // Compiled once for each instruction set; to be included by vector_code.cpp alone.
 #if defined(OZCG_RASTER_ROW_WALK_INL_H_) == defined(HWY_TARGET_TOGGLE)
@@ -8,28 +8,16 @@
 #define OZCG_RASTER_ROW_WALK_INL_H_
 #endif
 
-#include "raster/coverage.h"
+#include "raster/row_sums_inl.h"
 
 #include <bit>
 #include <cstdint>
-#include <hwy/cache_control.h>
-#include <hwy/highway.h>
 #include <span>
 #include <utility>
 
 HWY_BEFORE_NAMESPACE();
 namespace ozcg::HWY_NAMESPACE {
 namespace {
-
-namespace hn = hwy::HWY_NAMESPACE;
-
-constexpr int kBlock = 1 << kBlockShift;
-
-using Floats = hn::CappedTag<float, kBlock>;
-using Ints = hn::Rebind<int32_t, Floats>;
-
-constexpr size_t kGroup = hn::MaxLanes(Floats()); // pixels of a vector
-constexpr size_t kGroups = kBlock / kGroup;
 
 // The coverage, 0...255, of accumulated areas.
 template <bool kEvenOdd>
@@ -50,75 +38,35 @@ HWY_INLINE hn::Vec<Ints> Alpha(hn::Vec<Floats> area) {
     return hn::And(hn::BitCast(Ints(), alpha), hn::Set(Ints(), 255));
 }
 
-// The prefix sums of a vector; `total` becomes the sum of all lanes, in every lane.
-HWY_INLINE hn::Vec<Floats> PrefixSums(hn::Vec<Floats> v, hn::Vec<Floats>& total) {
-    const Floats d;
-    v = hn::Add(v, hn::ShiftLeftLanes<1>(d, v));
-    v = hn::Add(v, hn::ShiftLeftLanes<2>(d, v));
-    total = hn::Broadcast<3>(v); // of every four lanes
-    if constexpr (kGroup > 4) {
-        const auto swapped = hn::SwapAdjacentBlocks(total);
-        v = hn::Add(v, hn::OddEvenBlocks(swapped, hn::Zero(d)));
-        total = hn::Add(total, swapped);
-    }
-    if constexpr (kGroup > 8) {
-        v = hn::Add(v, hn::ConcatLowerLower(d, total, hn::Zero(d)));
-        total = hn::Add(total, hn::ConcatLowerUpper(d, total, total));
-    }
-    return v;
-}
-
-// Turns the prefix sums of the vectors of a block into those of the block, and returns the sum of the block.
-// The order of additions is that of the widest vector, so that all instruction sets draw the same.
-HWY_INLINE hn::Vec<Floats> PrefixSumsOfBlock(hn::Vec<Floats> (&sums)[kGroups],
-                                             hn::Vec<Floats> (&totals)[kGroups]) {
-    for (size_t step = 1; step < kGroups; step *= 2) {
-        for (size_t first = 0; first < kGroups; first += 2 * step) {
-            for (size_t i = first + step; i < first + 2 * step; ++i)
-                sums[i] = hn::Add(sums[i], totals[first]);
-            totals[first] = hn::Add(totals[first], totals[first + step]);
-        }
-    }
-    return totals[0];
-}
-
-// How many rows before their use cells and pixels are prefetched, which saves 3 to 10 % at 1,024 px.
-constexpr int kRowsAhead = 8;
-
-// Walks along one row, clears its cells, and calls sink.span(x0, x1, alpha) for stretches of constant
-// coverage and sink.block(x, alphas) for the pixels of a block. `ahead` are the cells of a later row, to be
-// prefetched.
+// Walks along one row of sums, clears its cells, and calls sink.span(x0, x1, alpha) for stretches of constant
+// coverage and sink.block(x, alphas) for the pixels of a block.
 template <bool kEvenOdd, class Sink>
-HWY_INLINE void SweepCells(float* cells, const float* ahead, std::span<uint64_t> touched, int width,
-                           Sink& sink) {
+HWY_INLINE void SweepSums(float* cells, std::span<uint64_t> touched, int width, Sink& sink) {
     const Floats d;
     const auto zero = hn::Zero(d);
-    auto sum = zero;
+    float sum = 0;
     int at = 0, origin = 0;
     for (uint64_t& word : touched) {
         for (uint64_t bits = std::exchange(word, 0); bits; bits &= bits - 1) {
             const int x = origin + (std::countr_zero(bits) << kBlockShift);
             float* const c = cells + x;
-            // Most edges continue in the next rows, too far away in memory for the hardware's prefetcher.
-            hwy::Prefetch(ahead + x);
-            hn::Vec<Floats> sums[kGroups], totals[kGroups];
+            if (x < width) {
+                if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(hn::Set(d, sum))));
+                sum = c[kBlock - 1];
+            }
+            hn::Vec<Ints> alphas[kGroups];
             for (size_t i = 0; i < kGroups; ++i) {
-                sums[i] = PrefixSums(hn::Load(d, c + i * kGroup), totals[i]);
+                alphas[i] = Alpha<kEvenOdd>(hn::Load(d, c + i * kGroup));
                 hn::Store(zero, d, c + i * kGroup);
             }
-            const auto total = PrefixSumsOfBlock(sums, totals);
             if (x >= width) continue;
             sink.prefetch(x);
-            if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(sum)));
-            hn::Vec<Ints> alphas[kGroups];
-            for (size_t i = 0; i < kGroups; ++i) alphas[i] = Alpha<kEvenOdd>(hn::Add(sums[i], sum));
-            sum = hn::Add(sum, total);
             sink.block(x, alphas);
             at = x + kBlock;
         }
         origin += 64 * kBlock;
     }
-    if (at < width) sink.span(at, width, hn::GetLane(Alpha<kEvenOdd>(sum)));
+    if (at < width) sink.span(at, width, hn::GetLane(Alpha<kEvenOdd>(hn::Set(d, sum))));
 }
 
 } // namespace

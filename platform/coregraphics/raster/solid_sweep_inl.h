@@ -111,11 +111,13 @@ void SweepSolidRows(CoverageAccumulator& coverage, const SolidPixel& color, uint
     const int width = coverage.width();
     const int end = coverage.endRow() < coverage.height() ? coverage.endRow() : coverage.height();
     SolidSink<kOpaque> sink(color, width);
+    coverage.beginSweep();
     for (int y = coverage.firstRow(); y < end; ++y) {
+        PrepareRow<kEvenOdd>(coverage, y, end);
         const int ahead = y + kRowsAhead < end ? y + kRowsAhead : y;
         sink.startRow(topLeft + static_cast<size_t>(y) * bytesPerRow,
                       topLeft + static_cast<size_t>(ahead) * bytesPerRow);
-        SweepCells<kEvenOdd>(coverage.row(y), coverage.row(ahead), coverage.touched(y), width, sink);
+        SweepSums<kEvenOdd>(coverage.row(y), coverage.touched(y), width, sink);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "raster/vector_code.h"
 
+#include "raster/color_ramp.h"
 #include "raster/composite.h"
 #include "raster/sweep.h"
 #include "support/vector_targets.h"
@@ -12,6 +13,7 @@
 #include <hwy/foreach_target.h>                     // IWYU pragma: keep
 #include <hwy/highway.h>
 
+#include "raster/color_ramp_inl.h"
 #include "raster/coverage_sweep_inl.h"
 #include "raster/row_compositor_inl.h"
 #include "raster/solid_sweep_inl.h"
@@ -23,7 +25,8 @@ namespace ozcg::HWY_NAMESPACE {
 
 // Constant-initialised, because constructors of the program may draw. The name is without its prefix "N_".
 extern const VectorCode kVectorCode;
-constinit const VectorCode kVectorCode = {&HWY_STR(HWY_NAMESPACE)[2], SweepSolid, SweepRow, CompositeRow};
+constinit const VectorCode kVectorCode = {&HWY_STR(HWY_NAMESPACE)[2], SweepSolid, SweepRow, CompositeRow,
+                                          WriteRamp};
 
 } // namespace ozcg::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
@@ -59,19 +62,23 @@ void chooseVectorCode(const VectorCode* vectorCode) noexcept {
 }
 
 void sweepSolid(CoverageAccumulator& coverage, FillRule rule, const SolidPixel& color, uint8_t* topLeft,
-                size_t bytesPerRow) noexcept {
+                size_t bytesPerRow) {
     code().sweepSolid(coverage, rule, color, topLeft, bytesPerRow);
     coverage.discardPadding();
     coverage.end();
 }
 
-ColumnRange sweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) noexcept {
+ColumnRange sweepRow(CoverageAccumulator& coverage, int y, FillRule rule, uint8_t* out) {
     return code().sweepRow(coverage, y, rule, out);
 }
 
 void compositeRow(uint8_t* dst, const uint8_t* src, const uint8_t* coverage, size_t n,
                   int alphaShift) noexcept {
     code().compositeRow(dst, src, coverage, n, alphaShift);
+}
+
+void writeRamp(const ColorRamp& ramp, std::span<const double> positions, uint32_t* rgba) noexcept {
+    code().writeRamp(ramp, positions.data(), positions.size(), rgba);
 }
 
 } // namespace ozcg

@@ -10,14 +10,16 @@
 
 namespace ozcg {
 
+struct ColorRamp;
 struct ColumnRange;
 
-/// The functions of sweep.h and composite.h as compiled for one instruction set.
+/// The functions of sweep.h, composite.h and color_ramp.h as compiled for one instruction set.
 struct VectorCode {
     const char* instructionSet; ///< Its name, for people to read.
     void (*sweepSolid)(CoverageAccumulator&, FillRule, const SolidPixel&, uint8_t*, size_t);
     ColumnRange (*sweepRow)(CoverageAccumulator&, int, FillRule, uint8_t*);
     void (*compositeRow)(uint8_t*, const uint8_t*, const uint8_t*, size_t, int);
+    void (*writeRamp)(const ColorRamp&, const double*, size_t, uint32_t*);
 };
 
 /// All that this machine can run, the best one first.

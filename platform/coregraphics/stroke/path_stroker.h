@@ -19,8 +19,10 @@ public:
     PathStroker(const StrokeSpace& space, const LineStyle& style, Sink& sink, StrokeBuffers<T>& buffers,
                 const Bounds* visible)
         : m_space(space), m_sink(sink), m_stroker(space.pen, sink, buffers),
-          m_dasher(style.dashLengths(), style.dashPhase, space.scale, buffers.dash), m_line(buffers.line),
-          m_visible(visible) {
+          m_dasher(style.dashLengths(), style.dashPhase, space.scale, buffers.dash), m_pieces(buffers.first),
+          m_line(buffers.line), m_visible(visible),
+          m_tolerance(static_cast<T>(m_dasher.active() ? kDashTolerance * space.pen.tolerance
+                                                       : space.pen.tolerance)) {
         m_line.clear();
         m_dasher.setCostPerDash(m_stroker.capCost());
     }
@@ -44,6 +46,10 @@ public:
 
 private:
     using P = Vec2<double>;
+    using Line = std::vector<StrokeVertex<T>>;
+
+    // Of the pen's tolerance, for curves that are cut into dashes: lengths are measured along the chords.
+    static constexpr double kDashTolerance = 0.1;
 
     P toPen(CGPoint p) const {
         const CGAffineTransform& t = m_space.toPen;
@@ -51,22 +57,24 @@ private:
     }
     static Vec2<T> narrow(P p) { return {static_cast<T>(p.x), static_cast<T>(p.y)}; }
 
-    void append(P to, bool smooth) {
-        if (m_line.empty()) {
-            m_line.push_back({narrow(m_current), false});
-            m_tangents.start = {};
-        }
-        m_line.push_back({narrow(to), smooth});
-        m_tangents.end = {};
+    void append(Vec2<T> p, bool smooth, Vec2<T> arriving, Vec2<T> leaving) {
+        if (m_line.empty()) m_line.push_back({narrow(m_current), false});
+        m_line.back().out = leaving;
+        // Members are written where they belong: a copy would be made in larger pieces than they were written
+        // in, which stalls.
+        StrokeVertex<T>& vertex = m_line.emplace_back();
+        vertex.p = p;
+        vertex.smooth = smooth;
+        vertex.in = arriving;
     }
 
-    void lineTo(P to, bool smooth) {
+    // A line from the current point, with the directions at both ends.
+    void lineTo(P to, bool smooth, Vec2<T> arriving = {}, Vec2<T> leaving = {}) {
         m_sink.startPiece();
-        if (m_visible) {
-            visibleLineTo(to, smooth);
-        } else {
-            append(to, smooth);
-        }
+        if (m_visible)
+            visibleLineTo(to, smooth, arriving, leaving);
+        else
+            append(narrow(to), smooth, arriving, leaving);
         m_current = to;
     }
 
@@ -90,19 +98,21 @@ private:
     void chordsTo(const Cubic<double>& c) {
         m_sink.startPiece();
         const Cubic<T> narrowed = {narrow(c.p0), narrow(c.p1), narrow(c.p2), narrow(c.p3)};
-        if (!m_visible && m_line.empty()) {
-            m_line.push_back({narrowed.p0, false});
-            m_tangents.start = startTangent(narrowed);
-        }
-        const int count = chordCount(narrowed, static_cast<T>(m_space.pen.tolerance));
-        emitChords(narrowed, count, [&](Vec2<T> p) {
+        const int count = m_stroker.chordsFor(narrowed, chordCount(narrowed, m_tolerance));
+        const Vec2<T> atEnd = -startTangent(Cubic<T>{narrowed.p3, narrowed.p2, narrowed.p1, narrowed.p0});
+        Vec2<T> leaving = startTangent(narrowed);
+        emitChords(narrowed, count, [&](Vec2<T> p, T t) {
+            Vec2<T> arriving{};
+            if (t == 1)
+                arriving = atEnd;
+            else if (m_dasher.active())
+                arriving = derivativeAt(narrowed, t); // of the caps of dashes cut there
             if (m_visible)
-                lineTo({double(p.x), double(p.y)}, true);
+                lineTo({double(p.x), double(p.y)}, true, arriving, leaving);
             else
-                m_line.push_back({p, true});
+                append(p, true, arriving, leaving);
+            leaving = arriving;
         });
-        if (!m_visible)
-            m_tangents.end = -startTangent(Cubic<T>{narrowed.p3, narrowed.p2, narrowed.p1, narrowed.p0});
     }
 
     static bool isFinite(const Cubic<double>& c) {
@@ -118,7 +128,7 @@ private:
 
     // Clips a line to the visible box by Liang and Barsky's method. Neither the parts cut off nor the ends
     // that the cuts make can be seen.
-    void visibleLineTo(P to, bool smooth) {
+    void visibleLineTo(P to, bool smooth, Vec2<T> arriving, Vec2<T> leaving) {
         const P from = m_current, way = {to.x - from.x, to.y - from.y};
         double enter = 0, leave = 1;
         P first = from, last = to;
@@ -153,29 +163,40 @@ private:
             cutOff(length * enter);
             m_current = first;
         }
-        append(last, smooth && leave >= 1);
-        if (leave < 1) cutOff(length * (1 - leave));
+        if (enter > 0) leaving = {};
+        if (leave < 1) {
+            append(narrow(last), false, {}, leaving);
+            cutOff(length * (1 - leave));
+        } else {
+            append(narrow(to), smooth, arriving, leaving);
+        }
     }
 
     // The subpath is not visible for this length.
     void cutOff(double length) {
-        flush(false);
+        flush(false, false);
         m_cut = true;
         if (m_dasher.active()) m_dasher.skip(length);
     }
 
     void finish(bool closed) {
-        flush(closed && !m_cut);
+        flush(true, closed);
+        m_pieces.finish([this](Line& piece, bool) { m_stroker.stroke(piece, false); });
         m_cut = false;
-        if (m_dasher.active()) m_dasher.restart();
     }
 
-    void flush(bool closed) {
+    // Strokes what is visible since the last cut. `last`: it reaches the end of the subpath.
+    void flush(bool last, bool closed) {
         if (m_line.empty()) return;
+        const PieceEnds ofLine = {!m_cut, last};
+        const auto stroke = [this](Line& piece, bool isRing) { m_stroker.stroke(piece, isRing); };
         if (m_dasher.active()) {
-            m_dasher.cut(m_line, [&](std::vector<StrokeVertex<T>>& dash) { m_stroker.stroke(dash, false); });
+            m_dasher.cut(m_line, [&](Line& dash, PieceEnds ends) {
+                m_pieces.add(dash, {ends.start && ofLine.start, ends.end && ofLine.end}, closed || !last,
+                             stroke);
+            });
         } else {
-            m_stroker.stroke(m_line, closed, m_tangents);
+            m_pieces.add(m_line, ofLine, closed || !last, stroke);
         }
         m_line.clear();
     }
@@ -184,9 +205,10 @@ private:
     Sink& m_sink;
     Stroker<T, Sink> m_stroker;
     Dasher<T> m_dasher;
-    std::vector<StrokeVertex<T>>& m_line;
-    EndTangents<T> m_tangents;
+    PieceJoiner<T> m_pieces;
+    Line& m_line;
     const Bounds* m_visible;
+    T m_tolerance;
     P m_current{};
     bool m_cut = false; // part of the subpath was clipped away
 };

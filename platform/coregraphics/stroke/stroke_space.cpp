@@ -54,10 +54,10 @@ std::optional<StrokeSpace> StrokeSpace::make(const LineStyle& style, const CGAff
             !std::isfinite(space.toPen.a + space.toPen.b + space.toPen.c + space.toPen.d))
             return {};
     }
-    space.pen.tolerance = kFlatness / widest;
+    space.pen.tolerance = kPenFlatness / widest;
     const double miter = style.join == Join::miter ? std::max(1.0, style.miterLimit) : 1.0;
     const double cap = style.cap == Cap::square ? kHalfDiagonal : 1.0;
-    space.outset = std::min(halfWidth * widest * std::max(miter, cap), 1e30);
+    space.outset = std::min(halfWidth * widest * std::max(miter, cap) + kOutlineSlack, 1e30);
     return space;
 }
 

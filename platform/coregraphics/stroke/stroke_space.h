@@ -17,7 +17,7 @@ struct StrokeSpace {
     bool isPixelSpace;         // pen space and pixel space are the same
     double scale;              // from user lengths to pen space
     Pen pen;
-    double outset; // upper bound of the distance, in pixels, from the path to a painted point
+    double outset; // upper bound of the distance, in pixels, from the path to a point of the outline
 
     /// For a path that `ctm` has transformed and that `toPixel` takes to pixels. Empty if nothing can be
     /// drawn: the matrix is singular or not finite, or the width is not positive.

@@ -47,7 +47,8 @@ CGColorRef createColor(CFStringRef spaceName, const CGFloat* components) {
 CFTypeID CGColorGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::color); }
 
 CGColorRef CGColorCreate(CGColorSpaceRef space, const CGFloat* components) {
-    if (!space || !components) return nullptr;
+    if (!space) return ozcg::createdFrom<CGColor>(space);
+    if (!components) return ozcg::noObject<CGColor>();
     return ozcg::noteFailure(ozcg::create<CGColor>(space, components));
 }
 

@@ -46,12 +46,12 @@ CGColorSpaceRef CGColorSpaceCreateDeviceGray(void) { return ozcg::retained(ozcg:
 CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name) {
     for (CGColorSpace* const space : kNamedSpaces)
         if (name && CFEqual(space->name, name)) return ozcg::retained(space);
-    return nullptr;
+    return ozcg::noObject<CGColorSpace>();
 }
 
 CGColorSpaceRef CGColorSpaceCreateCalibratedRGB(const CGFloat whitePoint[3], const CGFloat*, const CGFloat*,
                                                 const CGFloat*) {
-    return whitePoint ? ozcg::noteFailure(ozcg::create<CGColorSpace>()) : nullptr;
+    return whitePoint ? ozcg::noteFailure(ozcg::create<CGColorSpace>()) : ozcg::noObject<CGColorSpace>();
 }
 
 CGColorSpaceRef CGColorSpaceRetain(CGColorSpaceRef space) { return ozcg::retained(space); }

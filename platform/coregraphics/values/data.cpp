@@ -30,9 +30,9 @@ const char* CFStringGetCStringPtr(CFStringRef string, CFStringEncoding encoding)
 CFTypeID CFDataGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::data); }
 
 CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
-    if (length < 0 || (!bytes && length != 0)) return nullptr;
-    return ozcg::orWhenOutOfMemory(CFDataRef{},
-                                   [&] { return new CFData(std::vector<UInt8>(bytes, bytes + length)); });
+    if (length < 0 || (!bytes && length != 0)) return ozcg::noObject<const CFData>();
+    return ozcg::noteFailure(ozcg::orWhenOutOfMemory(
+        CFDataRef{}, [&] { return new CFData(std::vector<UInt8>(bytes, bytes + length)); }));
 }
 
 CFIndex CFDataGetLength(CFDataRef data) { return data ? static_cast<CFIndex>(data->bytes.size()) : 0; }
@@ -45,10 +45,10 @@ CFTypeID CFArrayGetTypeID(void) { return static_cast<CFTypeID>(ozcg::TypeId::arr
 
 CFArrayRef CFArrayCreate(CFAllocatorRef, const void** values, CFIndex count,
                          const CFArrayCallBacks* callBacks) {
-    if (count < 0 || (!values && count != 0)) return nullptr;
-    return ozcg::orWhenOutOfMemory(CFArrayRef{}, [&] {
+    if (count < 0 || (!values && count != 0)) return ozcg::noObject<const CFArray>();
+    return ozcg::noteFailure(ozcg::orWhenOutOfMemory(CFArrayRef{}, [&] {
         return new CFArray(std::vector<const void*>(values, values + count), callBacks != nullptr);
-    });
+    }));
 }
 
 CFIndex CFArrayGetCount(CFArrayRef array) { return array ? static_cast<CFIndex>(array->values.size()) : 0; }

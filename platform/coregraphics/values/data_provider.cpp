@@ -10,14 +10,15 @@ CFTypeID CGDataProviderGetTypeID(void) { return static_cast<CFTypeID>(ozcg::Type
 
 CGDataProviderRef CGDataProviderCreateWithData(void* info, const void* data, size_t size,
                                                CGDataProviderReleaseDataCallback releaseData) {
-    if (!data && size != 0) return nullptr;
+    if (!data && size != 0) return ozcg::noObject<CGDataProvider>();
     const std::span content(static_cast<const uint8_t*>(data), size);
-    return ozcg::create<CGDataProvider>(content, releaseData, info);
+    return ozcg::noteFailure(ozcg::create<CGDataProvider>(content, releaseData, info));
 }
 
 CGDataProviderRef CGDataProviderCreateWithCFData(CFDataRef data) {
-    if (!data) return nullptr;
-    return ozcg::create<CGDataProvider>(Ref<const Object>::retaining(data), std::span(data->bytes));
+    if (!data) return ozcg::createdFrom<CGDataProvider>(data);
+    return ozcg::noteFailure(
+        ozcg::create<CGDataProvider>(Ref<const Object>::retaining(data), std::span(data->bytes)));
 }
 
 CGDataProviderRef CGDataProviderRetain(CGDataProviderRef provider) { return ozcg::retained(provider); }

@@ -6,13 +6,24 @@
 #include <stddef.h>
 #include <stdint.h>
 
+// The drawing library exports what stands between CF_EXTERN_C_BEGIN and CF_EXTERN_C_END, if it is a shared
+// one.
+#ifdef OZMIRA_SHARED
+#define OZMIRA_VISIBLE_BEGIN _Pragma("GCC visibility push(default)")
+#define OZMIRA_VISIBLE_END _Pragma("GCC visibility pop")
+#else
+#define OZMIRA_VISIBLE_BEGIN
+#define OZMIRA_VISIBLE_END
+#endif
 #ifdef __cplusplus
-#define CF_EXTERN_C_BEGIN extern "C" {
-#define CF_EXTERN_C_END }
+#define CF_EXTERN_C_BEGIN OZMIRA_VISIBLE_BEGIN extern "C" {
+#define CF_EXTERN_C_END                                                                                      \
+    }                                                                                                        \
+    OZMIRA_VISIBLE_END
 #define CF_EXPORT extern "C"
 #else
-#define CF_EXTERN_C_BEGIN
-#define CF_EXTERN_C_END
+#define CF_EXTERN_C_BEGIN OZMIRA_VISIBLE_BEGIN
+#define CF_EXTERN_C_END OZMIRA_VISIBLE_END
 #define CF_EXPORT extern
 #endif
 #define CF_INLINE static inline

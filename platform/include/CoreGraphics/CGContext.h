@@ -216,11 +216,14 @@ void CGContextSetRenderingIntent(CGContextRef c, CGColorRenderingIntent intent);
 
 // Images and gradients
 
-/// Draws an image into a rectangle; it is upright if the y axis of user space points up.
+/// Draws an image into a rectangle; it is upright if the y axis of user space points up. The current path
+/// remains.
 void CGContextDrawImage(CGContextRef c, CGRect rect, CGImageRef image);
 /// How images are scaled.
 CGInterpolationQuality CGContextGetInterpolationQuality(CGContextRef c);
-/// Sets how images are scaled: kCGInterpolationNone takes the nearest pixel, all others interpolate.
+/// Sets how images are scaled: kCGInterpolationNone takes the nearest pixel, as does kCGInterpolationDefault,
+/// the initial setting, for images that should not be interpolated. All others interpolate where an image is
+/// enlarged and average where it is reduced.
 void CGContextSetInterpolationQuality(CGContextRef c, CGInterpolationQuality quality);
 /// Fills the clip with a gradient along the line between two points; draws nothing if they coincide.
 void CGContextDrawLinearGradient(CGContextRef c, CGGradientRef gradient, CGPoint startPoint, CGPoint endPoint,

@@ -17,11 +17,6 @@ typedef struct CGSize {
     CGFloat height;
 } CGSize;
 
-typedef struct CGVector {
-    CGFloat dx;
-    CGFloat dy;
-} CGVector;
-
 typedef struct CGRect {
     CGPoint origin;
     CGSize size;
@@ -47,10 +42,6 @@ CG_INLINE CGPoint CGPointMake(CGFloat x, CGFloat y) {
 CG_INLINE CGSize CGSizeMake(CGFloat width, CGFloat height) {
     CGSize s = {width, height};
     return s;
-}
-CG_INLINE CGVector CGVectorMake(CGFloat dx, CGFloat dy) {
-    CGVector v = {dx, dy};
-    return v;
 }
 CG_INLINE CGRect CGRectMake(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
     CGRect r = {{x, y}, {width, height}};
