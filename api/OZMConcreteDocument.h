@@ -17,7 +17,7 @@ NS_ASSUME_NONNULL_BEGIN
 - (instancetype)init NS_UNAVAILABLE;
 
 /// Borrowed: valid as long as the receiver lives.
-- (OZMDocumentState*)documentState;
+- (OZMDocumentState*)documentState NS_RETURNS_INNER_POINTER;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -1,5 +1,7 @@
 #import "OZMConcreteDocument.h"
 
+#include "manual_retain_release.h"
+
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include <utility>

@@ -1,6 +1,7 @@
 #import <Ozmira/OZMContainer.h>
 
 #include "dispatch_helpers.h"
+#include "manual_retain_release.h"
 
 #import <UIKit/UIKit.h>
 
@@ -115,7 +116,8 @@ dispatch_queue_t containerCacheQueue;
         if (!entry) {
             NSString* const fileName =
                 name.pathExtension.length == 0 ? [name stringByAppendingString:@".svg"] : name;
-            entry = [OZMDocument documentWithURL:[_url URLByAppendingPathComponent:fileName isDirectory:NO]];
+            NSURL* const file = [_url URLByAppendingPathComponent:fileName isDirectory:NO];
+            if (file) entry = [OZMDocument documentWithURL:file];
             if (!entry) entry = [NSNull null];
             [_documentCache setObject:entry forKey:name];
         }

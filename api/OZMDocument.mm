@@ -1,7 +1,9 @@
 #import <Ozmira/OZMDocument.h>
 
 #include "dispatch_helpers.h"
+#include "manual_retain_release.h"
 #include "OZMConcreteDocument.h"
+#include "thread_memory.h"
 
 #import <Ozmira/OZMImageCache.h>
 #import <Ozmira/UIColor+OZMColor.h>
@@ -24,6 +26,16 @@ NSDictionary* textAttributes(ozm::Log::Level level) {
     case ozm::Log::Level::Debug: color = [UIColor grayColor]; break;
     }
     return color ? @{NSForegroundColorAttributeName : color} : nil;
+}
+
+/// Pixels per point of the main screen.
+CGFloat mainScreenScale() {
+#if TARGET_OS_VISION // has no UIScreen
+    const CGFloat scale = [UITraitCollection currentTraitCollection].displayScale;
+    return scale > 0 ? scale : 2; // not specified outside of a view's drawing
+#else
+    return [UIScreen mainScreen].scale;
+#endif
 }
 
 NSAttributedString* logLine(const ozm::Log::Entry& entry) {
@@ -65,6 +77,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
     NSURL* const url = [name hasPrefix:@"/"]
                            ? [NSURL URLWithString:name]
                            : [[NSBundle mainBundle] URLForResource:name withExtension:@"svg"];
+    if (!url) return nil;
     return [[[self alloc] initWithContentsOfURL:url] autorelease];
 }
 
@@ -90,7 +103,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 
 - (void)purgeDocument {
     self.heldConcreteDocument = nil;
-    ozm::TrimThreadMemory(); // this thread still holds the document's memory for reuse
+    ozm::freeKeptMemory(); // this thread still holds the document's memory for reuse
 }
 
 - (OZMConcreteDocument*)reloadDocument {
@@ -138,7 +151,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 
 - (void)drawInRect:(CGRect)rect inContext:(CGContextRef)context defaultFillColor:(UIColor*)color {
     [[self class] setDebugRendering:NO];
-    const CGFloat scale = [UIScreen mainScreen].scale;
+    const CGFloat scale = mainScreenScale();
     CGImageRef image = [self createCGImageFitToSize:rect.size scale:scale defaultFillColor:color.CGColor];
     const CGFloat width = static_cast<CGFloat>(CGImageGetWidth(image)) / scale;
     const CGFloat height = static_cast<CGFloat>(CGImageGetHeight(image)) / scale;
@@ -159,7 +172,7 @@ NSAttributedString* logLine(const ozm::Log::Entry& entry) {
 }
 
 - (UIImage*)image {
-    return [self imageFitToSize:CGSizeZero scale:[UIScreen mainScreen].scale];
+    return [self imageFitToSize:CGSizeZero scale:mainScreenScale()];
 }
 
 - (UIImage*)imageWithHeight:(CGFloat)height scale:(CGFloat)scale {

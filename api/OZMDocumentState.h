@@ -1,7 +1,7 @@
 #pragma once
 
 #include <Ozmira/OZMCoreGraphicsRenderer.h>
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
 #include <Ozmira/ozmLog.h>
 
 #include <memory>

@@ -1,8 +1,12 @@
 #import <Ozmira/OZMImageCache.h>
 
 #include "dispatch_helpers.h"
+#include "manual_retain_release.h"
+#include "thread_memory.h"
 
-#include <Ozmira/ozmRecordMemory.h>
+#import <Ozmira/UIColor+OZMColor.h>
+
+#include <Ozmira/ozmStyle.h>
 
 @implementation OZMImageCacheKey
 
@@ -32,7 +36,7 @@
     OZMImageCacheKey* const key = other;
     return _impl.imageSize.width == key->_impl.imageSize.width &&
            _impl.imageSize.height == key->_impl.imageSize.height && _impl.scale == key->_impl.scale &&
-           _impl.fillColor == key->_impl.fillColor && [_url isEqual:key->_url];
+           ozm::Color(_impl.fillColor) == ozm::Color(key->_impl.fillColor) && [_url isEqual:key->_url];
 }
 
 @end
@@ -77,7 +81,7 @@
 - (void)applicationDidReceiveMemoryWarning:(NSNotification*)note {
     (void)note;
     [self purgeCache];
-    ozm::TrimThreadMemory();
+    ozm::freeKeptMemory();
 }
 
 @end

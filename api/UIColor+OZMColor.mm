@@ -1,6 +1,7 @@
 #import <Ozmira/UIColor+OZMColor.h>
 
 #include "dispatch_helpers.h"
+#include "manual_retain_release.h"
 
 #import <CoreImage/CoreImage.h>
 
@@ -18,10 +19,9 @@ CGColorSpaceRef deviceRGBColorSpace() {
 
 OZMColor OZMColorFromCGColor(CGColorRef color) {
     if (!color) return {};
-    if (CGColorGetColorSpace(color) == deviceRGBColorSpace()) {
-        const CGFloat* components = CGColorGetComponents(color);
-        return {components[0], components[1], components[2], components[3]};
-    }
+    const CGFloat* const rgba = CGColorGetComponents(color);
+    if (rgba && CGColorGetColorSpace(color) == deviceRGBColorSpace())
+        return {rgba[0], rgba[1], rgba[2], rgba[3]};
     CIColor* components = [CIColor colorWithCGColor:color];
     return {components.red, components.green, components.blue, components.alpha};
 }

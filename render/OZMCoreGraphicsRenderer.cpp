@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 
 namespace ozm {
 namespace {
@@ -25,6 +26,13 @@ std::optional<size_t> toPixelCount(double pixels) {
     constexpr auto limit = static_cast<double>(SIZE_MAX / kBytesPerPixel);
     if (!(pixels >= 0 && pixels < limit)) return std::nullopt;
     return static_cast<size_t>(pixels);
+}
+
+/// Whether one of the gradients could not be built, although it has stops, because memory was short.
+bool lacksAny(const std::unordered_map<const Gradient*, CGGradientRef>& gradients) {
+    return std::any_of(gradients.begin(), gradients.end(), [](const auto& entry) {
+        return entry.second == nullptr && !entry.first->stops.empty();
+    });
 }
 
 /// Strokes a frame one pixel wide just inside a box at the origin.
@@ -89,7 +97,7 @@ CGImageRef CoreGraphicsRenderer::createCGImage(CGSize size, double scale,
     CGContextScaleCTM(bitmap.get(), 1, -1);
     CGContextScaleCTM(bitmap.get(), scale, scale);
     Render(CGRectMake(0, 0, imageSize.width, imageSize.height), scale, initialState, bitmap.get());
-    if (m_isStopped) return nullptr;
+    if (m_isStopped || lacksAny(m_cgGradientCache)) return nullptr;
     return CGBitmapContextCreateImage(bitmap.get());
 }
 

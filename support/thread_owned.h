@@ -5,6 +5,7 @@
 #include <memory>
 #include <new>
 #include <type_traits>
+#include <utility>
 
 #include <pthread.h>
 
@@ -30,6 +31,10 @@ public:
         if (!object) throw std::bad_alloc();
         return *object;
     }
+    /// The calling thread's object; null if it has none.
+    static T* existing() noexcept { return s_object; }
+    /// Destroys the calling thread's object, if it has one. The next call of `get` makes another.
+    static void release() noexcept { delete std::exchange(s_object, nullptr); }
 
 private:
     class Key {
@@ -55,10 +60,8 @@ private:
         return s_object;
     }
 
-    static void destroy(void* object) {
-        s_object = nullptr;
-        delete static_cast<T*>(object);
-    }
+    // The key still holds an object that was released, which is the thread's no more.
+    static void destroy(void*) { release(); }
 
     static inline constinit thread_local T* s_object = nullptr;
 };

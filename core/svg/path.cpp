@@ -30,9 +30,9 @@ std::vector<double> SVGParser::ParsePathCommandArguments(StringView text) {
         return std::find_if_not(
             at, end, [](char c) { return c == ' ' || c == ',' || c == '\t' || c == '\n' || c == '\r'; });
     };
-    constexpr size_t kMaxReserve = 64;
+    constexpr uint64_t kMaxReserve = 64;
     std::vector<double> numbers;
-    numbers.reserve(std::min(text.length / 2 + 1, kMaxReserve));
+    numbers.reserve(static_cast<size_t>(std::min(text.length / 2 + 1, kMaxReserve)));
     const char* at = text.begin();
     double number;
     while ((at = ReadListNumber(at, text.end(), number, skipSeparators))) numbers.push_back(number);

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
+#include <Ozmira/OzmiraExport.h>
 #include <Ozmira/ozmReferences.h>
 #include <Ozmira/ozmRenderingStack.h>
 #include <Ozmira/ozmRenderingState.h>
@@ -28,7 +29,7 @@ namespace ozm {
 ///
 /// `use` and `clip-path` references are followed without a check for cycles: a document in which they form
 /// one overflows the stack.
-class CoreGraphicsRenderer {
+class OZM_CXX_EXPORT CoreGraphicsRenderer {
 public:
     CoreGraphicsRenderer();
     /// Releases the cached paths and gradients.
@@ -110,7 +111,7 @@ private:
 
 /// A gradient of the stops as given, neither sorted nor clamped. Null if CoreGraphics creates none, as for an
 /// empty list. The caller owns the result.
-CGGradientRef CGGradientCreateWithGradientStopList(const std::vector<Gradient::Stop>& stops,
-                                                   CGColorSpaceRef colorSpace);
+OZM_CXX_EXPORT CGGradientRef CGGradientCreateWithGradientStopList(const std::vector<Gradient::Stop>& stops,
+                                                                  CGColorSpaceRef colorSpace);
 
 } // namespace ozm

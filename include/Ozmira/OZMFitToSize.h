@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
+
 #include <CoreGraphics/CoreGraphics.h>
 
 namespace ozm {
@@ -7,9 +9,9 @@ namespace ozm {
 /// The largest size with the proportions of `viewPort` inside `size`. A component of `size` that is not
 /// positive sets no limit; without any limit the result is `viewPort`. If both allow the same scale, the
 /// height determines the result.
-CGSize FitToSize(CGSize viewPort, CGSize size);
+OZM_CXX_EXPORT CGSize FitToSize(CGSize viewPort, CGSize size);
 
 /// Like `FitToSize`, but each component is rounded up to whole pixels at `scale` pixels per point.
-CGSize FitToPixels(CGSize viewPort, CGSize size, double scale);
+OZM_CXX_EXPORT CGSize FitToPixels(CGSize viewPort, CGSize size, double scale);
 
 } // namespace ozm

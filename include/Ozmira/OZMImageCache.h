@@ -2,7 +2,8 @@
 #pragma once
 
 #import <Foundation/Foundation.h>
-#import <Ozmira/UIColor+OZMColor.h>
+#import <Ozmira/OzmiraColor.h>
+#import <Ozmira/OzmiraExport.h>
 #import <UIKit/UIKit.h>
 
 #include <stdint.h>
@@ -19,7 +20,7 @@ typedef struct OZMImageCacheKeyImpl {
 
 /// Identifies a rendered image: the file, the requested size, the scale and the default fill colour.
 /// Immutable.
-@interface OZMImageCacheKey : NSObject {
+OZM_EXPORT NS_SWIFT_SENDABLE @interface OZMImageCacheKey : NSObject {
 @private
     NSURL* _url;
     OZMImageCacheKeyImpl _impl;
@@ -29,7 +30,8 @@ typedef struct OZMImageCacheKeyImpl {
 - (instancetype)initWithURL:(NSURL*)url
                   imageSize:(CGSize)size
                       scale:(CGFloat)scale
-                  fillColor:(nullable UIColor*)color NS_DESIGNATED_INITIALIZER;
+                  fillColor:(nullable UIColor*)color NS_DESIGNATED_INITIALIZER
+    NS_SWIFT_NAME(init(url:imageSize:scale:fillColor:));
 - (instancetype)init NS_UNAVAILABLE;
 
 /// The file that the image was rendered from.
@@ -37,21 +39,22 @@ typedef struct OZMImageCacheKeyImpl {
 @end
 
 /// Keeps rendered images until memory runs short. Every method may be called on any thread.
-@interface OZMImageCache : NSObject {
+OZM_EXPORT NS_SWIFT_SENDABLE @interface OZMImageCache : NSObject {
 @private
     NSCache<OZMImageCacheKey*, UIImage*>* _cache;
 }
 /// The cache that documents use, created on first use and kept for the life of the process.
-+ (OZMImageCache*)sharedImageCache;
+@property (class, nonatomic, readonly) OZMImageCache* sharedImageCache NS_SWIFT_NAME(shared);
 
 /// The image stored under an equal key; nil if there is none.
-- (nullable UIImage*)imageForKey:(OZMImageCacheKey*)key;
+- (nullable UIImage*)imageForKey:(OZMImageCacheKey*)key NS_SWIFT_NAME(image(for:));
 /// Stores an image, replacing an earlier one under an equal key. Does nothing if the image or the key is nil.
-- (void)setImage:(UIImage*)image forKey:(OZMImageCacheKey*)key;
+- (void)setImage:(UIImage*)image forKey:(OZMImageCacheKey*)key NS_SWIFT_NAME(setImage(_:for:));
 /// Drops all images. Images that callers hold stay valid.
 - (void)purgeCache;
 /// Purges the cache; called for `UIApplicationDidReceiveMemoryWarningNotification`.
-- (void)applicationDidReceiveMemoryWarning:(nullable NSNotification*)note;
+- (void)applicationDidReceiveMemoryWarning:(nullable NSNotification*)note
+    NS_SWIFT_NAME(applicationDidReceiveMemoryWarning(_:));
 @end
 
 NS_ASSUME_NONNULL_END

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Ozmira/ozmElement.h>
+#include <Ozmira/OzmiraExport.h>
 #include <Ozmira/ozmPath.h>
 
 #include <string>
@@ -12,16 +13,16 @@ namespace ozm {
 // format.
 
 /// The enumerator's name, or "Unknown PathCommand::Type".
-std::string to_string(const PathCommand::Type& type);
+OZM_CXX_EXPORT std::string to_string(const PathCommand::Type& type);
 /// The name of `Group`, `Path`, `Ellipse`, `Rect` or `Use`, or "Unknown Element::Type" for every other value.
-std::string to_string(const Element::Type& type);
+OZM_CXX_EXPORT std::string to_string(const Element::Type& type);
 /// One line, without a line feed.
-std::string to_string(const PathCommand& command);
+OZM_CXX_EXPORT std::string to_string(const PathCommand& command);
 /// One line per command.
-std::string to_string(const Path& path);
+OZM_CXX_EXPORT std::string to_string(const Path& path);
 /// One line per child index.
-std::string to_string(const Group& group);
+OZM_CXX_EXPORT std::string to_string(const Group& group);
 /// Includes the payload of groups and paths, but of no other type.
-std::string to_string(const Element& element);
+OZM_CXX_EXPORT std::string to_string(const Element& element);
 
 } // namespace ozm

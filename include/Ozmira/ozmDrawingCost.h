@@ -1,7 +1,7 @@
 #pragma once
 
-#include <Ozmira/ozmDocument.h>
 #include <Ozmira/ozmElement.h>
+#include <Ozmira/OzmiraExport.h>
 
 #include <cstdint>
 
@@ -29,6 +29,6 @@ struct DrawingCost {
 
 /// Measures the cost of drawing a document without drawing it. Takes time and memory linear in the size of
 /// the document and does not recurse.
-DrawingCost MeasureDrawing(const Document& document);
+OZM_CXX_EXPORT DrawingCost MeasureDrawing(const Document& document);
 
 } // namespace ozm

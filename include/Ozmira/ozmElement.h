@@ -1,7 +1,10 @@
 #pragma once
 
+#include <Ozmira/ozmDimension.h>
 #include <Ozmira/ozmGradient.h>
+#include <Ozmira/OzmiraExport.h>
 #include <Ozmira/ozmPath.h>
+#include <Ozmira/ozmStyle.h>
 #include <Ozmira/ozmTransform.h>
 
 #include <cstdint>
@@ -19,7 +22,7 @@ struct Group {
 };
 
 /// One element of a document: a type, the payload that the type selects, and what all types have in common.
-struct Element {
+struct OZM_CXX_EXPORT Element {
     /// The type of an element, with the SVG elements that it represents and the members of its payload.
     enum class Type : uint32_t {
         Group = 0,           ///< `svg`, `g`, `a`: `children`
@@ -84,5 +87,30 @@ namespace ozm {
 constexpr bool IsContainer(Element::Type type) {
     return type == Element::Type::Group || type == Element::Type::ClipPath || type == Element::Type::Defs;
 }
+
+/// An id and the element that has it.
+struct Definition {
+    std::string id;
+    uint64_t elementIndex = 0; ///< Index into `Document::elements`.
+};
+
+} // namespace ozm
+
+OZM_RECORD(ozm::Definition);
+
+namespace ozm {
+
+/// A parsed drawing, which owns all its parts. Elements refer to each other by index or id. One parse fills
+/// the document; it does not change afterwards. A document made from malformed text has no elements.
+struct Document {
+    uint32_t reserved0 = 0;   ///< Always 0.
+    uint32_t reserved1 = 0;   ///< Always 0.
+    std::string reservedText; ///< Always empty.
+    Rectf viewBox;            ///< User units.
+    DimensionSize size{{Dimension::Unit::PX, 0}, {Dimension::Unit::PX, 0}};
+    std::vector<Definition> definitions; ///< In document order; ids may repeat.
+    std::vector<Element> elements; ///< The tree in pre-order: index 0 is the root, parents precede children.
+    std::vector<Style> styles;     ///< Indexed by `Element::styleIndex`.
+};
 
 } // namespace ozm

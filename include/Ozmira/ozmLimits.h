@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
+
 #include <cstdint>
 
 namespace ozm {
@@ -12,6 +14,6 @@ inline constexpr uint32_t kMaximumNestingDepth = 1024;
 
 /// True if the elements of NUL-terminated XML text nest deeper than `limit` levels. False for text that the
 /// XML reader rejects before it gets that deep. Does not recurse.
-bool NestsDeeperThan(const char* text, uint32_t limit = kMaximumNestingDepth);
+OZM_CXX_EXPORT bool NestsDeeperThan(const char* text, uint32_t limit = kMaximumNestingDepth);
 
 } // namespace ozm

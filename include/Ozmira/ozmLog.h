@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -7,7 +9,7 @@
 namespace ozm {
 
 /// An ordered list of messages with levels.
-struct Log {
+struct OZM_CXX_EXPORT Log {
     /// The severity of a message.
     enum class Level : uint32_t { Error = 1, Warning = 2, Info = 3, Debug = 4 };
 
@@ -27,9 +29,9 @@ struct Log {
 };
 
 /// One line: the level's label, a blank, the message and a line feed.
-std::string to_string(const Log::Entry& entry);
+OZM_CXX_EXPORT std::string to_string(const Log::Entry& entry);
 
 /// The lines of all entries, in order.
-std::string to_string(const Log& log);
+OZM_CXX_EXPORT std::string to_string(const Log& log);
 
 } // namespace ozm

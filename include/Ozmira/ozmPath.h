@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
 #include <Ozmira/ozmTransform.h>
 
 #include <cstdint>
@@ -25,7 +26,7 @@ OZM_RECORD(ozm::BezierCurve);
 namespace ozm {
 
 /// One command of a path, in absolute coordinates: a type and the payload that the type selects.
-struct PathCommand {
+struct OZM_CXX_EXPORT PathCommand {
     /// The type of a command and the member of its payload.
     enum class Type : uint32_t {
         MoveTo = 0,           ///< `point`

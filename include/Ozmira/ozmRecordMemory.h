@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -25,10 +27,10 @@ namespace ozm {
 
 /// Frees the memory that the calling thread keeps for reuse. The thread can continue to use the library, and
 /// keeps memory again.
-void TrimThreadMemory() noexcept;
+OZM_CXX_EXPORT void TrimThreadMemory() noexcept;
 
 /// The free blocks that one thread keeps, by size.
-class RecordMemory {
+class OZM_CXX_EXPORT RecordMemory {
 public:
     /// Returns a block of at least `size` bytes. Throws `std::bad_alloc`.
     static void* Allocate(size_t size) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
+#include <Ozmira/OzmiraExport.h>
 
 #include <cstdint>
 #include <string_view>
@@ -10,7 +11,7 @@ namespace ozm {
 
 /// Finds the elements of a document by id. If several elements share an id, the first in document order is
 /// found. Borrows the document, which must not change during the lifetime of this object.
-class References {
+class OZM_CXX_EXPORT References {
 public:
     /// Without a document, nothing may be searched for.
     References() = default;

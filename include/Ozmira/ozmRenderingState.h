@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
 #include <Ozmira/ozmStyle.h>
 
 #include <cstdint>
@@ -34,6 +35,6 @@ OZM_RECORD(ozm::RenderingState);
 namespace ozm {
 
 /// The initial values of all properties: an opaque black fill and no stroke.
-extern const RenderingState kRenderingStateDefault;
+OZM_CXX_EXPORT extern const RenderingState kRenderingStateDefault;
 
 } // namespace ozm

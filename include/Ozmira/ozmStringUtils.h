@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
+
 #include <array>
 #include <concepts>
 #include <cstdint>
@@ -31,7 +33,7 @@ inline constexpr auto kIsHexDigit = [] {
 constexpr bool isHexDigit(char c) { return kIsHexDigit[static_cast<unsigned char>(c)]; }
 
 /// A non-owning view of characters. They may be any bytes and are not NUL-terminated.
-struct StringView {
+struct OZM_CXX_EXPORT StringView {
     const char* data = nullptr; ///< First character; may be null when `length` is 0.
     uint64_t length = 0;        ///< Number of characters.
 
@@ -99,6 +101,6 @@ struct StringView {
 /// whitespace. Returns the view from the start of `text`, whitespace included, to the end of the number,
 /// which `toDouble` converts. Returns a view of length 0 at the start of `text` if there is no number, or one
 /// with an `e` but no exponent digits.
-StringView ScanScientificNumber(StringView text);
+OZM_CXX_EXPORT StringView ScanScientificNumber(StringView text);
 
 } // namespace ozm

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Ozmira/OzmiraColor.h>
+#include <Ozmira/OzmiraExport.h>
 #include <Ozmira/ozmRecordMemory.h>
 
 #include <cstdint>
@@ -18,6 +20,12 @@ struct Color {
     bool operator==(const Color&) const = default;
 };
 
+} // namespace ozm
+
+inline OZMColor::operator ozm::Color() const { return {r, g, b, a}; }
+
+namespace ozm {
+
 /// The shape of the ends of a stroked line.
 enum class LineCap : uint32_t { Butt = 0, Round = 1, Square = 2 };
 /// The shape of the corners of a stroked line.
@@ -26,7 +34,7 @@ enum class LineJoin : uint32_t { Miter = 0, Round = 1, Bevel = 2 };
 enum class WindingRule : uint32_t { NonZero = 0, EvenOdd = 1 };
 
 /// One paint property that an element sets: a type and the payload that the type selects.
-struct StyleProperty {
+struct OZM_CXX_EXPORT StyleProperty {
     /// The property and the member of its payload.
     enum class Type : uint32_t {
         StrokeColor = 0,      ///< `color`; "none" is all zero

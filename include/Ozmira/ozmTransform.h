@@ -1,5 +1,6 @@
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
 #include <Ozmira/ozmRecordMemory.h>
 
 namespace ozm {
@@ -38,6 +39,6 @@ struct Transform {
 inline constexpr Transform TransformIdentity{1, 0, 0, 1, 0, 0};
 
 /// Returns the transform that applies `n` to a point first, then `m` to the result.
-Transform TransformConcat(const Transform& n, const Transform& m);
+OZM_CXX_EXPORT Transform TransformConcat(const Transform& n, const Transform& m);
 
 } // namespace ozm

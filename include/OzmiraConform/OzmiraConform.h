@@ -1,6 +1,8 @@
 // Finds what Ozmira would draw differently from a browser, and rewrites drawings so that it does not.
 #pragma once
 
+#include <Ozmira/OzmiraExport.h>
+
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -18,7 +20,7 @@ enum class Severity : uint8_t {
 };
 
 /// "error", "warning" or "note".
-std::string_view SeverityName(Severity severity);
+OZM_CXX_EXPORT std::string_view SeverityName(Severity severity);
 
 /// One difference between Ozmira and a browser, and where it is caused.
 struct Finding {
@@ -42,11 +44,11 @@ struct RuleInfo {
 };
 
 /// Every rule, in the order of the page on differences.
-std::span<const RuleInfo> Rules();
+OZM_CXX_EXPORT std::span<const RuleInfo> Rules();
 
 /// The findings about a drawing, in the order of the text. Text that a browser shows nothing of has one
 /// finding of severity `Error`. Throws nothing but `std::bad_alloc`.
-std::vector<Finding> Check(std::string_view svg);
+OZM_CXX_EXPORT std::vector<Finding> Check(std::string_view svg);
 
 /// How to rewrite a drawing.
 struct Options {
@@ -71,6 +73,6 @@ struct Result {
 
 /// Rewrites a drawing so that Ozmira draws what a browser does. The result has no finding of severity `Error`
 /// or `Warning`, and rewriting it again changes nothing. Throws nothing but `std::bad_alloc`.
-Result Conform(std::string_view svg, const Options& options = {});
+OZM_CXX_EXPORT Result Conform(std::string_view svg, const Options& options = {});
 
 } // namespace ozm::conform

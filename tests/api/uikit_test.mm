@@ -5,6 +5,8 @@
 #import <Ozmira/UIColor+OZMColor.h>
 #import <UIKit/UIKit.h>
 
+#include <Ozmira/ozmStyle.h>
+
 #include <spng.h>
 #include <vector>
 

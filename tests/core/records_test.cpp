@@ -1,4 +1,4 @@
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
 #include <Ozmira/OzmiraVersion.h>
 #include <Ozmira/ozmLog.h>
 

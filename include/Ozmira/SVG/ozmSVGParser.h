@@ -1,6 +1,7 @@
 #pragma once
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
+#include <Ozmira/OzmiraExport.h>
 #include <Ozmira/ozmLog.h>
 #include <Ozmira/ozmStringUtils.h>
 #include <Ozmira/SVG/ozmXMLNode.h>
@@ -22,7 +23,7 @@ class ElementAttributes;
 ///
 /// Each value syntax and each element has a function of its own, which can be called by itself. Functions
 /// that add to the document (`AddElement`, `AddDefinitions`, `Process…`) require `document` to be set.
-class SVGParser {
+class OZM_CXX_EXPORT SVGParser {
 public:
     /// Whether the case of unit names matters. Attributes of SVG are `CaseSensitive`.
     enum class UnitAttributeFormat { CaseSensitive = 0, CaseInsensitive = 1 };
