@@ -18,6 +18,10 @@ inline constexpr uint32_t kMaximumWalkDepth = kMaximumNestingDepth;
 /// Deepest nesting in which markers are drawn. Markers on the shapes of markers multiply with every level.
 inline constexpr uint32_t kMaximumMarkerDepth = 64;
 
+/// Farthest from 0 that a coordinate may lie in what is written. Readers with numbers of single precision
+/// take a little more, and still have to multiply it.
+inline constexpr double kLargestCoordinate = 1e30;
+
 /// Most elements visited, each counted for every reference through which it is reached. Real drawings stay
 /// below 50,000; a dozen nested references can ask for billions.
 inline constexpr uint32_t kMaximumVisits = 200'000;
@@ -54,5 +58,13 @@ inline constexpr int kMaximumRepetitions = 200;
 /// many elements ends in time.
 inline constexpr size_t kMaximumSelectors = 20'000;
 inline constexpr uint64_t kMaximumSelectorTests = 50'000'000;
+
+/// Deepest nesting of custom properties in each other, most references to them in one value, and most bytes
+/// that it may come to. All values of a drawing may cost so much together, in bytes written and in elements
+/// searched for a property: about a second.
+inline constexpr int kMaximumVariableDepth = 16;
+inline constexpr int kMaximumVariables = 1'000;
+inline constexpr size_t kMaximumVariableText = 16'384;
+inline constexpr uint64_t kMaximumVariableWork = 100'000'000;
 
 } // namespace ozm::conform

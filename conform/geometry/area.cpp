@@ -22,8 +22,8 @@ ClipperLib::ClipType ClipTypeOf(AreaOperation operation) {
 }
 
 /// The operation on polygons; none where Clipper gives up. `b` may be null.
-std::optional<ClipperLib::Paths> Execute(ClipperGrid& grid, AreaOperation operation, const Area& a,
-                                         const Area* b) {
+std::optional<ClipperLib::Paths> TryToExecute(ClipperGrid& grid, AreaOperation operation, const Area& a,
+                                              const Area* b) {
     try {
         ClipperLib::Clipper clipper;
         // The edges of a curve stay as many as they were, so that they are found again.
@@ -37,6 +37,14 @@ std::optional<ClipperLib::Paths> Execute(ClipperGrid& grid, AreaOperation operat
     } catch (const ClipperLib::clipperException&) {
         return {};
     }
+}
+
+std::optional<ClipperLib::Paths> Execute(ClipperGrid& grid, AreaOperation operation, const Area& a,
+                                         const Area* b) {
+    // Clipper also gives up when memory runs out while it works. With too little left the second attempt
+    // throws, as it begins with what is not caught.
+    if (auto result = TryToExecute(grid, operation, a, b)) return result;
+    return TryToExecute(grid, operation, a, b);
 }
 
 /// All points, curves' control points included.

@@ -86,11 +86,13 @@ private:
         m_position = m_first;
         m_dashes.clear();
         m_startsPainted = m_position.IsPainted();
-        if (m_startsPainted) BeginDash(start);
+        if (m_startsPainted) BeginDash(start, true);
     }
 
-    void BeginDash(Point p) {
+    /// A dash without a gap before it goes on with the last one.
+    void BeginDash(Point p, bool isAfterGap) {
         m_isTooMany = m_isTooMany || ++m_count > m_maxDashes;
+        if (!isAfterGap && !m_dashes.empty()) return;
         m_dashes.emplace_back();
         m_dashes.back().MoveTo(p);
     }
@@ -102,9 +104,10 @@ private:
         while (length > m_position.left && !m_isTooMany) {
             length -= m_position.left;
             segment = PaintFront(segment, m_position.left);
+            const bool isGap = !m_position.IsPainted() && m_pattern[m_position.index] > 0;
             m_position.index = (m_position.index + 1) % m_pattern.size();
             m_position.left = m_pattern[m_position.index];
-            if (m_position.IsPainted()) BeginDash(segment.Start());
+            if (m_position.IsPainted()) BeginDash(segment.Start(), isGap);
         }
         m_position.left -= length;
         if (m_position.IsPainted()) Paint(segment);
@@ -129,6 +132,8 @@ private:
 
     void Paint(const Segment& segment) {
         Path& dash = m_dashes.back();
+        const bool isDot = segment.verb == Verb::Line && segment.points[0] == segment.points[1];
+        if (isDot && dash.Verbs().size() > 1) return;
         if (segment.verb == Verb::Cubic) {
             dash.CubicTo(segment.points[1], segment.points[2], segment.points[3]);
         } else if (segment.verb == Verb::Line || segment.points[0] != segment.points[1]) {
@@ -182,6 +187,9 @@ std::optional<Path> DashesOf(const Path& path, std::span<const double> lengths, 
     if (!(sum > 0) || !std::isfinite(sum)) return path;
     std::vector<double> pattern(lengths.begin(), lengths.end());
     if (pattern.size() % 2 != 0) pattern.insert(pattern.end(), lengths.begin(), lengths.end());
+    double gaps = 0;
+    for (size_t i = 1; i < pattern.size(); i += 2) gaps += pattern[i];
+    if (gaps == 0) return path;
     return Dasher(std::move(pattern), std::isfinite(phase) ? phase : 0, maxDashes).Dash(path);
 }
 

@@ -2,8 +2,10 @@
 
 #include <Ozmira/ozmStringUtils.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 
@@ -16,14 +18,15 @@ constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7
 
 /// The digits of a number as they stand in the text.
 struct Digits {
-    uint64_t significand = 0; ///< Of the first 19 digits.
-    int count = 0;
-    int fraction = 0;
+    uint64_t significand = 0; ///< Of at most 19 digits; of more only the lowest bits.
+    ptrdiff_t count = 0;
+    ptrdiff_t fraction = 0;
 
     void Read(const char*& p, const char* end) {
-        for (; p != end && isNumericDigit(*p); ++p, ++count) {
-            if (count < 19) significand = significand * 10 + static_cast<uint64_t>(*p - '0');
-        }
+        const char* const first = p;
+        for (; p != end && isNumericDigit(*p); ++p)
+            significand = significand * 10 + static_cast<uint64_t>(*p - '0');
+        count += p - first;
     }
 };
 
@@ -52,7 +55,7 @@ bool ReadNumber(const char*& begin, const char* end, double& value) {
     digits.Read(p, end);
     if (p != end && *p == '.') {
         ++p;
-        const int integers = digits.count;
+        const ptrdiff_t integers = digits.count;
         digits.Read(p, end);
         digits.fraction = digits.count - integers;
         if (digits.fraction == 0) return false;
@@ -69,10 +72,10 @@ bool ReadNumber(const char*& begin, const char* end, double& value) {
         // strtod reports 0 for what is out of range at either end.
         const StringView text{digitsBegin, static_cast<uint64_t>(p - digitsBegin)};
         magnitude = text.toDouble();
-        if (magnitude == 0 && digits.significand != 0 && hasExponent) {
-            const char* e = p - 1;
-            while (*e != 'e' && *e != 'E') --e;
-            if (e[1] != '-') return false;
+        if (magnitude == 0 && hasExponent) {
+            const char* const e = std::find_if(digitsBegin, p, [](char c) { return c == 'e' || c == 'E'; });
+            const bool isZero = std::all_of(digitsBegin, e, [](char c) { return c == '0' || c == '.'; });
+            if (!isZero && e[1] != '-') return false;
         }
         if (magnitude > static_cast<double>(std::numeric_limits<float>::max())) return false;
     }

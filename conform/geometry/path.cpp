@@ -179,8 +179,11 @@ Path Reversed(const Path& path) {
     return reversed;
 }
 
-bool IsFinite(const Path& path) {
-    return std::all_of(path.Points().begin(), path.Points().end(), [](Point p) { return IsFinite(p); });
+bool IsWithin(double distance, const Path& path, const Matrix& matrix) {
+    return std::all_of(path.Points().begin(), path.Points().end(), [&](Point point) {
+        point = matrix.Map(point);
+        return std::abs(point.x) <= distance && std::abs(point.y) <= distance;
+    });
 }
 
 Box BoxOf(const Path& path) { return BoxOfMapped(path, nullptr); }

@@ -92,8 +92,8 @@ std::vector<Path> Subpaths(const Path& path);
 /// The same subpaths with each drawn from its end to its start.
 Path Reversed(const Path& path);
 
-/// True when every coordinate is a finite number.
-bool IsFinite(const Path& path);
+/// True when the transform takes no coordinate beyond this distance from 0.
+bool IsWithin(double distance, const Path& path, const Matrix& matrix);
 
 /// The smallest box around what is drawn: curves reach as far as they do, not as far as their control points.
 /// A `Move` that nothing follows does not count.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace ozm::conform {
 
@@ -35,8 +36,8 @@ constexpr int ArgumentCount(char letter) {
 
 class PathDataReader {
 public:
-    PathDataReader(std::string_view text, bool withPlaces)
-        : m_begin(text.data()), m_p(m_begin), m_end(m_begin + text.size()), m_withPlaces(withPlaces) {
+    PathDataReader(std::string_view text, double arcTolerance)
+        : m_begin(text.data()), m_p(m_begin), m_end(m_begin + text.size()), m_arcTolerance(arcTolerance) {
         m_data.path.Reserve(text.size() / 8 + 2, text.size() / 5 + 2);
     }
 
@@ -58,8 +59,9 @@ public:
                 m_data.error = static_cast<size_t>(m_p - m_begin);
                 break;
             }
-            AddPlace(place, letter, hasLetter);
-            Draw(letter);
+            const auto offset = static_cast<size_t>(place - m_begin);
+            if (m_penOffset != Point{}) AddPenOffset(offset, letter);
+            Draw(letter, offset);
         }
         return std::move(m_data);
     }
@@ -83,17 +85,13 @@ private:
         return true;
     }
 
-    void AddPlace(const char* place, char letter, bool hasLetter) {
-        const double offset = PenOffset(letter);
-        m_data.penOffset = std::max(m_data.penOffset, offset);
-        if (!m_withPlaces) return;
-        m_data.commands.push_back({static_cast<uint32_t>(place - m_begin),
-                                   static_cast<uint32_t>(m_data.path.Verbs().size()), letter, hasLetter,
-                                   static_cast<float>(offset)});
+    void AddPenOffset(size_t offset, char letter) {
+        const double distance = PenOffset(letter);
+        const double greatest = m_data.penOffsets.empty() ? 0 : m_data.penOffsets.back().distance;
+        if (distance > greatest) m_data.penOffsets.push_back({offset, distance});
     }
 
     double PenOffset(char letter) const {
-        if (m_penOffset == Point{}) return 0;
         switch (letter) {
         case 'Z':
         case 'z':
@@ -111,10 +109,12 @@ private:
     /// The point at argument `index`, from the pen where the command is relative.
     Point At(int index) const { return Point{m_arguments[index], m_arguments[index + 1]} + m_origin; }
 
-    void Draw(char letter) {
+    /// Draws the command at byte `offset`.
+    void Draw(char letter, size_t offset) {
         const bool isRelative = letter >= 'a';
-        const Point pen = m_data.path.Pen();
+        const Point pen = m_pen = m_data.path.Pen();
         m_origin = isRelative ? pen : Point{};
+        const size_t firstPoint = m_data.path.Points().size();
         switch (UpperCase(letter)) {
         case 'M':
             m_data.path.MoveTo(At(0));
@@ -125,14 +125,32 @@ private:
         case 'H': m_data.path.LineTo({m_arguments[0] + m_origin.x, pen.y}); break;
         case 'V': m_data.path.LineTo({pen.x, m_arguments[0] + m_origin.y}); break;
         case 'C': DrawCubic(At(0), At(2), At(4)); break;
-        case 'S': DrawCubic(Reflected('C', pen), At(0), At(2)); break;
-        case 'Q': DrawQuadratic(At(0), At(2)); break;
-        case 'T': DrawQuadratic(Reflected('Q', pen), At(0)); break;
-        case 'A':
-            m_data.hasArcs = true;
-            ArcTo(m_data.path, m_arguments[0], m_arguments[1], m_arguments[2], m_arguments[3] != 0,
-                  m_arguments[4] != 0, At(5));
+        case 'S':
+            // Ozmira goes on from the last curve that it draws.
+            if (m_leftOut && m_isAfterCubic) m_leftOut->reach = std::numeric_limits<double>::infinity();
+            DrawCubic(Reflected('C', pen), At(0), At(2));
             break;
+        case 'Q':
+            LeaveOut(m_data.quadratics, offset);
+            DrawQuadratic(At(0), At(2));
+            AddReach(firstPoint);
+            break;
+        case 'T':
+            LeaveOut(m_data.quadratics, offset);
+            DrawQuadratic(Reflected('Q', pen), At(0));
+            AddReach(firstPoint);
+            break;
+        case 'A': {
+            const size_t firstVerb = m_data.path.Verbs().size();
+            LeaveOut(m_data.arcs, offset);
+            ArcTo(m_data.path, m_arguments[0], m_arguments[1], m_arguments[2], m_arguments[3] != 0,
+                  m_arguments[4] != 0, At(5), m_arcTolerance);
+            AddReach(firstPoint);
+            for (size_t i = firstVerb; i + 1 < m_data.path.Verbs().size(); ++i) {
+                if (m_data.path.Verbs()[i] == Verb::Cubic) m_data.arcJoints.push_back(i);
+            }
+            break;
+        }
         default:
             m_penOffset = m_penOffset + (pen - m_start);
             m_data.path.Close();
@@ -144,10 +162,27 @@ private:
     void UpdateAfter(char letter, bool isRelative) {
         const char upper = UpperCase(letter);
         m_lastCurve = upper == 'C' || upper == 'S' ? 'C' : upper == 'Q' || upper == 'T' ? 'Q' : 0;
+        if (upper != 'A' && upper != 'Q' && upper != 'T') {
+            m_leftOut = nullptr;
+            m_isAfterCubic = m_lastCurve == 'C';
+        }
         if (isRelative || upper == 'Z') return;
         m_penOffset = upper == 'H'   ? Point{0, m_penOffset.y}
                       : upper == 'V' ? Point{m_penOffset.x, 0}
                                      : Point{};
+    }
+
+    void LeaveOut(PathData::LeftOut& kind, size_t offset) {
+        if (!kind.first) kind.first = offset;
+        m_leftOut = &kind;
+    }
+
+    /// The points from `first` on belong to a command that is left out.
+    void AddReach(size_t first) {
+        const std::vector<Point>& points = m_data.path.Points();
+        double reach = 0;
+        for (size_t i = first; i < points.size(); ++i) reach = std::max(reach, Distance(m_pen, points[i]));
+        m_leftOut->reach += reach;
     }
 
     /// The control point that a smooth curve begins with.
@@ -161,7 +196,6 @@ private:
     }
 
     void DrawQuadratic(Point control, Point end) {
-        m_data.hasQuadratics = true;
         m_data.path.QuadraticTo(control, end);
         m_lastControl = control;
     }
@@ -169,15 +203,18 @@ private:
     const char* const m_begin;
     const char* m_p;
     const char* const m_end;
-    const bool m_withPlaces;
+    const double m_arcTolerance;
     PathData m_data;
     double m_arguments[7] = {};
+    Point m_pen;          ///< Where the command starts.
     Point m_origin;       ///< What the coordinates of the command are added to.
     Point m_start;        ///< Of the subpath.
     Point m_penOffset;    ///< From the pen to where Ozmira's own reader has it.
     Point m_lastControl;  ///< The last control point of the command before, if it was a curve.
     char m_lastCurve = 0; ///< 'C', 'Q' or 0: what the command before drew.
     bool m_hasMoved = false;
+    PathData::LeftOut* m_leftOut = nullptr; ///< The commands of which the one before is.
+    bool m_isAfterCubic = false;            ///< The last command that is not left out drew a cubic curve.
 };
 
 /// Compares segment by segment what is drawn with what Ozmira's own reader made of the text.
@@ -231,10 +268,20 @@ private:
 
 } // namespace
 
-PathData ReadPath(std::string_view text, bool withPlaces) { return PathDataReader(text, withPlaces).Read(); }
+std::optional<size_t> PathData::FirstPenOffset(double tolerance) const {
+    const auto found = std::find_if(penOffsets.begin(), penOffsets.end(),
+                                    [&](const PenOffset& place) { return place.distance > tolerance; });
+    if (found == penOffsets.end()) return {};
+    return found->offset;
+}
+
+PathData ReadPath(std::string_view text, double arcTolerance) {
+    return PathDataReader(text, arcTolerance).Read();
+}
 
 bool DrawsTheSame(const PathData& data, std::string_view text, double tolerance) {
-    if (data.hasArcs || data.hasQuadratics || data.penOffset > tolerance) return false;
+    if (data.arcs.Seen(tolerance) || data.quadratics.Seen(tolerance) || data.FirstPenOffset(tolerance))
+        return false;
     if (!data.error) return true;
     ozm::Path path;
     SVGParser().ParsePathData(text, path);

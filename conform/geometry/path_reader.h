@@ -10,33 +10,42 @@
 
 namespace ozm::conform {
 
-/// A command of path data that draws one segment, or moves, or closes. Coordinates that follow a command's
-/// own count as a command with the same letter (`L` or `l` after a move).
-struct PathCommandPlace {
-    uint32_t offset;    ///< Byte of the letter; of the first number where the letter is understood.
-    uint32_t firstVerb; ///< Index of the first verb that the command added to the path.
-    char letter;
-    bool hasLetter; ///< The letter is written.
-    /// How far the pen of Ozmira's own reader is from the right place where this command depends on the pen,
-    /// because `z` leaves it at the end of the subpath there. 0 nearly everywhere.
-    float penOffset;
-};
-
 /// Path data as a browser reads it.
 struct PathData {
+    /// A command for which the pen of Ozmira's own reader is away from the right place, because `z` leaves it
+    /// at the end of the subpath there.
+    struct PenOffset {
+        size_t offset; ///< Byte of the letter; of the first number where the letter is understood.
+        double distance;
+    };
+
+    /// Commands that Ozmira's own reader leaves out.
+    struct LeftOut {
+        std::optional<size_t> first; ///< Byte of the first.
+        double reach = 0;            ///< How far they get from where they start, all together.
+
+        /// Byte of the first, if leaving them out moves anything by more than `tolerance`.
+        std::optional<size_t> Seen(double tolerance) const {
+            return reach > tolerance ? first : std::nullopt;
+        }
+    };
+
     Path path;
-    std::vector<PathCommandPlace> commands; ///< Only when asked for.
     /// Byte of the first error; what stands before it is drawn.
     std::optional<size_t> error;
-    bool hasArcs = false;
-    bool hasQuadratics = false;
-    /// The greatest `penOffset`.
-    double penOffset = 0;
+    LeftOut arcs, quadratics;
+    /// Indices of the verbs that end within an arc, which no command of the text does.
+    std::vector<size_t> arcJoints;
+    /// Every command whose distance is greater than those of all before it.
+    std::vector<PenOffset> penOffsets;
+
+    /// Byte of the first command that is drawn further than `tolerance` from the right place.
+    std::optional<size_t> FirstPenOffset(double tolerance) const;
 };
 
 /// Reads path data up to the first error: the grammar of SVG 2, with numbers in the range of `float` as
-/// browsers have them. Arcs and quadratic curves become cubic ones.
-PathData ReadPath(std::string_view text, bool withPlaces = false);
+/// browsers have them. Arcs and quadratic curves become cubic ones, arcs as `ArcTo` makes them.
+PathData ReadPath(std::string_view text, double arcTolerance = 0);
 
 /// True when Ozmira's own reader draws the same from this text: nothing but lines and cubic curves, the pen
 /// at the right place (within `tolerance`), and no error that the two treat differently.

@@ -21,6 +21,12 @@ struct GridPoint {
     friend GridPoint operator-(GridPoint a, GridPoint b) { return {a.x - b.x, a.y - b.y}; }
 };
 
+/// True when a control point may lie at `b` instead of `a`, which moves its curve by less than rounding does.
+bool IsRoundedTo(GridPoint a, GridPoint b) {
+    const GridPoint by = a - b;
+    return by.x >= -1 && by.x <= 1 && by.y >= -1 && by.y <= 1;
+}
+
 /// Coordinates reach no further, and no more relative commands follow each other. So a reader who adds them
 /// up in doubles stays far nearer than half a unit to the sum.
 constexpr double kMaxUnits = 1099511627776; // 2^40
@@ -190,7 +196,9 @@ private:
         WriteHeldLine();
         WriteMove();
         const GridPoint pen = m_pen;
-        if (control1 - pen == pen - m_lastControl) {
+        // Smooth, a curve that comes to its end from there would become a line.
+        const bool becomesLine = m_lastControl == pen && control2 == end;
+        if (!becomesLine && IsRoundedTo(control1 - pen, pen - m_lastControl)) {
             WriteShorter('s', std::array{control2 - pen, end - pen}, 'S', std::array{control2, end});
         } else {
             WriteShorter('c', std::array{control1 - pen, control2 - pen, end - pen}, 'C',

@@ -1,7 +1,9 @@
 #include "geometry/shapes.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <numbers>
 
 namespace ozm::conform {
@@ -10,6 +12,53 @@ namespace {
 
 /// Where the control points of a quarter circle with radius 1 lie.
 constexpr double kQuarter = 0.5522847498307936;
+
+/// How many curves draw an arc of the unit circle, `sweep` radians long, within a tolerance. A curve over
+/// the angle a is off by 2/27 sin^6(a/4) / cos^2(a/4).
+size_t ArcCurveCount(double sweep, double tolerance) {
+    sweep = std::abs(sweep);
+    size_t count = std::max<size_t>(1, static_cast<size_t>(std::ceil(sweep / (std::numbers::pi / 2 + 1e-3))));
+    const auto isNear = [&](size_t curves) {
+        const double sine = std::sin(sweep / static_cast<double>(curves) / 4), square = sine * sine;
+        return 2.0 / 27 * square * square * square <= tolerance * (1 - square);
+    };
+    while (count > 1 && isNear(count - 1)) --count;
+    return count;
+}
+
+/// The angles between which each curve of an arc runs.
+struct ArcCuts {
+    std::array<double, 6> angles{};
+    size_t count = 0; ///< Of the curves.
+};
+
+/// Cuts an arc of the unit circle into equal parts or, if one of its ends is on an axis, at the axes, where
+/// curves take the fewest digits.
+ArcCuts CutArc(double first, double sweep, double tolerance) {
+    constexpr double kRightAngle = std::numbers::pi / 2;
+    constexpr double kLeast = 0.02; // Radians that a curve takes at least.
+    const auto isOnAxis = [](double angle) { return std::abs(std::remainder(angle, kRightAngle)) < kLeast; };
+    const size_t count = ArcCurveCount(sweep, tolerance);
+    const double last = first + sweep;
+    ArcCuts cuts;
+    cuts.angles[0] = first;
+    if (isOnAxis(first) || isOnAxis(last)) {
+        const double direction = sweep < 0 ? -1 : 1;
+        const double begin = first * direction + kLeast, end = last * direction - kLeast;
+        for (double axis = std::ceil(begin / kRightAngle) * kRightAngle; axis < end && cuts.count < count;
+             axis += kRightAngle) {
+            cuts.angles[++cuts.count] = direction * axis;
+        }
+        if (cuts.count < count) {
+            cuts.angles[++cuts.count] = last;
+            return cuts;
+        }
+    }
+    cuts.count = count;
+    for (size_t i = 1; i <= count; ++i)
+        cuts.angles[i] = first + sweep * static_cast<double>(i) / static_cast<double>(count);
+    return cuts;
+}
 
 } // namespace
 
@@ -79,7 +128,8 @@ Path PolyPath(std::span<const Point> points, bool isClosed) {
     return path;
 }
 
-void ArcTo(Path& path, double rx, double ry, double degrees, bool isLarge, bool isClockwise, Point end) {
+void ArcTo(Path& path, double rx, double ry, double degrees, bool isLarge, bool isClockwise, Point end,
+           double tolerance) {
     const Point start = path.Pen();
     if (start == end) return;
     rx = std::abs(rx);
@@ -98,27 +148,27 @@ void ArcTo(Path& path, double rx, double ry, double degrees, bool isLarge, bool 
         rx *= std::sqrt(square);
         ry *= std::sqrt(square);
     }
-    const Point from = square > 1 ? half * (1 / std::sqrt(square)) : half;
+    const Point begin = square > 1 ? half * (1 / std::sqrt(square)) : half;
     const double height = square >= 1 ? 0 : std::sqrt((1 - square) / square);
-    const Point centre = Perpendicular(from) * (isLarge == isClockwise ? height : -height);
+    const Point centre = Perpendicular(begin) * (isLarge == isClockwise ? height : -height);
 
     const auto angle = [](Point p) { return std::atan2(p.y, p.x); };
-    const double first = angle(from - centre);
-    double sweep = angle(-from - centre) - first;
+    const double first = angle(begin - centre);
+    double sweep = angle(-begin - centre) - first;
     if (isClockwise && sweep < 0) sweep += 2 * std::numbers::pi;
     if (!isClockwise && sweep > 0) sweep -= 2 * std::numbers::pi;
 
-    const int count =
-        std::max(1, static_cast<int>(std::ceil(std::abs(sweep) / (std::numbers::pi / 2 + 1e-3))));
-    const double step = sweep / count, handle = 4.0 / 3 * std::tan(step / 4);
+    const ArcCuts cuts = CutArc(first, sweep, tolerance / std::max(rx, ry));
     const Matrix fromCircle = turn * Matrix::Scaling(rx, ry);
     const Point middle = Mix(start, end, 0.5) + fromCircle.MapVector(centre);
     const auto onCircle = [](double a) { return Point{std::cos(a), std::sin(a)}; };
-    for (int i = 0; i < count; ++i) {
-        const Point a = onCircle(first + i * step), b = onCircle(first + (i + 1) * step);
+    for (size_t i = 0; i < cuts.count; ++i) {
+        const double from = cuts.angles[i], to = cuts.angles[i + 1];
+        const Point a = onCircle(from), b = onCircle(to);
+        const double handle = 4.0 / 3 * std::tan((to - from) / 4);
         path.CubicTo(middle + fromCircle.MapVector(a + Perpendicular(a) * handle),
                      middle + fromCircle.MapVector(b - Perpendicular(b) * handle),
-                     i + 1 == count ? end : middle + fromCircle.MapVector(b));
+                     i + 1 == cuts.count ? end : middle + fromCircle.MapVector(b));
     }
 }
 

@@ -30,7 +30,8 @@ Path PolyPath(std::span<const Point> points, bool isClosed);
 
 /// Adds the elliptical arc of a path command from the pen: radii, rotation of the ellipse's x axis in
 /// degrees, flags. A radius of 0 gives a line; an arc that ends where it starts nothing; radii too small are
-/// enlarged.
-void ArcTo(Path& path, double rx, double ry, double degrees, bool isLarge, bool isClockwise, Point end);
+/// enlarged. Curves stay within `tolerance` of the arc, or take a quarter of it each, whichever are fewer.
+void ArcTo(Path& path, double rx, double ry, double degrees, bool isLarge, bool isClockwise, Point end,
+           double tolerance = 0);
 
 } // namespace ozm::conform

@@ -29,6 +29,14 @@ constexpr bool EqualsIgnoringCase(std::string_view text, std::string_view word) 
     return text.size() == word.size() && StartsWithIgnoringCase(text, word);
 }
 
+/// Where `word` first stands in the text, whatever the case of ASCII letters; the size of the text if
+/// nowhere.
+constexpr size_t FindIgnoringCase(std::string_view text, std::string_view word) {
+    const auto at = std::search(text.begin(), text.end(), word.begin(), word.end(),
+                                [](char a, char b) { return ToLower(a) == ToLower(b); });
+    return static_cast<size_t>(at - text.begin());
+}
+
 /// Takes the first word off a list that blanks and commas separate; empty at its end.
 constexpr std::string_view NextWord(std::string_view& list) {
     const auto isSeparator = [](char c) { return IsSpace(c) || c == ','; };

@@ -178,6 +178,7 @@ private:
         const char* const begin = m_p;
         while (m_p != m_end && (*m_p == '%' || (ToLower(*m_p) >= 'a' && ToLower(*m_p) <= 'z'))) ++m_p;
         const std::string_view unit(begin, static_cast<size_t>(m_p - begin));
+        if (!m_isStyle && !unit.empty()) return false;
         const std::optional<double> factor = UnitFactor(kind, unit, value);
         if (factor) value *= *factor;
         return factor.has_value();

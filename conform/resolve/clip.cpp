@@ -1,4 +1,5 @@
 // Clip paths.
+#include "base/limits.h"
 #include "geometry/winding.h"
 #include "resolve/walker.h"
 
@@ -24,7 +25,7 @@ const ComputedStyle& Walker::StyleInPlace(const Node& node) {
     const ComputedStyle initial;
     const ComputedStyle* style = at ? &m_stylesInPlace.at(at) : &initial;
     for (auto next = unknown.rbegin(); next != unknown.rend(); ++next) {
-        style = &m_stylesInPlace.emplace(*next, ComputeStyle(*style, m_sheets.Of(**next))).first->second;
+        style = &m_stylesInPlace.emplace(*next, ComputeStyle(*style, **next, m_sheets)).first->second;
     }
     return m_stylesInPlace.at(&node);
 }
@@ -38,7 +39,6 @@ Walker::ContextPointer Walker::ContentContext(const Node& node, const Context& u
     context->out = user.out;
     context->references = user.references;
     context->depth = user.depth + 1;
-    context->rootFontSize = user.rootFontSize;
     context->colorMatrix = user.colorMatrix;
     return context;
 }
@@ -48,7 +48,7 @@ void Walker::CollectClipParts(const Node& node, const Context& parent, std::vect
     if (!context) return;
     if (node.tag == Tag::Use) return CollectClipUse(node, *context, parts);
     if (!context->style.isVisible) return;
-    Path path = GeometryOf(node, *context, m_sheets).path;
+    Path path = GeometryOf(node, *context, m_sheets, ArcTolerance(*context)).path;
     if (path.IsEmpty()) return;
     path.Transform(context->matrix);
     parts.push_back({std::move(path), context->style.clipRule, context->clip});
@@ -114,14 +114,17 @@ bool Walker::ApplyClip(const Node& clipPath, const Node& node, Context& context,
         }
     }
     std::vector<ClipPart> parts;
-    content->style.isVisible = true;
     for (const Node* child = clipPath.firstChild; child; child = child->nextSibling) {
         if (IsShape(child->tag) || child->tag == Tag::Use) CollectClipParts(*child, *content, parts);
         if (child->tag == Tag::Text && child->hasText) m_findings.Add(Rule::Text, child->offset);
     }
     if (isCompared) m_differences.CompareClipParts(clipPath, context, parts);
     Path path = UnionOf(parts);
-    if (path.IsEmpty() || !IsFinite(path)) return false;
+    if (path.IsEmpty()) return false;
+    if (!IsWithin(kLargestCoordinate, path, {})) {
+        m_findings.Add(Rule::CoordinateRange, clipPath.offset);
+        return false;
+    }
     const bool isRectangle = IsUprightRectangle(path);
     context.clip = AddClip(std::move(path), context.clip, isRectangle);
     return true;

@@ -38,16 +38,15 @@ struct Context {
     bool isSeen = false;
     OzmiraStyle ozmira;
     bool isClipContent = false; ///< Within a clip path, where only outlines count.
-    double rootFontSize = 16;
     ContextPaints contextPaints;
     std::optional<ColorMatrix> colorMatrix; ///< A filter changes every colour in this way.
 
     Color Recolored(const Color& color) const;
     /// The base of a percentage in neither direction alone.
     double Diagonal() const;
-    LengthBase BaseX() const { return {viewWidth, style.fontSize, rootFontSize}; }
-    LengthBase BaseY() const { return {viewHeight, style.fontSize, rootFontSize}; }
-    LengthBase BaseDiagonal() const { return {Diagonal(), style.fontSize, rootFontSize}; }
+    LengthBase BaseX() const { return {viewWidth, style.fontSize, style.rootFontSize}; }
+    LengthBase BaseY() const { return {viewHeight, style.fontSize, style.rootFontSize}; }
+    LengthBase BaseDiagonal() const { return {Diagonal(), style.fontSize, style.rootFontSize}; }
 
     bool IsFollowing(const Node& node) const;
 };

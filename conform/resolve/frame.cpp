@@ -1,10 +1,13 @@
 // The size of a drawing, and what of it is shown.
+#include "geometry/text.h"
 #include "resolve/viewport.h"
 #include "resolve/walker.h"
 #include "split/areas.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace ozm::conform {
@@ -29,14 +32,37 @@ void Walker::FitToContent(Scene& scene) {
     scene.viewBox = Box::OfSize(0, 0, box.right, box.bottom);
 }
 
+void Walker::EmitBackground(const Node& root, const Context& context) {
+    std::string_view text = context.style.background;
+    if (text.empty() || m_isSizeUnknown) return;
+    std::optional<Color> color = ReadColor(text);
+    for (std::string_view word = NextWord(text); !word.empty() && !color; word = NextWord(text)) {
+        color = ReadColor(word);
+    }
+    if (!color || !(color->alpha > 0)) return;
+    for (const Declaration& declaration : m_sheets.Of(root)) {
+        if (declaration.property != Attr::Background) continue;
+        m_differences.Report(Rule::RootStyle, declaration.offset, NameOf(Attr::Background));
+    }
+    const Box& box = m_scene->viewBox;
+    Shape shape;
+    shape.primitive = Rectangle{box.left, box.top, box.Width(), box.Height(), 0, 0};
+    shape.path = PathOf(std::get<Rectangle>(shape.primitive));
+    shape.fill = Paint::Of(*color);
+    shape.clip = context.clip;
+    shape.origin = &root;
+    context.out->items.emplace_back(std::move(shape));
+}
+
 void Walker::SetUpFrame(Scene& scene, Context& context) {
     const Node& root = *m_document.Root();
     std::optional<Box> viewBox = ReadViewBox(root.Get(Attr::ViewBox));
     const double wholeWidth = viewBox ? viewBox->Width() : 100,
                  wholeHeight = viewBox ? viewBox->Height() : 100;
+    const ComputedStyle style = ComputeStyle({}, root, m_sheets);
     const auto size = [&](Attr attr, double whole) {
         const std::optional<CssLength> length = GeometryLength(root, attr, m_sheets);
-        const double value = length ? Resolve(*length, {whole, 16, 16}) : whole;
+        const double value = length ? Resolve(*length, {whole, style.fontSize, 16}) : whole;
         return value > 0 && std::isfinite(value) ? value : whole;
     };
     scene.width = size(Attr::Width, wholeWidth);
@@ -46,6 +72,7 @@ void Walker::SetUpFrame(Scene& scene, Context& context) {
         const std::optional<CssLength> length = GeometryLength(root, attr, m_sheets);
         return length && length->unit != Unit::Percent && length->value > 0;
     };
+    if (viewBox && isAbsolute(Attr::Width)) m_unitsPerPixel = viewBox->Width() / scene.width;
     m_isSizeUnknown = !viewBox && !(isAbsolute(Attr::Width) && isAbsolute(Attr::Height));
     if (!viewBox) viewBox = Box::OfSize(0, 0, scene.width, scene.height);
     context.viewWidth = viewBox->Width();
@@ -58,6 +85,7 @@ void Walker::SetUpFrame(Scene& scene, Context& context) {
     } else if (ratio.isStretched) {
         const Box viewport = Box::OfSize(0, 0, scene.width, scene.height);
         context.matrix = FitViewBox(*viewBox, viewport, ratio);
+        m_unitsPerPixel = 1;
         scene.viewBox = viewport;
     } else {
         const double scale = ratio.isSlice ? std::max(sx, sy) : std::min(sx, sy);

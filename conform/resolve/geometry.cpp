@@ -9,11 +9,18 @@
 namespace ozm::conform {
 namespace {
 
+/// The path data in the value of the property `d`; empty for "none".
+std::string_view PathDataOf(std::string_view value) {
+    const size_t first = value.find_first_of("\"'"), last = value.find_last_of("\"'");
+    return first < last && last != std::string_view::npos ? value.substr(first + 1, last - first - 1)
+                                                          : std::string_view();
+}
+
 /// Reads the lengths of one shape.
 class ShapeReader {
 public:
-    ShapeReader(const Node& node, const Context& context, StyleSheets& sheets)
-        : m_node(node), m_context(context), m_sheets(sheets) {}
+    ShapeReader(const Node& node, const Context& context, StyleSheets& sheets, double arcTolerance)
+        : m_node(node), m_context(context), m_sheets(sheets), m_arcTolerance(arcTolerance) {}
 
     Geometry Read() const {
         switch (m_node.tag) {
@@ -42,7 +49,8 @@ private:
 
     Geometry ReadPathElement() const {
         Geometry geometry;
-        geometry.data = ReadPath(m_node.Get(Attr::D));
+        const Declaration* const style = PathDeclaration(m_node, m_sheets);
+        geometry.data = ReadPath(style ? PathDataOf(style->value) : m_node.Get(Attr::D), m_arcTolerance);
         geometry.path = std::move(geometry.data.path);
         return geometry;
     }
@@ -80,15 +88,27 @@ private:
     const Node& m_node;
     const Context& m_context;
     StyleSheets& m_sheets;
+    const double m_arcTolerance;
 };
 
 } // namespace
+
+const Declaration* PathDeclaration(const Node& node, StyleSheets& sheets) {
+    const Declaration* found = nullptr;
+    for (const Declaration& declaration : sheets.Of(node)) {
+        if (declaration.property != Attr::D) continue;
+        const bool isPath = StartsWithIgnoringCase(declaration.value, "path(");
+        if (isPath || EqualsIgnoringCase(declaration.value, "none")) found = &declaration;
+    }
+    return found;
+}
 
 std::optional<CssLength> GeometryLength(const Node& node, Attr attr, StyleSheets& sheets) {
     std::optional<CssLength> length;
     if (const Attribute* const attribute = node.Find(attr)) length = ReadLength(attribute->value);
     if (!IsGeometry(attr)) return length;
     for (const Declaration& declaration : sheets.Of(node)) {
+        if (declaration.property == Attr::All) length = {};
         if (declaration.property != attr) continue;
         if (EqualsIgnoringCase(declaration.value, "auto")) length = {};
         if (const std::optional<CssLength> read = ReadLength(declaration.value)) length = read;
@@ -96,8 +116,8 @@ std::optional<CssLength> GeometryLength(const Node& node, Attr attr, StyleSheets
     return length;
 }
 
-Geometry GeometryOf(const Node& node, const Context& context, StyleSheets& sheets) {
-    return ShapeReader(node, context, sheets).Read();
+Geometry GeometryOf(const Node& node, const Context& context, StyleSheets& sheets, double arcTolerance) {
+    return ShapeReader(node, context, sheets, arcTolerance).Read();
 }
 
 } // namespace ozm::conform

@@ -18,7 +18,10 @@ struct Geometry {
 /// The value of a geometry attribute, for which a style sheet or `style` may stand in.
 std::optional<CssLength> GeometryLength(const Node& node, Attr attr, StyleSheets& sheets);
 
-/// The outline of a shape; empty when it draws nothing.
-Geometry GeometryOf(const Node& node, const Context& context, StyleSheets& sheets);
+/// The declaration of a style sheet or `style` that stands in for the path data of an element; null without.
+const Declaration* PathDeclaration(const Node& node, StyleSheets& sheets);
+
+/// The outline of a shape; empty when it draws nothing. Arcs stay within the tolerance.
+Geometry GeometryOf(const Node& node, const Context& context, StyleSheets& sheets, double arcTolerance = 0);
 
 } // namespace ozm::conform

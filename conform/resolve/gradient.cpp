@@ -1,6 +1,5 @@
 // Gradients, from their elements to where they lie in the drawing.
 #include "geometry/text.h"
-#include "geometry/transform_reader.h"
 #include "resolve/template_chain.h"
 #include "resolve/walker.h"
 
@@ -12,8 +11,9 @@ namespace {
 /// Reads the coordinates of one gradient.
 class GradientReader {
 public:
-    GradientReader(const TemplateChain& chain, const Context& context)
-        : m_chain(chain), m_context(context),
+    /// `style` is the gradient's own.
+    GradientReader(const TemplateChain& chain, const ComputedStyle& style, const Context& context)
+        : m_chain(chain), m_style(style), m_context(context),
           m_isUserSpace(chain.Get(Attr::GradientUnits) == "userSpaceOnUse") {}
 
     bool IsUserSpace() const { return m_isUserSpace; }
@@ -41,12 +41,14 @@ private:
         const Attribute* const attribute = m_chain.Find(attr, true);
         std::optional<CssLength> length;
         if (attribute) length = ReadLength(attribute->value);
-        return Resolve(length.value_or(otherwise), {m_isUserSpace ? whole : 1, m_context.style.fontSize, 16});
+        return Resolve(length.value_or(otherwise),
+                       {m_isUserSpace ? whole : 1, m_style.fontSize, m_style.rootFontSize});
     }
     double X(Attr attr, CssLength otherwise) const { return Get(attr, otherwise, m_context.viewWidth); }
     double Y(Attr attr, CssLength otherwise) const { return Get(attr, otherwise, m_context.viewHeight); }
 
     const TemplateChain& m_chain;
+    const ComputedStyle& m_style;
     const Context& m_context;
     bool m_isUserSpace;
 };
@@ -56,9 +58,11 @@ GradientSpread ReadSpread(std::string_view text) {
     return text == "repeat" ? GradientSpread::Repeat : GradientSpread::Pad;
 }
 
-/// True when the whole plane has the colour of the last stop.
-bool IsDegenerate(const Gradient& gradient) {
-    return gradient.isRadial ? !(gradient.radius > 0) : gradient.start == gradient.end;
+/// True when the whole plane has the colour of the last stop, or nearly so: the way from the first to the
+/// last is no longer than `least` in the drawing.
+bool IsDegenerate(const Gradient& gradient, double least) {
+    if (gradient.isRadial) return !(gradient.radius * LargestScale(gradient.matrix) > least);
+    return !(Distance(gradient.matrix.Map(gradient.start), gradient.matrix.Map(gradient.end)) > least);
 }
 
 } // namespace
@@ -69,7 +73,7 @@ std::vector<GradientStop> Walker::ReadStops(const Node& node, const Context& con
     for (const Node* child = node.firstChild; child; child = child->nextSibling) {
         if (child->tag != Tag::Stop) continue;
         if (!CountVisit(node)) break;
-        const ComputedStyle style = ComputeStyle(parent, m_sheets.Of(*child));
+        const ComputedStyle style = ComputeStyle(parent, *child, m_sheets);
         GradientStop stop;
         stop.offset = ReadShare(child->Get(Attr::Offset)).value_or(0);
         if (!stops.empty()) stop.offset = std::max(stop.offset, stops.back().offset);
@@ -100,7 +104,7 @@ std::optional<Paint> Walker::PlaceGradient(const Node& node, double alpha, const
     if (gradient.stops.size() == 1 || alpha == 0) return plain();
     gradient.isRadial = node.tag == Tag::RadialGradient;
     gradient.spread = ReadSpread(chain.Get(Attr::SpreadMethod));
-    const GradientReader reader(chain, context);
+    const GradientReader reader(chain, StyleInPlace(node), context);
     reader.Read(gradient);
     gradient.matrix = context.matrix;
     if (!reader.IsUserSpace()) {
@@ -108,12 +112,14 @@ std::optional<Paint> Walker::PlaceGradient(const Node& node, double alpha, const
         if (!(box.Width() > 0 && box.Height() > 0)) return {};
         gradient.matrix = gradient.matrix * Matrix{box.Width(), 0, 0, box.Height(), box.left, box.top};
     }
-    if (const Attribute* const transform = chain.Find(Attr::GradientTransform)) {
-        const Matrix inner = ReadTransform(transform->value, TransformSyntax::Attribute).value_or(Matrix{});
-        gradient.matrix = gradient.matrix * AboutOrigin(node, inner, reader.IsUserSpace(), context);
-    }
+    gradient.matrix =
+        gradient.matrix * TemplateTransform(chain, Attr::GradientTransform, reader.IsUserSpace(), context);
     if (!Inverse(gradient.matrix)) return Paint{};
-    if (IsDegenerate(gradient)) return plain();
+    if (IsDegenerate(gradient, m_scene->Tolerance() / 20)) return plain();
+    const bool hasRing = gradient.isRadial && gradient.focalRadius > 0;
+    if (hasRing && (gradient.focus != gradient.center || gradient.spread != GradientSpread::Pad)) {
+        m_findings.Add(Rule::FocalRadius, node.offset);
+    }
     const bool isVisible = std::any_of(gradient.stops.begin(), gradient.stops.end(),
                                        [](const GradientStop& stop) { return stop.color.alpha > 0; });
     if (!isVisible) return Paint{};

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <numbers>
 #include <optional>
+#include <span>
 
 namespace ozm::conform {
 namespace {
@@ -26,11 +27,14 @@ std::optional<Point> FirstDirection(std::initializer_list<Point> points) {
     return {};
 }
 
-std::vector<Vertex> VerticesOf(const Path& path) {
+/// The vertices of a path; verbs among `joints` end in none.
+std::vector<Vertex> VerticesOf(const Path& path, std::span<const size_t> joints) {
     std::vector<Vertex> vertices;
-    size_t first = 0;
+    size_t first = 0, verb = 0;
+    auto joint = joints.begin();
+    bool isInArc = false;
     Segment segment;
-    for (Segments segments(path); segments.Next(segment);) {
+    for (Segments segments(path); segments.Next(segment); ++verb) {
         const Point(&p)[4] = segment.points;
         std::optional<Point> in, out;
         switch (segment.verb) {
@@ -45,7 +49,12 @@ std::vector<Vertex> VerticesOf(const Path& path) {
             if (const std::optional<Point> back = FirstDirection({p[3], p[2], p[1], p[0]})) in = -*back;
             break;
         }
-        vertices.back().out = out;
+        if (!isInArc) vertices.back().out = out;
+        isInArc = joint != joints.end() && *joint == verb;
+        if (isInArc) {
+            ++joint;
+            continue;
+        }
         vertices.push_back({segment.End(), in, {}});
         if (segment.verb == Verb::Close) {
             vertices.back().out = vertices[first].out;
@@ -95,7 +104,7 @@ double MarkerAngle(const Node& marker, double direction, bool isStart) {
 
 } // namespace
 
-void Walker::EmitMarkers(const Shape& shape, const Context& context) {
+void Walker::EmitMarkers(const Shape& shape, std::span<const size_t> arcJoints, const Context& context) {
     const ComputedStyle& style = context.style;
     const auto find = [&](const ReferenceValue& value) -> const Node* {
         if (value.kind != ReferenceValue::Kind::Local) return nullptr;
@@ -107,7 +116,7 @@ void Walker::EmitMarkers(const Shape& shape, const Context& context) {
     const Node* const end = find(style.markerEnd);
     if (!start && !middle && !end) return;
     if (context.isSeen) m_differences.Report(Rule::Marker, shape.origin->offset);
-    const std::vector<Vertex> vertices = VerticesOf(shape.path);
+    const std::vector<Vertex> vertices = VerticesOf(shape.path, arcJoints);
     for (size_t i = 0; i < vertices.size(); ++i) {
         const bool isStart = i == 0, isEnd = i + 1 == vertices.size();
         const double angle = AngleOf(vertices[i]);
@@ -125,8 +134,8 @@ void Walker::EmitMarker(const Node& marker, Point place, double angle, bool isSt
     content->references = &reference;
     content->clip = context.clip;
     if (content->depth > kMaximumMarkerDepth) return;
-    content->contextPaints = {shape.fill, shape.stroke, FindPattern(context.style.fill, context),
-                              FindPattern(context.style.stroke, context), shape.matrix};
+    content->contextPaints = {shape.fill, shape.stroke, FindPattern(context.style.fill, shape.path, context),
+                              FindPattern(context.style.stroke, shape.path, context), shape.matrix};
     if (!content->style.isDisplayed) return;
     const auto length = [&](Attr attr, double otherwise, const LengthBase& base) {
         const std::optional<CssLength> read = ReadLength(marker.Get(attr));

@@ -71,7 +71,7 @@ Box RegionOf(const Node& mask, const Box& box, const Context& context) {
     const bool isUserSpace = IsUserSpace(mask);
     const auto length = [&](Attr attr, double percent, double whole) {
         const CssLength read = ReadLength(mask.Get(attr)).value_or(CssLength{percent, Unit::Percent});
-        return Resolve(read, {isUserSpace ? whole : 1, context.style.fontSize, 16});
+        return Resolve(read, {isUserSpace ? whole : 1, context.style.fontSize, context.style.rootFontSize});
     };
     const Box region = Box::OfSize(
         length(Attr::X, -10, context.viewWidth), length(Attr::Y, -10, context.viewHeight),

@@ -20,12 +20,12 @@ Paint Walker::PlainPaint(PaintValue::Kind kind, const Color& color, double alpha
     return paint.color.alpha > 0 ? paint : Paint{};
 }
 
-const Node* Walker::FindPattern(const PaintValue& value, const Context& context) const {
+const Node* Walker::FindPattern(const PaintValue& value, const Path& path, const Context& context) {
     if (value.kind == PaintValue::Kind::ContextFill) return context.contextPaints.fillPattern;
     if (value.kind == PaintValue::Kind::ContextStroke) return context.contextPaints.strokePattern;
     if (value.kind != PaintValue::Kind::Reference) return nullptr;
     const Node* const target = m_document.FindById(value.id);
-    return target && target->tag == Tag::Pattern ? target : nullptr;
+    return target && target->tag == Tag::Pattern && HasTiles(*target, path, context) ? target : nullptr;
 }
 
 Paint Walker::PaintOf(const PaintValue& value, double alpha, const Path& path, const Context& context) {
@@ -47,7 +47,7 @@ Paint Walker::PaintOf(const PaintValue& value, double alpha, const Path& path, c
         const std::optional<Paint> paint = PlaceGradient(*target, alpha, path, context);
         return paint ? *paint : PlainPaint(value.fallback, value.color, alpha, context);
     }
-    if (target && target->tag == Tag::Pattern) return {};
+    if (target && target->tag == Tag::Pattern && HasTiles(*target, path, context)) return {};
     return PlainPaint(value.fallback, value.color, alpha, context);
 }
 

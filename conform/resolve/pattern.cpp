@@ -1,6 +1,5 @@
 // Patterns, as instances of their tiles.
 #include "base/limits.h"
-#include "geometry/transform_reader.h"
 #include "geometry/winding.h"
 #include "resolve/template_chain.h"
 #include "resolve/viewport.h"
@@ -28,29 +27,37 @@ TileRange TilesOver(const Box& area, const Box& tile) {
             std::ceil((area.bottom - tile.top) / tile.Height() - kEdge) - 1};
 }
 
+/// The first tile, in the coordinates of what is painted, which has this box.
+Box TileOf(const TemplateChain& chain, const Box& box, const ComputedStyle& style, const Context& context) {
+    const bool isUserSpace = chain.Get(Attr::PatternUnits) == "userSpaceOnUse";
+    const auto length = [&](Attr attr, double whole) {
+        const CssLength read = ReadLength(chain.Get(attr)).value_or(CssLength{});
+        return Resolve(read, {isUserSpace ? whole : 1, style.fontSize, style.rootFontSize});
+    };
+    const Box tile =
+        Box::OfSize(length(Attr::X, context.viewWidth), length(Attr::Y, context.viewHeight),
+                    length(Attr::Width, context.viewWidth), length(Attr::Height, context.viewHeight));
+    if (isUserSpace) return tile;
+    return Box::OfSize(box.left + tile.left * box.Width(), box.top + tile.top * box.Height(),
+                       tile.Width() * box.Width(), tile.Height() * box.Height());
+}
+
 } // namespace
+
+bool Walker::HasTiles(const Node& pattern, const Path& path, const Context& context) {
+    const Box tile = TileOf(TemplateChain(m_document, pattern), BoxOf(path), StyleInPlace(pattern), context);
+    return tile.Width() > 0 && tile.Height() > 0;
+}
 
 void Walker::EmitPattern(const Node& pattern, const Shape& area, double alpha, const Context& context) {
     if (context.IsFollowing(pattern) || alpha == 0) return;
     const TemplateChain chain(m_document, pattern);
     const Node* const source = chain.FindWithContent();
     if (!source) return;
-    const bool isUserSpace = chain.Get(Attr::PatternUnits) == "userSpaceOnUse";
     const Box box = BoxOf(area.path);
-    const auto length = [&](Attr attr, double whole) {
-        const std::optional<CssLength> read = ReadLength(chain.Get(attr));
-        return read ? Resolve(*read, {isUserSpace ? whole : 1, context.style.fontSize, 16}) : 0;
-    };
-    Box tile = Box::OfSize(length(Attr::X, context.viewWidth), length(Attr::Y, context.viewHeight),
-                           length(Attr::Width, context.viewWidth), length(Attr::Height, context.viewHeight));
-    if (!isUserSpace) {
-        tile = Box::OfSize(box.left + tile.left * box.Width(), box.top + tile.top * box.Height(),
-                           tile.Width() * box.Width(), tile.Height() * box.Height());
-    }
-    const Attribute* const attribute = chain.Find(Attr::PatternTransform);
-    const Matrix written =
-        attribute ? ReadTransform(attribute->value, TransformSyntax::Attribute).value_or(Matrix{}) : Matrix{};
-    const Matrix transform = AboutOrigin(pattern, written, true, context);
+    const ComputedStyle& ownStyle = StyleInPlace(pattern);
+    const Box tile = TileOf(chain, box, ownStyle, context);
+    const Matrix transform = TemplateTransform(chain, Attr::PatternTransform, true, context);
     const std::optional<Matrix> inverse = Inverse(transform);
     if (!(tile.Width() > 0 && tile.Height() > 0) || !inverse) return;
     Path outline;

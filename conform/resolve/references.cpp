@@ -49,7 +49,7 @@ ContextPaints Walker::ContextPaintsOf(const Node& node, const Context& context) 
         if (!box.IsEmpty()) path = PathOf(Rectangle{box.left, box.top, box.Width(), box.Height(), 0, 0});
     }
     return {PaintOf(style.fill, 1, path, context), PaintOf(style.stroke, 1, path, context),
-            FindPattern(style.fill, context), FindPattern(style.stroke, context), context.matrix};
+            FindPattern(style.fill, path, context), FindPattern(style.stroke, path, context), context.matrix};
 }
 
 void Walker::VisitViewport(const Node& node, const Node* use, const Context& parent) {
@@ -62,16 +62,15 @@ void Walker::VisitViewport(const Node& node, const Node* use, const Context& par
     const auto length = [&](const Node& from, Attr attr, const LengthBase& base, CssLength otherwise) {
         return Resolve(GeometryLength(from, attr, m_sheets).value_or(otherwise), base);
     };
-    const bool isSvg = node.tag == Tag::Svg;
     const CssLength whole{100, Unit::Percent};
     const auto size = [&](Attr attr, const LengthBase& base) {
         if (use && GeometryLength(*use, attr, m_sheets)) return length(*use, attr, base, whole);
         return length(node, attr, base, whole);
     };
-    const double x = isSvg ? length(node, Attr::X, context->BaseX(), {}) : 0;
-    const double y = isSvg ? length(node, Attr::Y, context->BaseY(), {}) : 0;
+    const double x = length(node, Attr::X, context->BaseX(), {});
+    const double y = length(node, Attr::Y, context->BaseY(), {});
     const double width = size(Attr::Width, context->BaseX()), height = size(Attr::Height, context->BaseY());
-    if (!(width > 0 && height > 0)) return;
+    if (!(width > 0 && height > 0) || IsEmptyViewBox(node.Get(Attr::ViewBox))) return;
     const Box viewport = Box::OfSize(x, y, width, height);
     if (!context->style.isOverflowVisible && !m_isMeasuring) {
         context->clip = AddRectangleClip(viewport, context->matrix, context->clip);

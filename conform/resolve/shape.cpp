@@ -1,4 +1,6 @@
 // Shapes with their paints, in the order in which they are painted.
+#include "base/limits.h"
+#include "geometry/dash.h"
 #include "geometry/text.h"
 #include "resolve/walker.h"
 
@@ -24,8 +26,24 @@ std::vector<double> ReadDashes(std::string_view text, const LengthBase& base) {
     return dashes;
 }
 
+/// Turns dashes that are measured by the `pathLength` of their element into user units.
+void ScaleDashes(const Node& node, Shape& shape) {
+    const std::optional<double> length = ReadPlainNumber(node.Get(Attr::PathLength));
+    if (!length || *length < 0) return;
+    const double scale = LengthOf(shape.path) / *length;
+    if (!std::isfinite(scale)) return shape.dashes.clear();
+    for (double& dash : shape.dashes) dash *= scale;
+    shape.dashPhase *= scale;
+}
+
 bool HasMarkers(Tag tag) {
     return tag == Tag::Path || tag == Tag::Line || tag == Tag::Polyline || tag == Tag::Polygon;
+}
+
+bool HasPaint(const Node& node, const ComputedStyle& style) {
+    const bool hasFill =
+        node.tag != Tag::Line && style.fill.kind != PaintValue::Kind::None && style.fillOpacity > 0;
+    return hasFill || (style.stroke.kind != PaintValue::Kind::None && style.strokeOpacity > 0);
 }
 
 } // namespace
@@ -38,6 +56,7 @@ void Walker::SetPen(const Context& context, Shape& shape) {
     shape.pen.miterLimit = std::max(1.0, style.miterLimit);
     if (!style.dashes.empty()) shape.dashes = ReadDashes(style.dashes, context.BaseDiagonal());
     shape.dashPhase = Resolve(style.dashOffset, context.BaseDiagonal());
+    if (!shape.dashes.empty()) ScaleDashes(*shape.origin, shape);
 }
 
 Shape Walker::MakeShape(const Node& node, const Context& context, Geometry geometry) {
@@ -58,7 +77,7 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
     if (!context) return;
     if (!node.isPlain) context->isSeen = false;
     const ComputedStyle& style = context->style;
-    Geometry geometry = GeometryOf(node, *context, m_sheets);
+    Geometry geometry = GeometryOf(node, *context, m_sheets, ArcTolerance(*context));
     m_segments += geometry.path.Verbs().size();
     if (m_isMeasuring) {
         Shape shape = MakeShape(node, *context, std::move(geometry));
@@ -72,21 +91,36 @@ void Walker::VisitShape(const Node& node, const Context& parent) {
         }
         return;
     }
-    if (context->isSeen) m_differences.CompareGeometry(node, *context, geometry);
+    // Nobody sees where a shape without paint lies.
+    if (context->isSeen && (HasPaint(node, style) || geometry.path.IsEmpty())) {
+        m_differences.CompareGeometry(node, *context, geometry);
+    }
+    const std::vector<size_t> arcJoints = std::move(geometry.data.arcJoints);
     Shape shape = MakeShape(node, *context, std::move(geometry));
-    if (shape.path.IsEmpty() || !IsFinite(shape.path)) return;
+    if (shape.path.IsEmpty()) return;
+    if (!IsWithin(kLargestCoordinate, shape.path, shape.matrix)) {
+        if (HasPaint(node, style)) m_findings.Add(Rule::CoordinateRange, node.offset);
+        return;
+    }
     SetPaints(node, *context, shape);
     if (style.hasNonScalingStroke && style.stroke.kind != PaintValue::Kind::None) {
-        // The stroke is drawn as if the shape had been transformed first.
-        if (context->isSeen && context->matrix != Matrix{}) {
+        if (context->isSeen && (context->matrix != Matrix{} || m_unitsPerPixel != 1)) {
             m_differences.Report(Rule::VectorEffect, node.offset);
         }
-        shape.path.Transform(context->matrix);
-        shape.matrix = {};
-        shape.primitive = {};
+        KeepStrokeWidth(shape);
     }
     if (context->isSeen) m_differences.ComparePaints(node, *context, shape);
-    EmitShape(node, shape, *context);
+    EmitShape(node, shape, arcJoints, *context);
+}
+
+void Walker::KeepStrokeWidth(Shape& shape) const {
+    // The stroke is drawn as if the shape had been transformed to the pixels of the drawing's own size first.
+    shape.path.Transform(shape.matrix);
+    shape.matrix = {};
+    shape.primitive = {};
+    shape.pen.width *= m_unitsPerPixel;
+    shape.dashPhase *= m_unitsPerPixel;
+    for (double& dash : shape.dashes) dash *= m_unitsPerPixel;
 }
 
 void Walker::SetPaints(const Node& node, const Context& context, Shape& shape) {
@@ -95,15 +129,18 @@ void Walker::SetPaints(const Node& node, const Context& context, Shape& shape) {
     if (shape.pen.width > 0) shape.stroke = PaintOf(style.stroke, style.strokeOpacity, shape.path, context);
 }
 
-void Walker::EmitShape(const Node& node, const Shape& shape, const Context& context) {
+void Walker::EmitShape(const Node& node, const Shape& shape, std::span<const size_t> arcJoints,
+                       const Context& context) {
     const ComputedStyle& style = context.style;
-    const Node* const fillPattern = node.tag != Tag::Line ? FindPattern(style.fill, context) : nullptr;
-    const Node* const strokePattern = shape.pen.width > 0 ? FindPattern(style.stroke, context) : nullptr;
+    const Node* const fillPattern =
+        node.tag != Tag::Line ? FindPattern(style.fill, shape.path, context) : nullptr;
+    const Node* const strokePattern =
+        shape.pen.width > 0 ? FindPattern(style.stroke, shape.path, context) : nullptr;
     const PaintParts& order = style.paintOrder;
     const bool isInOrder = order[0] == PaintPart::Fill && order[1] == PaintPart::Stroke;
     if (!fillPattern && !strokePattern && isInOrder) {
         if (shape.fill || shape.stroke) context.out->items.emplace_back(shape);
-        if (HasMarkers(node.tag)) EmitMarkers(shape, context);
+        if (HasMarkers(node.tag)) EmitMarkers(shape, arcJoints, context);
         return;
     }
     if (context.isSeen) {
@@ -112,7 +149,7 @@ void Walker::EmitShape(const Node& node, const Shape& shape, const Context& cont
     }
     for (const PaintPart part : order) {
         if (part == PaintPart::Markers) {
-            if (HasMarkers(node.tag)) EmitMarkers(shape, context);
+            if (HasMarkers(node.tag)) EmitMarkers(shape, arcJoints, context);
         } else if (const Node* const pattern = part == PaintPart::Fill ? fillPattern : strokePattern) {
             EmitPatternPart(part, *pattern, shape, context);
         } else {

@@ -16,6 +16,8 @@ public:
     /// the name of the first.
     const Attribute* Find(Attr attr, bool isSameTag = false) const;
     std::string_view Get(Attr attr, std::string_view otherwise = {}) const;
+    /// The elements, the one that was asked for first.
+    const std::vector<const Node*>& Nodes() const { return m_nodes; }
     /// The first element with a child of this tag, or null.
     const Node* FindWithChild(Tag tag) const;
     /// The first element with a child that is not foreign, or null.

@@ -3,6 +3,7 @@
 #include "geometry/transform_reader.h"
 #include "resolve/walker.h"
 
+#include <string>
 #include <utility>
 
 namespace ozm::conform {
@@ -33,36 +34,72 @@ Matrix About(Point origin, const Matrix& matrix) {
 
 } // namespace
 
-Matrix Walker::AboutOrigin(const Node& node, const Matrix& transform, bool isUserSpace,
-                           const Context& context) {
-    const std::string_view text = ComputeStyle({}, m_sheets.Of(node)).transformOrigin;
-    if (text.empty()) return transform;
+Matrix Walker::TemplateTransform(const TemplateChain& chain, Attr attr, bool isUserSpace,
+                                 const Context& context) {
+    std::optional<Matrix> transform;
+    for (const Node* const node : chain.Nodes()) {
+        const ComputedStyle& style = StyleInPlace(*node);
+        if (!style.transform.empty() && !style.isTransformAttribute) {
+            transform = ReadTransform(style.transform, TransformSyntax::Style).value_or(Matrix{});
+        } else if (const Attribute* const attribute = node->Find(attr)) {
+            transform = ReadTransform(attribute->value, TransformSyntax::Attribute).value_or(Matrix{});
+        }
+        if (transform) break;
+    }
+    if (!transform) return {};
+    const std::string_view text = StyleInPlace(*chain.Nodes().front()).transformOrigin;
+    if (text.empty()) return *transform;
     const Box box =
         Box::OfSize(0, 0, isUserSpace ? context.viewWidth : 1, isUserSpace ? context.viewHeight : 1);
-    return About(ReadOrigin(text, box, context), transform);
+    return About(ReadOrigin(text, box, context), *transform);
+}
+
+Matrix Walker::TransformOf(const Node& node, const Context& context) {
+    const ComputedStyle& style = context.style;
+    if (style.transform.empty() && style.translate.empty() && style.rotate.empty() && style.scale.empty()) {
+        return {};
+    }
+    const bool isRoot = !node.parent;
+    const bool hasBox = style.isBoxOrigin || isRoot;
+    const Box box = isRoot              ? m_scene->viewBox
+                    : style.isBoxOrigin ? ObjectBox(node, context)
+                                        : Box::OfSize(0, 0, context.viewWidth, context.viewHeight);
+    TransformUnits units{{context.viewWidth, context.viewHeight}, style.fontSize, style.rootFontSize};
+    if (hasBox && !box.IsEmpty()) units.percentBase = {box.Width(), box.Height()};
+    const auto read = [&](std::string_view text, TransformSyntax syntax) {
+        return ReadTransform(text, syntax, units).value_or(Matrix{});
+    };
+    const auto readPart = [&](std::string_view name, std::string_view arguments) {
+        if (arguments.empty()) return Matrix{};
+        std::string function(name);
+        for (std::string_view word = NextWord(arguments); !word.empty(); word = NextWord(arguments)) {
+            function += function.ends_with('(') ? "" : ",";
+            function += word;
+        }
+        return read(function + ')', TransformSyntax::Style);
+    };
+    Matrix local = readPart("translate(", style.translate) * readPart("rotate(", style.rotate) *
+                   readPart("scale(", style.scale);
+    if (!style.transform.empty()) {
+        local = local * read(style.transform, style.isTransformAttribute ? TransformSyntax::Attribute
+                                                                         : TransformSyntax::Style);
+    }
+    if (isRoot) {
+        // Lengths of the root's transform are pixels of the page.
+        local = Matrix::Scaling(m_unitsPerPixel, m_unitsPerPixel) * local *
+                Matrix::Scaling(1 / m_unitsPerPixel, 1 / m_unitsPerPixel);
+    }
+    if ((style.transformOrigin.empty() && !hasBox) || box.IsEmpty()) return local;
+    const std::string_view origin = !style.transformOrigin.empty() ? style.transformOrigin
+                                    : isRoot                       ? "50% 50%"
+                                                                   : "0 0";
+    return About(ReadOrigin(origin, box, context), local);
 }
 
 bool Walker::EnterTransform(const Node& node, Context& context) {
-    const ComputedStyle& style = context.style;
-    Matrix local;
-    if (!style.transform.empty()) {
-        const Declaration* const source = style.SourceOf(Attr::Transform);
-        const bool isAttribute = source && source->origin == Origin::Attribute;
-        const TransformUnits units{{context.viewWidth, context.viewHeight}, style.fontSize, 16};
-        local = ReadTransform(style.transform,
-                              isAttribute ? TransformSyntax::Attribute : TransformSyntax::Style, units)
-                    .value_or(Matrix{});
-        if (!style.transformOrigin.empty() || style.isBoxOrigin) {
-            const Box box = style.isBoxOrigin ? ObjectBox(node, context)
-                                              : Box::OfSize(0, 0, context.viewWidth, context.viewHeight);
-            const std::string_view text = style.transformOrigin.empty() ? "0 0" : style.transformOrigin;
-            if (!box.IsEmpty()) {
-                local = About(ReadOrigin(text, box, context), local);
-            }
-        }
-    }
+    const Matrix local = TransformOf(node, context);
     if (context.isSeen) m_differences.CompareTransform(node, context, local);
-    context.matrix = context.matrix * local;
+    context.matrix = node.parent ? context.matrix * local : local * context.matrix;
     return context.matrix.Determinant() != 0 && IsFinite(context.matrix);
 }
 

@@ -7,38 +7,50 @@
 
 namespace ozm::conform {
 
-std::optional<Box> ReadViewBox(std::string_view text) {
-    double numbers[4] = {};
+namespace {
+
+/// Reads the four numbers of a `viewBox`; false for anything else.
+bool ReadNumbers(std::string_view text, double (&numbers)[4]) {
     const char* p = text.data();
     const char* const end = p + text.size();
     for (double& number : numbers) {
         SkipSpacesAndComma(p, end);
-        if (!ReadNumber(p, end, number)) return {};
+        if (!ReadNumber(p, end, number)) return false;
     }
     SkipSpaces(p, end);
-    if (p != end || !(numbers[2] > 0 && numbers[3] > 0)) return {};
+    return p == end;
+}
+
+} // namespace
+
+std::optional<Box> ReadViewBox(std::string_view text) {
+    double numbers[4] = {};
+    if (!ReadNumbers(text, numbers) || !(numbers[2] > 0 && numbers[3] > 0)) return {};
     return Box::OfSize(numbers[0], numbers[1], numbers[2], numbers[3]);
+}
+
+bool IsEmptyViewBox(std::string_view text) {
+    double numbers[4] = {};
+    return ReadNumbers(text, numbers) && std::min(numbers[2], numbers[3]) == 0;
 }
 
 AspectRatio ReadAspectRatio(std::string_view text) {
     AspectRatio ratio;
     std::string_view align = NextWord(text);
     if (align == "defer") align = NextWord(text);
+    const std::string_view size = NextWord(text);
+    if (!(size.empty() || size == "meet" || size == "slice") || !NextWord(text).empty()) return ratio;
     if (align == "none") {
         ratio.isStretched = true;
         return ratio;
     }
-    const auto share = [&](size_t at, double& value) {
-        const std::string_view word = align.substr(std::min(at, align.size()), 3);
-        if (word == "Min") value = 0;
-        if (word == "Max") value = 1;
+    const auto share = [&](std::string_view word) {
+        return word == "Min" ? 0 : word == "Mid" ? 0.5 : word == "Max" ? 1 : -1.0;
     };
-    if (align.size() == 8) {
-        share(1, ratio.alignX);
-        share(5, ratio.alignY);
-    }
-    ratio.isSlice = NextWord(text) == "slice";
-    return ratio;
+    if (align.size() != 8 || align[0] != 'x' || align[4] != 'Y') return ratio;
+    const double x = share(align.substr(1, 3)), y = share(align.substr(5, 3));
+    if (x < 0 || y < 0) return ratio;
+    return {x, y, false, size == "slice"};
 }
 
 Matrix FitViewBox(const Box& viewBox, const Box& viewport, const AspectRatio& ratio) {

@@ -10,6 +10,8 @@ namespace ozm::conform {
 
 /// Reads a `viewBox`: four numbers, of which the last two are positive.
 std::optional<Box> ReadViewBox(std::string_view text);
+/// True for a `viewBox` without width or height, which hides everything in it.
+bool IsEmptyViewBox(std::string_view text);
 
 /// How a view box is laid into a viewport.
 struct AspectRatio {

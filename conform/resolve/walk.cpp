@@ -1,7 +1,12 @@
 // The walk over the tree of elements.
 #include "base/limits.h"
 #include "geometry/text.h"
+#include "resolve/viewport.h"
 #include "resolve/walker.h"
+#include "style/computed_value.h"
+#include "style/custom_properties.h"
+
+#include <string>
 
 namespace ozm::conform {
 namespace {
@@ -17,6 +22,14 @@ bool HasLanguage(std::string_view list) {
         }
     }
     return false;
+}
+
+/// True for a value that only browsers compute. Lengths of shapes are read without custom properties.
+bool IsComputed(const Declaration& declaration, const ComputedStyle& style) {
+    if (!declaration.hasVariable) return IsComputedByBrowsers(declaration.value);
+    if (IsGeometry(declaration.property)) return true;
+    const std::optional<std::string> value = style.customProperties->WriteOut(declaration.value);
+    return value && IsComputedByBrowsers(Trim(*value));
 }
 
 } // namespace
@@ -36,8 +49,14 @@ Scene Walker::Walk() {
     if (!m_document.HasNamespace()) m_findings.Add(Rule::NoNamespace, root.offset);
     SetUpFrame(scene, context);
     m_differences.SetTolerance(scene.Tolerance());
-    context.rootFontSize = ComputeStyle({}, m_sheets.Of(root)).fontSize;
-    if (const ContextPointer inner = Enter(root, context)) VisitChildren(root, *inner);
+    if (const ContextPointer inner = Enter(root, context)) {
+        EmitBackground(root, *inner);
+        if (IsEmptyViewBox(root.Get(Attr::ViewBox))) {
+            m_differences.ReportAttribute(root, Attr::ViewBox, Rule::ViewBox);
+        } else {
+            VisitChildren(root, *inner);
+        }
+    }
     if (m_isSizeUnknown) FitToContent(scene);
     m_scene = nullptr;
     return scene;
@@ -52,7 +71,8 @@ bool Walker::PassesConditions(const Node& node) const {
 }
 
 bool Walker::CountVisit(const Node& node) {
-    if (++m_visits <= kMaximumVisits && m_segments <= kMaximumSegments) return true;
+    if (++m_visits <= kMaximumVisits && m_segments <= kMaximumSegments && !m_sheets.IsExhausted())
+        return true;
     if (!m_isTooLarge) m_findings.Add(Rule::TooLarge, node.offset);
     m_isTooLarge = true;
     return false;
@@ -66,15 +86,31 @@ Walker::ContextPointer Walker::Enter(const Node& node, const Context& parent) {
     }
     ContextPointer context = std::make_unique<Context>(parent);
     ++context->depth;
-    context->style = ComputeStyle(parent.style, m_sheets.Of(node));
+    context->style = ComputeStyle(parent.style, node, m_sheets);
     OzmiraElement element; // of the root Ozmira reads no style
     if (context->isSeen && node.parent) element = ApplyOzmiraStyle(node, context->ozmira);
     if (!EnterDisplay(node, element, *context) || !EnterTransform(node, *context)) return {};
     if (m_isMeasuring) return context;
+    ReportComputed(node, context->style);
     if (!EnterClipPath(node, element, *context)) return {};
     if (context->isClipContent) return context;
     if (context->style.opacity == 0 || !EnterEffects(node, *context)) return {};
     return context;
+}
+
+void Walker::ReportComputed(const Node& node, const ComputedStyle& style) {
+    for (const Declaration& declaration : m_sheets.Of(node)) {
+        if (IsPresentation(declaration.property) || IsGeometry(declaration.property)) {
+            if (!IsComputed(declaration, style)) continue;
+            m_findings.Add(Rule::ComputedValue, declaration.offset, NameOf(declaration.property));
+        }
+    }
+    for (const Attribute& attribute : node.attributes) {
+        if (!IsGeometry(attribute.attr) || attribute.attr == Attr::D) continue;
+        if (IsComputedByBrowsers(attribute.value)) {
+            m_findings.Add(Rule::ComputedValue, attribute.offset, NameOf(attribute.attr));
+        }
+    }
 }
 
 bool Walker::EnterDisplay(const Node& node, const OzmiraElement& element, Context& context) {
@@ -117,14 +153,14 @@ bool Walker::EnterEffects(const Node& node, Context& context) {
     }
     if (context.style.filter.kind != ReferenceValue::Kind::None) {
         const Node* target = nullptr;
-        if (const ReferenceValue& filter = context.style.filter; filter.kind == ReferenceValue::Kind::Local) {
+        const ReferenceValue& filter = context.style.filter;
+        if (filter.kind == ReferenceValue::Kind::Local) {
             target = m_document.FindById(filter.id);
-            if (!target || target->tag != Tag::Filter) {
-                if (context.isSeen) m_differences.Report(Rule::MissingReference, node.offset, "filter");
-                return false;
-            }
+            if (target && target->tag != Tag::Filter) target = nullptr;
         }
-        ApplyFilter(node, target, context);
+        // A name that leads nowhere filters nothing.
+        const bool isMissing = filter.kind == ReferenceValue::Kind::Local && !target;
+        if (!isMissing && !ApplyFilter(node, target, context)) return false;
     }
     if (!context.style.blendMode.empty()) m_findings.Add(Rule::BlendMode, node.offset);
     if (opacity < 1) EnterGroup(node, opacity, context);
@@ -174,7 +210,7 @@ void Walker::Visit(const Node& node, const Context& parent) {
 
 void Walker::VisitLeftOut(const Node& node, const Context& parent) {
     if (m_isMeasuring || (node.tag == Tag::Text && !node.hasText) || !PassesConditions(node)) return;
-    const ComputedStyle style = ComputeStyle(parent.style, m_sheets.Of(node));
+    const ComputedStyle style = ComputeStyle(parent.style, node, m_sheets);
     if (!style.isDisplayed || !style.isVisible || style.opacity == 0) return;
     const Rule rule = node.tag == Tag::Text    ? Rule::Text
                       : node.tag == Tag::Image ? Rule::Image

@@ -96,8 +96,15 @@ enum class Attr : uint8_t {
     Width,
     X,
     Y,
-    // Shorthands, in style sheets alone.
+    // In style sheets alone: shorthands and other properties.
     Marker,
+    All,
+    Background,
+    Custom, ///< A property of any name that begins with "--".
+    Font,
+    Rotate,
+    Scale,
+    Translate,
     // Other attributes.
     Class,
     ClipPathUnits,
@@ -113,8 +120,10 @@ enum class Attr : uint8_t {
     MarkerWidth,
     MaskContentUnits,
     MaskUnits,
+    Media,
     Offset,
     Orient,
+    PathLength,
     PatternContentUnits,
     PatternTransform,
     PatternUnits,
@@ -137,7 +146,7 @@ enum class Attr : uint8_t {
 };
 inline constexpr Attr kLastInherited = Attr::Visibility;
 inline constexpr Attr kLastPresentation = Attr::VectorEffect;
-inline constexpr Attr kLastProperty = Attr::Marker;
+inline constexpr Attr kLastProperty = Attr::Translate;
 
 constexpr bool IsProperty(Attr attr) { return attr <= kLastProperty; }
 constexpr bool IsPresentation(Attr attr) { return attr <= kLastPresentation; }

@@ -3,6 +3,7 @@
 #include "base/limits.h"
 #include "geometry/area.h"
 #include "geometry/dash.h"
+#include "geometry/winding.h"
 #include "split/areas.h"
 
 #include <algorithm>
@@ -87,16 +88,25 @@ void Splitter::SplitShape(Shape shape, std::vector<Shape>& out) {
                          shape.stroke.kind != Paint::Kind::Gradient && shape.dashes.empty() &&
                          !m_outlineStrokes;
     if (!shape.stroke || isPlain) {
+        RewindForGradient(shape);
         out.push_back(std::move(shape));
         return;
     }
     if (shape.fill) {
         Shape fill = shape;
         fill.stroke = {};
+        RewindForGradient(fill);
         out.push_back(std::move(fill));
     }
     shape.fill = {};
     SplitStroke(shape, out);
+}
+
+void Splitter::RewindForGradient(Shape& shape) const {
+    if (shape.fill.kind != Paint::Kind::Gradient || shape.fillRule != FillRule::EvenOdd) return;
+    const double tolerance = m_scene.Tolerance() / 4 / std::max(1e-9, MeanScale(shape.matrix));
+    if (!RulesAgree(shape.path, tolerance)) shape.path = Rewound({shape.path, shape.fillRule}, tolerance);
+    shape.fillRule = FillRule::NonZero;
 }
 
 void Splitter::SplitStroke(const Shape& shape, std::vector<Shape>& out) {

@@ -24,6 +24,9 @@ public:
 
 private:
     void SplitShape(Shape shape, std::vector<Shape>& out);
+    /// Gives a shape that a gradient fills under the even-odd rule the outline of the same area under the
+    /// other one.
+    void RewindForGradient(Shape& shape) const;
     /// The stroke of a shape as shapes of their own.
     void SplitStroke(const Shape& shape, std::vector<Shape>& out);
     /// The shapes once for each part of the group's mask.

@@ -61,7 +61,7 @@ uint8_t ToByte(double value) { return static_cast<uint8_t>(std::lround(std::clam
 
 /// An argument of a colour function.
 struct Argument {
-    enum class Unit { Number, Percent, Degrees } unit = Unit::Number;
+    enum class Unit { Number, Percent, Degrees, None } unit = Unit::Number;
     double value = 0;
 
     /// A share from 0 to 1, a number being one of `whole`.
@@ -73,6 +73,7 @@ std::optional<Argument> ReadArgument(const char*& p, const char* end) {
     if (!ReadNumber(p, end, argument.value)) {
         if (!StartsWithIgnoringCase({p, static_cast<size_t>(end - p)}, "none")) return {};
         p += 4;
+        argument.unit = Argument::Unit::None;
         return argument;
     }
     const char* const unit = p;
@@ -114,7 +115,7 @@ std::optional<Arguments> ReadArguments(std::string_view text) {
             SkipSpaces(p, end);
         }
         const std::optional<Argument> argument = ReadArgument(p, end);
-        if (!argument) return {};
+        if (!argument || (hasCommas && argument->unit == Argument::Unit::None)) return {};
         arguments.values[i] = *argument;
     }
     arguments.hasAlpha = true;
@@ -152,7 +153,24 @@ std::optional<Color> ReadLab(std::string_view name, const Arguments& arguments) 
     return isOk ? FromOklab(lightness, a, b) : FromLab(lightness, a, b);
 }
 
+/// A colour by the name of its colour space and three components.
+std::optional<Color> ReadInSpace(std::string_view text) {
+    text = Trim(text);
+    const std::string_view space = text.substr(0, std::min(text.find_first_of(" \t\r\n\f"), text.size()));
+    const std::optional<Arguments> arguments = ReadArguments(text.substr(space.size()));
+    if (!arguments || arguments->hasCommas) return {};
+    double components[3];
+    for (size_t i = 0; i < 3; ++i) {
+        if (arguments->values[i].unit == Argument::Unit::Degrees) return {};
+        components[i] = arguments->values[i].ShareOf(1);
+    }
+    std::optional<Color> color = FromColorSpace(space, components);
+    if (color && arguments->hasAlpha) color->alpha = std::clamp(arguments->values[3].ShareOf(1), 0.0, 1.0);
+    return color;
+}
+
 std::optional<Color> ReadFunction(std::string_view name, std::string_view text) {
+    if (EqualsIgnoringCase(name, "color")) return ReadInSpace(text);
     const std::optional<Arguments> arguments = ReadArguments(text);
     if (!arguments) return {};
     const auto& [first, second, third, last] = arguments->values;
@@ -163,11 +181,15 @@ std::optional<Color> ReadFunction(std::string_view name, std::string_view text) 
         const auto byte = [](const Argument& argument) { return ToByte(255 * argument.ShareOf(255)); };
         color = {byte(first), byte(second), byte(third), 1};
     } else if (EqualsIgnoringCase(name, "hsl") || EqualsIgnoringCase(name, "hsla")) {
+        const bool hasPercentages =
+            second.unit == Argument::Unit::Percent && third.unit == Argument::Unit::Percent;
+        if (arguments->hasCommas && !hasPercentages) return {};
         const double saturation = std::clamp(second.ShareOf(100), 0.0, 1.0);
         const double lightness = std::clamp(third.ShareOf(100), 0.0, 1.0);
         const double chroma = saturation * std::min(lightness, 1 - lightness);
         color = FromHue(first.value, [&](double k) { return lightness - chroma * k; });
     } else if (EqualsIgnoringCase(name, "hwb")) {
+        if (arguments->hasCommas) return {};
         double white = std::max(0.0, second.ShareOf(100)), black = std::max(0.0, third.ShareOf(100));
         if (const double sum = white + black; sum > 1) {
             white /= sum;

@@ -15,8 +15,9 @@ struct Color {
     bool operator==(const Color&) const = default;
 };
 
-/// Reads a colour of CSS Color 4, except "currentColor" and color(): hexadecimal, named, "transparent",
-/// rgb(), hsl(), hwb(), lab(), lch(), oklab() and oklch() in any case and syntax. None for everything else.
+/// Reads a colour of CSS Color 4, except "currentColor" and the colours of the system: hexadecimal, named,
+/// "transparent", rgb(), hsl(), hwb(), lab(), lch(), oklab(), oklch() and color() in any case and syntax, cut
+/// to sRGB as browsers do on a screen of that. None for everything else.
 std::optional<Color> ReadColor(std::string_view text);
 
 /// Appends "#rrggbb", or "#rgb" where that is the same; without the alpha.

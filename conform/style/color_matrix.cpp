@@ -1,7 +1,10 @@
 #include "style/color_matrix.h"
 
+#include "geometry/css_units.h"
 #include "geometry/number_text.h"
 #include "geometry/text.h"
+#include "style/color_spaces.h"
+#include "style/length.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,13 +16,6 @@ namespace {
 
 /// How much red, green and blue are seen as light.
 constexpr double kLight[3] = {0.213, 0.715, 0.072};
-
-double ToLinear(double value) {
-    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-double FromLinear(double value) {
-    return value <= 0.0031308 ? value * 12.92 : 1.055 * std::pow(value, 1 / 2.4) - 0.055;
-}
 
 std::vector<double> ReadNumbers(std::string_view text) {
     std::vector<double> numbers;
@@ -65,16 +61,59 @@ std::array<double, 20> HueRotation(double degrees) {
     return FromColors(m);
 }
 
+/// Of Filter Effects, section 13.
+std::array<double, 20> Sepia(double share) {
+    constexpr double kSepia[3][3] = {{0.393, 0.769, 0.189}, {0.349, 0.686, 0.168}, {0.272, 0.534, 0.131}};
+    double m[3][3];
+    for (size_t row = 0; row < 3; ++row) {
+        for (size_t column = 0; column < 3; ++column) {
+            m[row][column] = kSepia[row][column] * share + (row == column ? 1 - share : 0);
+        }
+    }
+    return FromColors(m);
+}
+
+/// The matrix of `hue-rotate()`; none for an angle that is not valid.
+std::optional<std::array<double, 20>> ReadHueRotation(std::string_view text) {
+    const char* p = text.data();
+    const char* const end = p + text.size();
+    double angle = 0;
+    if (!text.empty() && !ReadNumber(p, end, angle)) return {};
+    const std::optional<double> unit = AngleUnit({p, static_cast<size_t>(end - p)});
+    if (angle != 0 && !unit) return {};
+    return HueRotation(angle * unit.value_or(0));
+}
+
+/// Reads the amount of a filter function: a number or a percentage, and 1 where it is left out.
+std::optional<double> ReadAmount(std::string_view text) {
+    const bool isPercent = text.ends_with('%');
+    if (isPercent) text.remove_suffix(1);
+    const std::optional<double> number = text.empty() ? 1 : ReadPlainNumber(text);
+    if (!number || *number < 0) return {};
+    return isPercent ? *number / 100 : *number;
+}
+
+/// Multiplies every colour, adds to it, and multiplies the alpha.
+std::array<double, 20> Scaling(double slope, double intercept, double alpha) {
+    std::array<double, 20> values{};
+    for (size_t row = 0; row < 3; ++row) {
+        values[row * 6] = slope;
+        values[row * 5 + 4] = intercept;
+    }
+    values[18] = alpha;
+    return values;
+}
+
 } // namespace
 
 Color ColorMatrix::Apply(const Color& color) const {
     double in[3] = {color.r / 255.0, color.g / 255.0, color.b / 255.0};
-    if (isLinear) std::transform(std::begin(in), std::end(in), std::begin(in), ToLinear);
+    if (isLinear) std::transform(std::begin(in), std::end(in), std::begin(in), LinearFromSRGB);
     const auto component = [&](size_t row) {
         const double* const m = &values[row * 5];
         const double value =
             std::clamp(m[0] * in[0] + m[1] * in[1] + m[2] * in[2] + m[3] * color.alpha + m[4], 0.0, 1.0);
-        return static_cast<uint8_t>(std::lround(255 * (isLinear ? FromLinear(value) : value)));
+        return static_cast<uint8_t>(std::lround(255 * (isLinear ? SRGBFromLinear(value) : value)));
     };
     return {component(0), component(1), component(2), std::clamp(color.alpha * values[18], 0.0, 1.0)};
 }
@@ -96,6 +135,42 @@ std::optional<ColorMatrix> ReadColorMatrix(std::string_view type, std::string_vi
     const std::array<double, 20>& v = matrix.values;
     const bool keepsAlpha = v[15] == 0 && v[16] == 0 && v[17] == 0 && v[19] == 0;
     return keepsAlpha ? std::optional(matrix) : std::nullopt;
+}
+
+std::optional<ColorMatrix> ReadFilterFunction(std::string_view text) {
+    const size_t open = text.find('(');
+    if (open == std::string_view::npos || text.find(')') != text.size() - 1) return {};
+    const std::string_view name = text.substr(0, open);
+    const std::string_view inner = Trim(text.substr(open + 1, text.size() - open - 2));
+    ColorMatrix matrix;
+    matrix.isLinear = false;
+    if (EqualsIgnoringCase(name, "hue-rotate")) {
+        const std::optional<std::array<double, 20>> rotation = ReadHueRotation(inner);
+        if (!rotation) return {};
+        matrix.values = *rotation;
+        return matrix;
+    }
+    const std::optional<double> read = ReadAmount(inner);
+    if (!read) return {};
+    const double amount = *read, share = std::min(amount, 1.0);
+    if (EqualsIgnoringCase(name, "grayscale")) {
+        matrix.values = Saturation(1 - share);
+    } else if (EqualsIgnoringCase(name, "saturate")) {
+        matrix.values = Saturation(amount);
+    } else if (EqualsIgnoringCase(name, "sepia")) {
+        matrix.values = Sepia(share);
+    } else if (EqualsIgnoringCase(name, "invert")) {
+        matrix.values = Scaling(1 - 2 * share, share, 1);
+    } else if (EqualsIgnoringCase(name, "brightness")) {
+        matrix.values = Scaling(amount, 0, 1);
+    } else if (EqualsIgnoringCase(name, "contrast")) {
+        matrix.values = Scaling(amount, (1 - amount) / 2, 1);
+    } else if (EqualsIgnoringCase(name, "opacity")) {
+        matrix.values = Scaling(1, 0, share);
+    } else {
+        return {};
+    }
+    return matrix;
 }
 
 } // namespace ozm::conform

@@ -19,4 +19,8 @@ struct ColorMatrix {
 /// Reads the `type` and `values` of a `feColorMatrix`. None where alpha would depend on more than alpha.
 std::optional<ColorMatrix> ReadColorMatrix(std::string_view type, std::string_view values, bool isLinear);
 
+/// Reads a filter function of CSS that only changes colours, such as "grayscale(50%)". None for others, and
+/// for a list of several.
+std::optional<ColorMatrix> ReadFilterFunction(std::string_view text);
+
 } // namespace ozm::conform

@@ -1,10 +1,13 @@
 #include "style/computed_style.h"
 
 #include "geometry/text.h"
+#include "style/custom_properties.h"
+#include "style/style_sheets.h"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace ozm::conform {
 namespace {
@@ -48,7 +51,7 @@ std::optional<PaintValue> ReadPaint(std::string_view text) {
 }
 
 /// Reads a length that is no percentage into user units; negative ones are invalid.
-std::optional<double> ReadFontSize(std::string_view text, double parent) {
+std::optional<double> ReadFontSize(std::string_view text, double parent, double root) {
     constexpr struct {
         std::string_view name;
         double size;
@@ -61,7 +64,28 @@ std::optional<double> ReadFontSize(std::string_view text, double parent) {
     if (EqualsIgnoringCase(text, "larger")) return parent * 1.2;
     const std::optional<CssLength> length = ReadLength(text);
     if (!length || length->value < 0) return {};
-    return Resolve(*length, {parent, parent, 16});
+    return Resolve(*length, {parent, parent, root});
+}
+
+/// Finds the size in the `font` shorthand, where only the family comes after it: not a weight, which has no
+/// unit.
+std::optional<double> ReadFont(std::string_view text, double parent, double root) {
+    for (std::string_view word = NextWord(text); !word.empty(); word = NextWord(text)) {
+        word = word.substr(0, word.find('/'));
+        if (!ReadPlainNumber(word)) {
+            if (const std::optional<double> size = ReadFontSize(word, parent, root)) return size;
+        }
+    }
+    return {};
+}
+
+bool IsBlendMode(std::string_view text) {
+    constexpr std::string_view kModes[] = {
+        "multiply",   "screen",     "overlay",    "darken",       "lighten",    "color-dodge",
+        "color-burn", "hard-light", "soft-light", "difference",   "exclusion",  "hue",
+        "saturation", "color",      "luminosity", "plus-lighter", "plus-darker"};
+    return std::any_of(std::begin(kModes), std::end(kModes),
+                       [&](std::string_view mode) { return EqualsIgnoringCase(text, mode); });
 }
 
 std::optional<PaintParts> ReadPaintOrder(std::string_view text) {
@@ -89,12 +113,58 @@ class StyleBuilder {
 public:
     StyleBuilder(const ComputedStyle& parent, ComputedStyle& style) : m_parent(parent), m_style(style) {}
 
-    /// Applies a declaration; one that is not valid changes nothing.
-    void Apply(const Declaration& declaration) {
-        const std::string_view value = declaration.value;
+    /// Applies a declaration that sets the font size: of `all`, that part alone.
+    void ApplySize(const Declaration& declaration, std::string_view value) {
+        if (declaration.property != Attr::All) return Apply(declaration, value);
+        ApplyTo(Attr::FontSize, declaration, IsKeyword(value) ? value : std::string_view());
+    }
+
+    /// Applies a declaration with this value; one that is not valid changes nothing.
+    void Apply(const Declaration& declaration, std::string_view value) {
         const Attr property = declaration.property;
-        if (property == Attr::Marker) return ApplyMarkers(declaration);
-        if (!IsPresentation(property)) return;
+        if (IsPresentation(property)) return ApplyTo(property, declaration, value);
+        switch (property) {
+        case Attr::Marker:
+            for (const Attr marker : {Attr::MarkerStart, Attr::MarkerMid, Attr::MarkerEnd}) {
+                ApplyTo(marker, declaration, value);
+            }
+            break;
+        case Attr::All:
+            for (size_t at = 0; at <= static_cast<size_t>(kLastPresentation); ++at) {
+                if (static_cast<Attr>(at) == Attr::FontSize) continue; // ApplySize() has been there
+                ApplyTo(static_cast<Attr>(at), declaration, IsKeyword(value) ? value : std::string_view());
+            }
+            break;
+        case Attr::Font: {
+            const std::optional<double> size = ReadFont(value, m_parent.fontSize, RootFontSize());
+            if (Assign(m_style.fontSize, size)) Source(Attr::FontSize) = &declaration;
+            break;
+        }
+        case Attr::Background: m_style.background = value; break;
+        case Attr::Rotate: SetPartOfTransform(m_style.rotate, declaration, value); break;
+        case Attr::Scale: SetPartOfTransform(m_style.scale, declaration, value); break;
+        case Attr::Translate: SetPartOfTransform(m_style.translate, declaration, value); break;
+        default: break;
+        }
+    }
+
+    /// Applies a declaration whose value needs a custom property that there is not.
+    void ApplyInvalid(const Declaration& declaration) { Apply(declaration, "unset"); }
+
+private:
+    static bool IsKeyword(std::string_view value) {
+        return EqualsIgnoringCase(value, "inherit") || EqualsIgnoringCase(value, "initial") ||
+               EqualsIgnoringCase(value, "unset") || EqualsIgnoringCase(value, "revert");
+    }
+
+    double RootFontSize() const { return m_parent.rootFontSize > 0 ? m_parent.rootFontSize : 16; }
+
+    void SetPartOfTransform(std::string_view& part, const Declaration& declaration, std::string_view value) {
+        part = EqualsIgnoringCase(value, "none") || IsKeyword(value) ? std::string_view() : value;
+        Source(Attr::Transform) = &declaration;
+    }
+
+    void ApplyTo(Attr property, const Declaration& declaration, std::string_view value) {
         const bool isInherit = EqualsIgnoringCase(value, "inherit");
         const bool isUnset = EqualsIgnoringCase(value, "unset") || EqualsIgnoringCase(value, "revert");
         if (isInherit || (isUnset && IsInherited(property))) {
@@ -103,20 +173,15 @@ public:
         } else if (isUnset || EqualsIgnoringCase(value, "initial")) {
             Copy(property, kInitial);
             Source(property) = &declaration;
-        } else if (Set(property, value)) {
+        } else if (!value.empty() && Set(property, value)) {
             Source(property) = &declaration;
+            if (property == Attr::Transform) {
+                m_style.isTransformAttribute = declaration.origin == Origin::Attribute;
+            }
         }
     }
 
-private:
     const Declaration*& Source(Attr property) { return m_style.sources[static_cast<size_t>(property)]; }
-
-    void ApplyMarkers(const Declaration& declaration) {
-        for (const Attr property : {Attr::MarkerStart, Attr::MarkerMid, Attr::MarkerEnd}) {
-            Set(property, declaration.value);
-            Source(property) = &declaration;
-        }
-    }
 
     /// Sets a member to a value that may be invalid.
     template <typename Value>
@@ -144,7 +209,10 @@ private:
     bool SetLength(CssLength& member, std::string_view text, bool mayBeNegative) {
         std::optional<CssLength> length = ReadLength(text);
         if (!length || (!mayBeNegative && length->value < 0)) return false;
-        if (length->unit != Unit::Percent) length = {Resolve(*length, {0, m_style.fontSize, 16}), Unit::User};
+        if (length->unit != Unit::Percent) {
+            const double root = m_style.rootFontSize > 0 ? m_style.rootFontSize : m_style.fontSize;
+            length = {Resolve(*length, {0, m_style.fontSize, root}), Unit::User};
+        }
         member = *length;
         return true;
     }
@@ -217,7 +285,8 @@ private:
             return Choose(m_style.isVisible, text,
                           {{"visible", true}, {"hidden", false}, {"collapse", false}});
         case Attr::PaintOrder: return Assign(m_style.paintOrder, ReadPaintOrder(text));
-        case Attr::FontSize: return Assign(m_style.fontSize, ReadFontSize(text, m_parent.fontSize));
+        case Attr::FontSize:
+            return Assign(m_style.fontSize, ReadFontSize(text, m_parent.fontSize, RootFontSize()));
         case Attr::MarkerStart: return SetReference(m_style.markerStart, text);
         case Attr::MarkerMid: return SetReference(m_style.markerMid, text);
         case Attr::MarkerEnd: return SetReference(m_style.markerEnd, text);
@@ -226,6 +295,7 @@ private:
         case Attr::Filter: return SetReference(m_style.filter, text);
         case Attr::Display: m_style.isDisplayed = !EqualsIgnoringCase(text, "none"); return true;
         case Attr::MixBlendMode:
+            if (!EqualsIgnoringCase(text, "normal") && !IsBlendMode(text)) return false;
             m_style.blendMode = EqualsIgnoringCase(text, "normal") ? std::string_view() : text;
             return true;
         case Attr::Overflow: return SetOverflow(text);
@@ -303,6 +373,8 @@ void ResetUninherited(ComputedStyle& style) {
     style.isDisplayed = true;
     style.clipPath = style.mask = style.filter = {};
     style.blendMode = style.transform = style.transformOrigin = {};
+    style.translate = style.rotate = style.scale = style.background = {};
+    style.isTransformAttribute = false;
     style.isOverflowVisible = style.isOverflowSet = false;
     style.hasNonScalingStroke = style.isAlphaMask = style.isBoxOrigin = false;
     style.stopColor = kInitial.stopColor;
@@ -313,16 +385,37 @@ void ResetUninherited(ComputedStyle& style) {
 
 } // namespace
 
-ComputedStyle ComputeStyle(const ComputedStyle& parent, std::span<const Declaration> declarations) {
+ComputedStyle ComputeStyle(const ComputedStyle& parent, const Node& node, StyleSheets& sheets) {
+    const std::span<const Declaration> declarations = sheets.Of(node);
     ComputedStyle style = parent;
     ResetUninherited(style);
-    StyleBuilder builder(parent, style);
-    // Lengths in other declarations may refer to the font size.
-    for (const Declaration& declaration : declarations) {
-        if (declaration.property == Attr::FontSize) builder.Apply(declaration);
+    const bool needsCustom = std::any_of(declarations.begin(), declarations.end(), [](const Declaration& d) {
+        return d.hasVariable || d.property == Attr::Custom;
+    });
+    std::shared_ptr<CustomProperties> custom;
+    if (needsCustom) {
+        custom =
+            std::make_shared<CustomProperties>(parent.customProperties, declarations, sheets.VariableWork());
+        style.customProperties = custom;
     }
+    StyleBuilder builder(parent, style);
+    const auto apply = [&](const Declaration& declaration, auto applyValue) {
+        if (!declaration.hasVariable) return (builder.*applyValue)(declaration, declaration.value);
+        std::optional<std::string> value = custom->WriteOut(declaration.value);
+        if (!value) return builder.ApplyInvalid(declaration);
+        (builder.*applyValue)(declaration, Trim(custom->Keep(std::move(*value))));
+    };
+    // Lengths in other declarations may refer to the font size.
+    const auto isFontSize = [](const Declaration& declaration) {
+        return declaration.property == Attr::FontSize || declaration.property == Attr::Font;
+    };
     for (const Declaration& declaration : declarations) {
-        if (declaration.property != Attr::FontSize) builder.Apply(declaration);
+        if (isFontSize(declaration) || declaration.property == Attr::All)
+            apply(declaration, &StyleBuilder::ApplySize);
+    }
+    if (!(parent.rootFontSize > 0)) style.rootFontSize = style.fontSize;
+    for (const Declaration& declaration : declarations) {
+        if (!isFontSize(declaration)) apply(declaration, &StyleBuilder::Apply);
     }
     return style;
 }

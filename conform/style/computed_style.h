@@ -8,7 +8,7 @@
 
 #include <array>
 #include <cstdint>
-#include <span>
+#include <memory>
 #include <string_view>
 
 namespace ozm::conform {
@@ -35,6 +35,9 @@ struct ReferenceValue {
 enum class PaintPart : uint8_t { Fill, Stroke, Markers };
 using PaintParts = std::array<PaintPart, 3>;
 
+class CustomProperties;
+class StyleSheets;
+
 /// The style of an element after cascade and inheritance, with values as browsers read them.
 struct ComputedStyle {
     // Inherited.
@@ -53,6 +56,8 @@ struct ComputedStyle {
     ReferenceValue markerStart, markerMid, markerEnd;
     PaintParts paintOrder{PaintPart::Fill, PaintPart::Stroke, PaintPart::Markers};
     double fontSize = 16;
+    double rootFontSize = 0;                                  ///< 0 before the root's own is known.
+    std::shared_ptr<const CustomProperties> customProperties; ///< Null without any.
 
     // Not inherited.
     double opacity = 1;
@@ -63,7 +68,10 @@ struct ComputedStyle {
     bool hasNonScalingStroke = false;
     bool isAlphaMask = false;
     std::string_view transform, transformOrigin;
-    bool isBoxOrigin = false; ///< `transform-box` is fill-box.
+    bool isTransformAttribute = false; ///< `transform` has the syntax of attributes.
+    std::string_view translate, rotate, scale;
+    std::string_view background; ///< The colour, or the shorthand.
+    bool isBoxOrigin = false;    ///< `transform-box` is fill-box.
     PaintValue stopColor{PaintValue::Kind::Color, PaintValue::Kind::None, {}, {}};
     double stopOpacity = 1;
 
@@ -73,9 +81,8 @@ struct ComputedStyle {
     const Declaration* SourceOf(Attr property) const { return sources[static_cast<size_t>(property)]; }
 };
 
-/// The style of a child of an element with the style `parent`, from its declarations in ascending order of
-/// precedence.
-ComputedStyle ComputeStyle(const ComputedStyle& parent, std::span<const Declaration> declarations);
+/// The style of an element, as a child of one with the style `parent`.
+ComputedStyle ComputeStyle(const ComputedStyle& parent, const Node& node, StyleSheets& sheets);
 
 /// Reads "url(#id)", with or without quotes; `Other` for anything else but "none". The text after it is put
 /// into `rest`.

@@ -1,6 +1,7 @@
 #include "style/declarations.h"
 
 #include "geometry/text.h"
+#include "style/custom_properties.h"
 
 #include <algorithm>
 #include <cstring>
@@ -36,21 +37,6 @@ size_t FindEnd(std::string_view text, size_t at) {
     return at;
 }
 
-std::string_view WithoutComments(std::string_view text, std::pmr::memory_resource& memory) {
-    if (text.find("/*") == std::string_view::npos) return Trim(text);
-    std::string kept;
-    for (size_t at = 0; at < text.size();) {
-        const size_t end = SkipToken(text, at);
-        if (text.substr(at, 2) != "/*") kept += text.substr(at, end - at);
-        at = end;
-    }
-    const std::string_view trimmed = Trim(kept);
-    if (trimmed.empty()) return {};
-    char* const copy = static_cast<char*>(memory.allocate(trimmed.size(), 1));
-    std::memcpy(copy, trimmed.data(), trimmed.size());
-    return {copy, trimmed.size()};
-}
-
 /// Takes "!important" off a value.
 bool TakeImportant(std::string_view& value) {
     const size_t mark = value.rfind('!');
@@ -62,6 +48,7 @@ bool TakeImportant(std::string_view& value) {
 }
 
 Attr PropertyOf(std::string_view name) {
+    if (name.starts_with("--")) return Attr::Custom;
     Attr attr = AttrOf(name);
     if (attr == Attr::Other && name.size() < 24) {
         char lower[24];
@@ -72,6 +59,22 @@ Attr PropertyOf(std::string_view name) {
 }
 
 } // namespace
+
+std::string_view WithoutComments(std::string_view text, std::pmr::memory_resource& memory) {
+    if (text.find("/*") == std::string_view::npos) return Trim(text);
+    std::string kept;
+    for (size_t at = 0; at < text.size();) {
+        const size_t end = SkipToken(text, at);
+        // A comment keeps what stands around it apart.
+        kept += text.substr(at, 2) == "/*" ? " " : text.substr(at, end - at);
+        at = end;
+    }
+    const std::string_view trimmed = Trim(kept);
+    if (trimmed.empty()) return {};
+    char* const copy = static_cast<char*>(memory.allocate(trimmed.size(), 1));
+    std::memcpy(copy, trimmed.data(), trimmed.size());
+    return {copy, trimmed.size()};
+}
 
 void ReadDeclarations(std::string_view text, std::pmr::memory_resource& memory,
                       std::vector<Declaration>& declarations) {
@@ -88,9 +91,12 @@ void ReadDeclarations(std::string_view text, std::pmr::memory_resource& memory,
         const size_t colon = item.find(':');
         if (colon == std::string_view::npos) continue;
         Declaration declaration;
-        declaration.property = PropertyOf(WithoutComments(item.substr(0, colon), memory));
+        const std::string_view name = WithoutComments(item.substr(0, colon), memory);
+        declaration.property = PropertyOf(name);
         if (declaration.property == Attr::Other) continue;
+        if (declaration.property == Attr::Custom) declaration.name = name;
         declaration.value = WithoutComments(item.substr(colon + 1), memory);
+        declaration.hasVariable = HasVariable(declaration.value);
         declaration.isImportant = TakeImportant(declaration.value);
         declaration.offset = static_cast<uint32_t>(first);
         if (!declaration.value.empty()) declarations.push_back(declaration);

@@ -17,6 +17,8 @@ struct Declaration {
     Attr property = Attr::Other;
     Origin origin = Origin::Attribute;
     bool isImportant = false;
+    bool hasVariable = false;    ///< `var()` is in the value.
+    std::string_view name;       ///< Of a custom property alone.
     std::string_view value;      ///< Trimmed, without comments.
     uint32_t offset = 0;         ///< Byte of the declaration in the text of the drawing.
     uint64_t precedence = 0;     ///< Of a style sheet's rule: specificity, then order.
@@ -27,5 +29,8 @@ struct Declaration {
 /// in `text`. Values with comments are rebuilt in `memory`. Unknown properties are left out.
 void ReadDeclarations(std::string_view text, std::pmr::memory_resource& memory,
                       std::vector<Declaration>& declarations);
+
+/// A value, trimmed and without the comments in it; rebuilt in `memory` where it had any.
+std::string_view WithoutComments(std::string_view text, std::pmr::memory_resource& memory);
 
 } // namespace ozm::conform

@@ -3,11 +3,14 @@
 #include "source/document.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
 
 namespace ozm::conform {
+
+struct Selector;
 
 /// A condition on one element.
 struct SimpleSelector {
@@ -22,13 +25,19 @@ struct SimpleSelector {
         AttributeHasSuffix,
         AttributeContains,
         AttributeHasDash,
-        FirstChild,
-        LastChild,
-        OnlyChild,
+        NthChild,
+        NthLastChild,
+        NthOfType,
+        NthLastOfType,
         Root,
+        AnyOf,
+        NoneOf,
+        Never,
     };
     Kind kind;
     std::string_view name, value;
+    int step = 0, start = 1; ///< Of the children that count: `start`, and every `step`th from there on.
+    std::shared_ptr<const std::vector<Selector>> list = nullptr; ///< Of `AnyOf` and `NoneOf`.
 };
 
 /// How an element relates to the one of the compound selector before it.
@@ -44,9 +53,9 @@ struct Selector {
     uint32_t specificity = 0; ///< Ids, then classes and attributes, then types, a byte each.
 };
 
-/// Reads one selector without the commas of a list; none where a part of it is not known, as no element is
+/// Reads a list of selectors that commas separate; false where a part of it is not known, as no element is
 /// then to be matched.
-std::optional<Selector> ReadSelector(std::string_view text);
+bool ReadSelectorList(std::string_view text, std::vector<Selector>& list);
 
 /// Each comparison takes one off `budget`; without any left nothing matches.
 bool Matches(const Selector& selector, const Node& node, uint64_t& budget);

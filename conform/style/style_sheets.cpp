@@ -2,6 +2,8 @@
 
 #include "base/limits.h"
 #include "geometry/text.h"
+#include "style/custom_properties.h"
+#include "style/media_query.h"
 
 #include <algorithm>
 #include <memory>
@@ -38,14 +40,11 @@ size_t FindClosingBrace(std::string_view text, size_t at) {
     return std::min(at, text.size());
 }
 
-/// True for the head of an `@media` rule that a screen meets.
-bool AppliesToScreens(std::string_view head) {
-    if (!StartsWithIgnoringCase(head, "@media")) return false;
-    std::string_view list = head.substr(6);
-    for (std::string_view word = NextWord(list); !word.empty(); word = NextWord(list)) {
-        if (EqualsIgnoringCase(word, "all") || EqualsIgnoringCase(word, "screen")) return true;
-    }
-    return false;
+/// True for the head of an at-rule whose rules a screen follows.
+bool Applies(std::string_view head) {
+    if (StartsWithIgnoringCase(head, "@media")) return MeetsMediaQuery(head.substr(6));
+    if (!StartsWithIgnoringCase(head, "@supports")) return false;
+    return !StartsWithIgnoringCase(Trim(head.substr(9)), "not");
 }
 
 /// Orders declarations for one element: important ones, then by origin, specificity and place.
@@ -56,56 +55,62 @@ uint64_t PrecedenceOf(Origin origin, bool isImportant, uint64_t specificityAndOr
 } // namespace
 
 StyleSheets::StyleSheets(const Document& document)
-    : m_byNode(document.NodeCount()), m_budget(kMaximumSelectorTests) {
+    : m_byNode(document.NodeCount()), m_selectorTests(kMaximumSelectorTests),
+      m_variableWork(kMaximumVariableWork) {
     for (const Node* const sheet : document.StyleSheets()) {
         const std::string_view type = sheet->Get(Attr::Type);
-        if (type.empty() || EqualsIgnoringCase(type, "text/css"))
-            ReadSheet(sheet->text, sheet->textOffset, 0);
+        if (!type.empty() && !EqualsIgnoringCase(type, "text/css")) continue;
+        if (MeetsMediaQuery(sheet->Get(Attr::Media))) ReadSheet(sheet->text, sheet->textOffset, {});
     }
 }
 
-void StyleSheets::ReadSheet(std::string_view text, uint32_t offset, int depth) {
+void StyleSheets::ReadSheet(std::string_view text, uint32_t offset, Nesting nesting) {
     for (size_t at = 0; at < text.size();) {
         const size_t comment = CommentLength(text.substr(at));
         if (comment > 0 || IsSpace(text[at])) {
             at += std::max<size_t>(1, comment);
         } else if (text[at] == '@') {
-            at = ReadAtRule(text, at, offset, depth);
+            at = ReadAtRule(text, at, offset, nesting);
         } else {
             const size_t open = FindOutsideComments(text, at, "{");
             if (open == text.size()) return;
             const size_t close = FindClosingBrace(text, open + 1);
             ReadRule(text.substr(at, open - at), text.substr(open + 1, close - open - 1),
-                     offset + static_cast<uint32_t>(open + 1));
+                     offset + static_cast<uint32_t>(open + 1), nesting.isInLayer);
             at = close + 1;
         }
     }
 }
 
-size_t StyleSheets::ReadAtRule(std::string_view text, size_t at, uint32_t offset, int depth) {
+size_t StyleSheets::ReadAtRule(std::string_view text, size_t at, uint32_t offset, Nesting nesting) {
     const size_t end = FindOutsideComments(text, at, ";{");
     if (end == text.size() || text[end] == ';') return end + 1;
     const size_t close = FindClosingBrace(text, end + 1);
-    if (depth < kDeepestAtRule && AppliesToScreens(text.substr(at, end - at))) {
-        ReadSheet(text.substr(end + 1, close - end - 1), offset + static_cast<uint32_t>(end + 1), depth + 1);
+    const std::string_view head = WithoutComments(text.substr(at, end - at), m_memory);
+    const bool isLayer = StartsWithIgnoringCase(head, "@layer");
+    if (nesting.depth < kDeepestAtRule && (isLayer || Applies(head))) {
+        ReadSheet(text.substr(end + 1, close - end - 1), offset + static_cast<uint32_t>(end + 1),
+                  {nesting.depth + 1, nesting.isInLayer || isLayer});
     }
     return close + 1;
 }
 
-void StyleSheets::ReadRule(std::string_view selectors, std::string_view body, uint32_t offset) {
+void StyleSheets::ReadRule(std::string_view selectors, std::string_view body, uint32_t offset,
+                           bool isInLayer) {
+    std::vector<Selector> list;
+    if (!ReadSelectorList(WithoutComments(selectors, m_memory), list)) return;
     const size_t first = m_declarations.size();
     ReadDeclarations(body, m_memory, m_declarations);
     for (size_t i = first; i < m_declarations.size(); ++i) {
         m_declarations[i].offset += offset;
         m_declarations[i].origin = Origin::StyleSheet;
     }
-    while (!selectors.empty() && m_rules.size() < kMaximumSelectors) {
-        const size_t comma = std::min(selectors.find(','), selectors.size());
-        if (std::optional<Selector> selector = ReadSelector(selectors.substr(0, comma))) {
-            const uint64_t precedence = uint64_t{selector->specificity} << 24 | m_rules.size();
-            m_rules.push_back({std::move(*selector), first, m_declarations.size() - first, precedence});
-        }
-        selectors.remove_prefix(std::min(comma + 1, selectors.size()));
+    for (Selector& selector : list) {
+        if (m_rules.size() >= kMaximumSelectors) return;
+        const uint64_t precedence = uint64_t{!isInLayer} << 48 |
+                                    uint64_t{std::min(selector.specificity, 0xFFFFFFu)} << 24 |
+                                    m_rules.size();
+        m_rules.push_back({std::move(selector), first, m_declarations.size() - first, precedence});
     }
 }
 
@@ -129,11 +134,14 @@ void StyleSheets::Collect(const Node& node) {
     for (const Attribute& attribute : node.attributes) {
         if (attribute.attr == Attr::Style) style = &attribute;
         if (!IsPresentation(attribute.attr)) continue;
-        declarations.push_back(
-            {attribute.attr, Origin::Attribute, false, Trim(attribute.value), attribute.offset, 0, &node});
+        Declaration& declaration = declarations.emplace_back();
+        declaration.property = attribute.attr;
+        declaration.value = WithoutComments(attribute.value, m_memory);
+        declaration.hasVariable = HasVariable(declaration.value);
+        declaration.offset = attribute.offset;
     }
     for (const Rule& rule : m_rules) {
-        if (!Matches(rule.selector, node, m_budget)) continue;
+        if (!Matches(rule.selector, node, m_selectorTests)) continue;
         for (size_t i = rule.first; i < rule.first + rule.count; ++i) {
             declarations.push_back(m_declarations[i]);
             declarations.back().precedence = rule.precedence;

@@ -48,12 +48,16 @@ public:
     std::string Write(const Document& document, const std::vector<Shape>& shapes) {
         std::vector<WrittenItem> items;
         items.reserve(shapes.size());
-        size_t size = 0;
+        size_t size = 0, visits = 0, segments = 0;
         for (const Shape& shape : shapes) {
             WrittenItem item{ClipsOf(shape), m_shapes.Write(shape)};
             if (item.shape.element.empty()) continue;
             size += item.shape.element.size();
-            if (size > kMaximumOutput) return {};
+            // What is written must be within the limits itself: a group for every shape, and for every clip
+            // path another and what is in it.
+            visits += 2 + 2 * item.clips.size();
+            segments += shape.path.Verbs().size();
+            if (size > kMaximumOutput || visits > kMaximumVisits || segments > kMaximumSegments) return {};
             items.push_back(std::move(item));
         }
         WriteClipped(items, 0);

@@ -1,5 +1,6 @@
 #include "write/shape_writer.h"
 
+#include "base/limits.h"
 #include "geometry/number_text.h"
 #include "geometry/path_writer.h"
 #include "geometry/transform_reader.h"
@@ -84,6 +85,7 @@ WrittenShape ShapeWriter::Write(const Shape& shape) {
     const Matrix applied = keepsTransform ? Matrix{} : shape.matrix;
     const int decimals = keepsTransform ? DecimalsBefore(kept, m_decimals) : m_decimals;
     Path path = Transformed(shape.path, applied);
+    if (!IsWithin(kLargestCoordinate, path, {})) return {};
 
     const bool hasPrimitive =
         !std::holds_alternative<std::monostate>(shape.primitive) && IsUprightScaling(applied);

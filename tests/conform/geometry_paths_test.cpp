@@ -94,18 +94,46 @@ TEST(ReadPath, ReadsWhatBrowsersRead) {
     for (const auto& [data, path] : cases) EXPECT_EQ(Text(ReadPath(data).path), path) << data;
 }
 
-TEST(ReadPath, TellsWhereEveryCommandStands) {
-    const PathData data = ReadPath("M1 1 2 2h3a1 1 0 015 5zl1 1 x", true);
-    std::string places;
-    for (const PathCommandPlace& c : data.commands) {
-        places += std::to_string(c.offset) + c.letter + (c.hasLetter ? "" : "-") +
-                  std::to_string(c.firstVerb) + ' ';
+TEST(ReadPath, TellsWhereOzmiraDrawsOtherwise) {
+    const PathData data = ReadPath("M1 1 2 2h3a1 1 0 010 0 1 1 0 015 5zm0 0zl1 1 9 9zl1 1t1 1q1 1 2 2 x");
+    EXPECT_EQ(data.arcs.Seen(1), 10U);
+    EXPECT_EQ(data.quadratics.Seen(1), 53U);
+    EXPECT_NEAR(data.arcs.reach, std::hypot(5, 5), 0.3);
+    EXPECT_FALSE(data.arcs.Seen(8) || data.quadratics.Seen(8));
+    EXPECT_EQ(data.error, 66U);
+    ASSERT_EQ(data.penOffsets.size(), 2U);
+    EXPECT_EQ(data.penOffsets[0].offset, 35U);
+    EXPECT_EQ(data.penOffsets[0].distance, std::hypot(9, 6));
+    EXPECT_EQ(data.FirstPenOffset(1), 35U);
+    EXPECT_EQ(data.FirstPenOffset(20), 49U);
+    EXPECT_FALSE(data.FirstPenOffset(100));
+    const PathData plain = ReadPath("M1 1h2v2zM2 2h2zM4 4a5 5 0 0 1 0 0");
+    EXPECT_FALSE(plain.arcs.Seen(0) || plain.quadratics.Seen(0) || plain.error || !plain.penOffsets.empty());
+}
+
+TEST(ReadPath, DrawsArcsInAsFewCurvesAsTheToleranceAllows) {
+    const struct {
+        const char* data;
+        double tolerance;
+        size_t curves;
+        double error; ///< Greatest distance from the circle around the origin.
+    } cases[] = {
+        {"M10 0A10 10 0 0 1 0 10", 0, 1, 0.0028},          {"M10 0A10 10 0 0 1 -5 8.660254", 0, 2, 0.0028},
+        {"M10 0A10 10 0 0 1 -5 8.660254", 0.02, 1, 0.016}, {"M10 0A10 10 0 1 1 0 -10", 0.02, 3, 0.003},
+        {"M10 0A10 10 0 1 1 9 -4.358899", 0.02, 3, 0.013}, {"M10 0A10 10 0 0 1 -10 0", 0.2, 1, 0.186},
+    };
+    for (const auto& [data, tolerance, curves, error] : cases) {
+        const Path path = ReadPath(data, tolerance).path;
+        EXPECT_EQ(path.Verbs().size(), 1 + curves) << data;
+        double greatest = 0;
+        Segment segment;
+        for (Segments segments(path); segments.Next(segment);) {
+            if (segment.verb != Verb::Cubic) continue;
+            for (double t = 0; t <= 1; t += 0.01)
+                greatest = std::max(greatest, std::abs(Length(CubicAt(segment.points, t)) - 10));
+        }
+        EXPECT_LE(greatest, error) << data;
     }
-    EXPECT_EQ(places, "0M0 5L-1 8h2 10a3 22z5 23l6 ");
-    EXPECT_EQ(data.error, 28U);
-    EXPECT_EQ(data.commands[5].penOffset, std::hypot(9.F, 6.F));
-    EXPECT_TRUE(data.hasArcs);
-    EXPECT_FALSE(data.hasQuadratics);
 }
 
 TEST(ReadPath, TellsWhatOzmiraDrawsOtherwise) {
@@ -126,6 +154,8 @@ TEST(ReadPath, TellsWhatOzmiraDrawsOtherwise) {
         {"M1 1h2v2zH9", false},
         {"M1 1a1 1 0 0 1 2 2", false},
         {"M1 1q1 1 2 2", false},
+        {"M1 1h2a1 1 0 0 1 0 0v3z", true},
+        {"M1 1C2 2 3 3 4 4a1 1 0 0 1 0 0S5 5 9 4", false},
         // Errors after which both stop, and such after which one of them goes on.
         {"M1 1h2 x", true},
         {"M1 1h2 x h2", true},
@@ -155,6 +185,7 @@ TEST(WritePath, TakesTheShortestCommands) {
         {"M1 1C2 2 3 3 4 4C5 5 6 6 7 0", 3, "M1 1c1 1 2 2 3 3s2 2 3-4"},
         {"M1 1C1 1 3 3 4 0", 3, "M1 1s2 2 3-1"},
         {"M1 1C1 1 3 3 3 3", 3, "M1 1l2 2"},
+        {"M0 1C0 1.9 1 2 1 2", 0, "M0 1c0 1 1 1 1 1"},
         {"M1 1H5V5L1 1Z", 3, "M1 1h4v4z"},
         {"M1 1H5V5H1Zl2 9h1z", 3, "M1 1h4v4H1zM1 1l2 9h1z"},
         {"m1 1h2v2zm5 5h1z", 3, "M1 1h2v2zM6 6h1z"},
@@ -256,7 +287,7 @@ TEST(ReadPath, KnowsOzmirasOwnReader) {
         }
         const PathData read = ReadPath(data);
         PathData withError = read;
-        withError.penOffset = 0;
+        withError.penOffsets.clear();
         withError.error = 0; // Makes it compare.
         const bool isSame = DrawsTheSame(withError, data, 1e-6);
         ASSERT_EQ(DrawsTheSame(read, data, 1e-6), isSame) << data;

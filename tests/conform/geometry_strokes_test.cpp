@@ -169,6 +169,10 @@ TEST(DashesOf, CutLinesAndCurves) {
         {"M0 0h4v4h-4z", {40, 4}, 2, "M0 0h4v4H0z"},
         {"M0 0h4zM0 5h4", {3, 9}, 0, "M0 0h3M0 5h3"},
         {"M0 0h6", {0, 3}, 0, "M0 0h0M3 0h0"},
+        // Dashes without a gap between them are one.
+        {"M0 0h6", {0, 3, 0, 0, 0, 0}, 0, "M0 0h0M3 0h0"},
+        {"M0 0h8", {2, 0, 1, 2}, 0, "M0 0h2 1M5 0h2 1"},
+        {"M0 0h4v4h-4z", {3, 0}, 0, "M0 0h4v4H0z"},
         {"M0 0h6", {0, 0}, 0, "M0 0h6"},
         {"M0 0h6", {}, 0, "M0 0h6"},
         {"M0 0h6", {-1, 2}, 0, "M0 0h6"},

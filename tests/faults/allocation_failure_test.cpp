@@ -1,54 +1,20 @@
 // Every single allocation of parsing and drawing fails once by itself, and once together with all that
 // follow. Nothing may leak, a result must be complete or missing, and later results must be correct again.
-#include "allocations.h"
+#include "fail_each_allocation.h"
 #include "samples.h"
 
 #include <Ozmira/ozmDebug.h>
 #include <Ozmira/SVG/ozmSVGParser.h>
 
 #include <gtest/gtest.h>
-
 #include <limits>
-#include <new>
+
 #include <thread>
 
 using namespace ozm;
 using namespace ozm::test;
 
 namespace {
-
-constexpr size_t kForever = std::numeric_limits<size_t>::max();
-
-/// Runs `function` repeatedly, each time with the next allocation failing, until none is left to fail.
-/// `check` examines each result. Each run has a thread of its own, so that no buffers are left from the run
-/// before.
-template <typename Function, typename Check>
-void FailEachAllocation(Function function, Check check) {
-    for (const bool recovers : {true, false}) {
-        bool hasFailed = true;
-        for (size_t n = 0; hasFailed && !testing::Test::HasFailure(); ++n) {
-            SCOPED_TRACE("allocation " + std::to_string(n) + (recovers ? "" : " and all that follow"));
-            const int64_t before = LiveBlocks();
-            std::thread([&] {
-                decltype(function()) result{};
-                {
-                    const FailingAllocations failing(n, recovers ? n : kForever);
-                    try {
-                        result = function();
-                    } catch (const std::bad_alloc&) {
-                    }
-                    hasFailed = failing.HaveFailed();
-                }
-                if (!hasFailed) {
-                    EXPECT_TRUE(result) << "although no allocation failed";
-                    EXPECT_GT(n, 3u);
-                }
-                check(result);
-            }).join();
-            EXPECT_EQ(LiveBlocks(), before);
-        }
-    }
-}
 
 std::string TextOf(const Document& document) {
     std::string text = std::to_string(document.viewBox.size.x) + '\n';
@@ -114,6 +80,9 @@ Image DrawThroughEveryObject() {
     const Image part(CGImageCreateWithImageInRect(image.get(), CGRectMake(5, 5, 20, 20)));
     if (!part) return Image(); // Likewise.
     CGContextDrawImage(c, CGRectMake(3, 3, 11, 7.5), part.get());
+    CGContextRotateCTM(c, 0.3); // Turned and much reduced, an image is sampled in another way.
+    CGContextDrawImage(c, CGRectMake(20, 3, 3, 4), image.get());
+    CGContextDrawRadialGradient(c, gradient.get(), {20, 20}, 0, {22, 20}, 9, 1);
     return Image(CGBitmapContextCreateImage(c));
 }
 
@@ -187,6 +156,68 @@ TEST(AllocationFailureOfObjects, LeavesACompletePictureOrNone) {
         EXPECT_TRUE(!image || PixelsOf(image) == expected);
         EXPECT_TRUE(PixelsOf(DrawThroughEveryObject()) == expected) << "when drawn again";
     });
+}
+
+// What could not be created is missing from the drawing that is then given NULL, and from no other.
+TEST(AllocationFailureOfObjects, BelongsToTheContextThatLacksOne) {
+    const struct {
+        const char* name;
+        void (*create)(CFTypeRef& object); // leaves NULL when memory is short
+        void (*use)(CGContextRef c, CFTypeRef object);
+    } cases[] = {
+        {"path", [](CFTypeRef& o) { o = CGPathCreateMutable(); },
+         [](CGContextRef c, CFTypeRef o) { CGContextAddPath(c, static_cast<CGPathRef>(o)); }},
+        {"path in a path", [](CFTypeRef& o) { o = CGPathCreateMutable(); },
+         [](CGContextRef c, CFTypeRef o) {
+             const Owned<CGMutablePathRef> path(CGPathCreateMutable());
+             CGPathAddPath(path.get(), nullptr, static_cast<CGPathRef>(o));
+             CGContextAddPath(c, path.get());
+             CGContextFillPath(c);
+         }},
+        {"colour", [](CFTypeRef& o) { o = CGColorCreateSRGB(1, 0, 0, 1); },
+         [](CGContextRef c, CFTypeRef o) {
+             CGContextSetFillColorWithColor(c, static_cast<CGColorRef>(const_cast<void*>(o)));
+         }},
+        {"gradient",
+         [](CFTypeRef& o) {
+             constexpr CGFloat kBlack[] = {0, 0, 0, 1};
+             const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+             o = CGGradientCreateWithColorComponents(space.get(), kBlack, nullptr, 1);
+         },
+         [](CGContextRef c, CFTypeRef o) {
+             CGContextDrawLinearGradient(c, static_cast<CGGradientRef>(const_cast<void*>(o)), {}, {9, 9}, 0);
+         }},
+    };
+    for (const auto& each : cases)
+        std::thread([&] {
+            SCOPED_TRACE(each.name);
+            const auto make = [] {
+                const Owned<CGColorSpaceRef> space(CGColorSpaceCreateDeviceRGB());
+                return Owned<CGContextRef>(
+                    CGBitmapContextCreate(nullptr, 8, 8, 8, 0, space.get(), kCGImageAlphaPremultipliedLast));
+            };
+            const auto hasImage = [](const Owned<CGContextRef>& c) {
+                return static_cast<bool>(Image(CGBitmapContextCreateImage(c.get())));
+            };
+            const auto lacking = make(), complete = make();
+            CFTypeRef object = nullptr;
+            {
+                const FailingAllocations failing(0, std::numeric_limits<size_t>::max());
+                each.create(object);
+            }
+            ASSERT_EQ(object, nullptr);
+            EXPECT_TRUE(hasImage(complete));
+            each.use(lacking.get(), object);
+            const auto later = make();
+            EXPECT_FALSE(hasImage(lacking));
+            EXPECT_TRUE(hasImage(complete));
+            EXPECT_TRUE(hasImage(later));
+            // An empty path is no failure.
+            const CGPathRef none = CGContextCopyPath(later.get());
+            EXPECT_EQ(none, nullptr);
+            CGContextAddPath(later.get(), none);
+            EXPECT_TRUE(hasImage(later));
+        }).join();
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples, AllocationFailure, testing::ValuesIn(Samples()),

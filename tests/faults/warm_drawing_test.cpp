@@ -3,6 +3,8 @@
 
 #include <Ozmira/SVG/ozmSVGParser.h>
 
+#include <CoreGraphics/OZMThreadMemory.h>
+
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -37,6 +39,33 @@ TEST(WarmDrawing, AllocatesOnlyThePicture) {
     }
 }
 #endif
+
+// What a thread keeps to draw again goes when it is trimmed, and comes back.
+TEST(WarmDrawing, KeepsNothingOnceTrimmed) {
+    const auto drawAll = [] {
+        for (const Sample& sample : Samples()) {
+            const auto document = Parse(sample.text);
+            CoreGraphicsRenderer renderer;
+            renderer.SetDocument(document.get());
+            EXPECT_TRUE(
+                Image(renderer.createCGImageFitToSize({300, 300}, 1, kRenderingStateDefault, nullptr)));
+        }
+    };
+    const auto trim = [] {
+        TrimThreadMemory();
+        OZMTrimDrawingMemory();
+    };
+    drawAll(); // Creates what all threads share, and the objects that hold buffers.
+    trim();
+    const int64_t before = LiveBlocks();
+    drawAll();
+#ifndef OZMIRA_SANITIZED
+    EXPECT_GT(LiveBlocks(), before + 5);
+#endif
+    trim();
+    trim();
+    EXPECT_EQ(LiveBlocks(), before);
+}
 
 // A thread keeps the memory of the lists that it destroys until it ends. It must also free those of a
 // document that is destroyed while the thread ends.
