@@ -72,6 +72,18 @@ TEST_F(ConformTool, LeavesOutOnRequest) {
     EXPECT_EQ(Run("ozmira check out.svg").exitCode, 0);
 }
 
+TEST_F(ConformTool, KeepsCompressedDrawingsCompressed) {
+    Run("ozmira conform arc.svg -o expected.svg; gzip < arc.svg > arc.svgz; gzip -1 < good.svg > good.svgz");
+    EXPECT_EQ(Run("ozmira conform arc.svg arc.svgz good.svgz -o out/").output,
+              "3 files written to out/, 2 of them rewritten\n");
+    EXPECT_EQ(Read("out/arc.svg"), Read("expected.svg"));
+    EXPECT_EQ(Run("gunzip < out/arc.svgz").output, Read("expected.svg"));
+    EXPECT_EQ(Read("out/good.svgz"), Read("good.svgz")); // Byte for byte.
+    Run("ozmira conform arc.svgz --in-place; ozmira conform good.svgz -o unpacked.svg");
+    EXPECT_EQ(Run("gunzip < arc.svgz").output, Read("expected.svg"));
+    EXPECT_EQ(Read("unpacked.svg"), kGood);
+}
+
 TEST_F(ConformTool, IsAFilter) {
     const Outcome outcome = Run("ozmira conform - < arc.svg");
     EXPECT_EQ(outcome.exitCode, 0);

@@ -149,7 +149,7 @@ TEST_F(Dump, AcceptsAnyBytes) {
     }
     for (const auto& [command, error] :
          {std::pair("dump --json none.svg", "none.svg: no such file"),
-          {"dump --json .", ".: a folder"},
+          {"dump --json .", ".: a folder; name a file in it"},
           {"dump - <&-", "standard input: cannot be read"},
           {"dump <(head -c 70000000 /dev/zero)", ": larger than 64 MB"},
           {"dump <(head -c 4000001 /dev/zero | tr '\\0' '<')", ": has more than "}}) {

@@ -29,8 +29,9 @@ protected:
         return count;
     }
     /// Runs the tool on a terminal. The outcome's `output` holds what both streams print.
-    Outcome RunOnTerminal(const std::string& arguments) const {
-        return Run("export tool='" OZMIRA_TOOL "'; script -qec '\"$tool\" " + arguments + "' /dev/null");
+    Outcome RunOnTerminal(const std::string& arguments, int columns = 80) const {
+        return Run("export tool='" OZMIRA_TOOL "'; script -qec 'stty cols " + std::to_string(columns) +
+                   "; rm -rf out; \"$tool\" " + arguments + "' /dev/null");
     }
 };
 
@@ -42,7 +43,7 @@ TEST_F(Faults, LackOfMemoryIsReportedForEachFile) {
     std::string files;
     for (int i = 0; i < kFiles; ++i) {
         Write(std::to_string(i) + ".svg",
-              "<svg viewBox='0 0 9 9'><circle r='" + std::to_string(i) + "'/></svg>");
+              "<svg viewBox='0 0 9 9'><circle r='" + std::to_string(i + 1) + "'/></svg>");
         files += " " + std::to_string(i) + ".svg";
     }
     size_t least = kFiles, most = 0;
@@ -63,6 +64,18 @@ TEST_F(Faults, LackOfMemoryIsReportedForEachFile) {
     }
     EXPECT_EQ(least, 0u); // The limits range from too little memory for any file to enough for all.
     EXPECT_EQ(most, size_t{kFiles});
+}
+
+TEST_F(Faults, LackOfMemoryIsReportedByEveryCommandThatWrites) {
+    std::string arcs = "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 9 9'>";
+    for (int i = 0; i < 100'000; ++i) arcs += "<path d='M0 0A9 9 0 0 1 9 9z'/>";
+    Write("arcs.svg", arcs + "</svg>");
+    for (const std::string command : {"conform arcs.svg -o x.svg", "render arcs.svg --conform",
+                                      "catalogue arcs.svg -o x.xcassets", "diff arcs.svg a.svg"}) {
+        EXPECT_THAT(Run("ulimit -v 60000; ozmira " + command + " -j 1").errors,
+                    testing::MatchesRegex("ozmira: arcs.svg: [^\n]*memory[^\n]*; [^\n]*\n"))
+            << command;
+    }
 }
 #endif
 
@@ -99,7 +112,8 @@ TEST_F(Faults, PicturesThatExceedTheFileSizeLimitAreReported) {
     Write("big.svg", "<svg viewBox='0 0 9 9'><circle cx='4' cy='5' r='4' stroke='red' opacity='.6'/></svg>");
     const Outcome outcome = Run("ulimit -f 1; ozmira render big.svg --width 500 -o out/big.png");
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.errors, "ozmira: big.svg: cannot write out/big.png: File too large\n");
+    EXPECT_EQ(outcome.errors,
+              "ozmira: big.svg: cannot write out/big.png: File too large; allow larger files (ulimit -f)\n");
     EXPECT_EQ(Files(), "");
 }
 
@@ -111,6 +125,13 @@ TEST_F(Faults, TerminalsShowProgressButNoPictures) {
     EXPECT_THAT(progress.output, testing::EndsWith("\r\x1B[K2 pictures written to out/\r\n"));
     EXPECT_THAT(RunOnTerminal("render a.svg b.svg -qo out/").output, "");
     const Outcome picture = RunOnTerminal("render - < a.svg");
+    const std::pair<int, std::string> kWidths[] = {{20, "\r\x1B[K[######.......] 1/2"},
+                                                   {12, "\r\x1B[K[##...] 1/2"},
+                                                   {11, "\r\x1B[K1/2"},
+                                                   {3, "\r\x1B[K2 pictures"}};
+    for (const auto& [columns, line] : kWidths) {
+        EXPECT_THAT(RunOnTerminal("render a.svg b.svg -o out/", columns).output, StartsWith(line)) << columns;
+    }
     EXPECT_EQ(picture.exitCode, 2);
     EXPECT_THAT(picture.output, HasSubstr("a picture would go to the terminal; redirect it"));
     EXPECT_THAT(picture.output, testing::Not(HasSubstr("PNG")));
@@ -137,6 +158,14 @@ TEST_F(Faults, SignalsLeaveNoPartialPicture) {
         EXPECT_LT(CompletePictures("out"), 600u);
         Run("rm -r out");
     }
+    // On a terminal, the progress bar goes and the last line counts the pictures.
+    const Outcome interrupted = RunOnTerminal("render many --width 300 --scale 1,2,5 -o out & while [ -z "
+                                              "\"$(ls out 2> /dev/null)\" ]; do sleep 0.01; "
+                                              "done; kill -TERM $!; wait $!");
+    EXPECT_THAT(interrupted.output,
+                testing::ContainsRegex(
+                    "\\] [0-9]+/200\r\x1B\\[Kozmira: interrupted; [0-9]+ pictures written to out"));
+    EXPECT_LT(CompletePictures("out"), 600u);
     // A signal that the caller ignores stays ignored.
     EXPECT_EQ(
         Run("trap '' HUP; '" OZMIRA_TOOL "' render a.svg --width 3000 -q & sleep 0.02; kill -HUP $!; wait $!")

@@ -57,7 +57,12 @@ TEST_F(Info, ContinuesAfterABadFile) {
     EXPECT_THAT(outcome.output, HasSubstr("drawing     not possible: its references form a cycle"));
     outcome = Run("ozmira info --json bad.svg");
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_EQ(outcome.output, "[]\n");
+    EXPECT_THAT(outcome.output,
+                testing::MatchesRegex(R"(\[\{"file":"bad.svg","problem":"not well-formed .*"\}\])"
+                                      "\n"));
+    Write("flat.svg", "<svg width='0' height='5' viewBox='0 0 2 1'/>");
+    EXPECT_THAT(Run("ozmira info flat.svg").output,
+                HasSubstr("drawing     not possible: has the size 0 x 5; give its svg element a width"));
     EXPECT_THAT(Run("ozmira info --json cycle.svg").output,
                 HasSubstr(R"("drawing":{"possible":false,"problem":"its references form a cycle)"));
 }

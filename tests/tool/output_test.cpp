@@ -1,3 +1,4 @@
+#include "picture.h"
 #include "tool_test.h"
 
 #include <gmock/gmock.h>
@@ -55,18 +56,31 @@ TEST_F(Output, IsNamedByInputsAndOptions) {
         {"render <(cat a.svg) -o piped", "1 picture written to piped", "piped"},
         {"render a.svg -o - > piped", "", "piped"},
         {"render a.svg -o /dev/stdout | cat > piped", "", "piped"},
+        {"render a.svg -o /dev/stdout > piped", "", "piped"},
+        {"render a.svg -o /dev/fd/1 > piped", "", "piped"},
+        {"render packed.svgz", "1 picture written to the current folder", "packed.png"},
+        {"render - < packed.svgz > piped", "", "piped"},
+        {"render links -o out", "5 pictures written to out",
+         "out/outside/D.png out/outside/c.png out/outside/deep/a.png out/packed.png out/real/c.png"},
+        {"render - -q --dry-run < a.svg", "", ""},
+        {"render a.svg -o out/ --depfile a.d", "1 picture written to out/", "a.d out/a.png"},
         {"render -q a.svg", "", "a.png"},
         {"render -j4 -qo out -- a.svg", "", "out"},
     };
-    Run("rm taken");
+    Run("rm taken; gzip < a.svg > packed.svgz; mkdir -p links/real; ln -s ../packed.svgz links; "
+        "cp a.svg links/real/c.svg; ln -s .. links/real/loop; ln -s real links/again; ln -s ../in "
+        "links/outside");
     for (const auto& [command, summary, files] : kCases) {
         SCOPED_TRACE(command);
         const Outcome outcome = Run("ozmira " + std::string(command));
         EXPECT_EQ(outcome.exitCode, 0);
         EXPECT_EQ(outcome.errors, "");
+        if (Files() == "piped") {
+            EXPECT_THAT(Read("piped"), testing::EndsWith("IEND\xAE\x42\x60\x82"));
+        }
         EXPECT_EQ(outcome.output, *summary ? summary + std::string("\n") : "");
         EXPECT_EQ(Files(), files);
-        Run("rm -rf out new piped; find . -name '*.png' -delete");
+        Run("rm -rf out new piped a.d; find . -name '*.png' -delete");
     }
 }
 
@@ -100,12 +114,20 @@ TEST_F(Output, IsWrittenForTheGoodFilesAmongBadOnes) {
         {"render a.svg in/deep/a.svg -o out",
          {"in/deep/a.svg: would overwrite out/a.png, made from a.svg; rename one"},
          "out/a.png"},
-        {"render a.svg 'a@2x.svg' --scale 1,2",
-         {"a@2x.svg: would overwrite a@2x.png, made from a.svg"},
+        {"render a.svg 'in/deep/a.svg' 'a@2x.svg' --scale 1,2",
+         {"in/deep/a.svg: would overwrite a.png, made from a.svg"},
          "a.png a@2x.png"},
-        {"render a.svg -o taken/a.png", {"a.svg: cannot write taken/a.png: Not a directory"}, ""},
+        {"render damaged.svgz", {"damaged.svgz: compressed, and damaged; fetch or export it again"}, ""},
+        {"render a.svg -o taken/a.png",
+         {"a.svg: cannot write taken/a.png: Not a directory; a file is where its folder would be"},
+         ""},
         {"render a.svg -o /proc/nothing/a.png", {"a.svg: cannot write /proc/nothing/a.png: "}, ""},
-        {"render a.svg -o /dev/full", {"a.svg: cannot write /dev/full: No space left on device"}, ""},
+        {"render a.svg -o in/ --scale 7",
+         {"a.svg: cannot write in/a@7x.png: a folder is there; choose another name"},
+         ""},
+        {"render a.svg -o /dev/full",
+         {"a.svg: cannot write /dev/full: No space left on device; free some space, or"},
+         ""},
         {"render a.svg -o - > /dev/full",
          {"a.svg: cannot write standard output: No space left on device"},
          ""},
@@ -120,9 +142,11 @@ TEST_F(Output, IsWrittenForTheGoodFilesAmongBadOnes) {
     Write("words.svg", "no XML at all");
     Write("html.svg", "<html/>");
     Write("size.svg", "<svg/>");
-    Write("wide.svg", "<svg viewBox='0 0 16384 1'/>");
-    Write("high.svg", "<svg viewBox='0 0 1 16384'/>");
+    Write("wide.svg", "<svg viewBox='0 0 16384 1'><rect width='9' height='1'/></svg>");
+    Write("damaged.svgz", "\x1F\x8B\x08 and more");
+    Write("high.svg", "<svg viewBox='0 0 1 16384'><rect width='1' height='9'/></svg>");
     fs::create_directory(m_folder / "empty");
+    fs::create_directory(m_folder / "in/a@7x.png");
     for (const auto& [command, errors, files] : kCases) {
         SCOPED_TRACE(command);
         const Outcome outcome = Run("ozmira " + std::string(command));
@@ -133,7 +157,52 @@ TEST_F(Output, IsWrittenForTheGoodFilesAmongBadOnes) {
             EXPECT_THAT(lines[i], ContainsRegex("^ozmira: " + std::string(errors[i])));
         }
         EXPECT_EQ(Files(), *files ? files + std::string(" taken") : "taken");
-        Run("rm -rf out; find . -name '*.png' -delete");
+        Run("rm -rf out; find . -name '*.png' -type f -delete");
+    }
+}
+
+TEST_F(Output, StopsWhereNothingCanBeWritten) {
+    for (int i = 0; i < 50; ++i) Write("many/" + std::to_string(i) + ".svg", kTwoHalves);
+    const Outcome outcome = Run("ozmira render many -o /sys -j 2");
+    EXPECT_EQ(outcome.exitCode, 1);
+    EXPECT_EQ(outcome.output, "no picture written, 1 file failed, 49 files not reached\n");
+    // A folder among others concerns its own outputs alone.
+    Run("mkdir out set; ln -s /sys out/deep; cp -r in/deep a.svg b.svg set; cp a.svg set/z.svg");
+    const Outcome partial = Run("ozmira render set -o out -j 1");
+    EXPECT_EQ(partial.exitCode, 1);
+    EXPECT_THAT(partial.errors, HasSubstr("set/deep/a.svg: cannot write out/deep/a.png: "));
+    EXPECT_EQ(partial.output, "3 pictures written to out, 1 file failed\n");
+}
+
+TEST_F(Output, IsDrawnFromTheDrawingForItsScale) {
+    Write("set/x.svg", kTwoHalves);
+    Write("set/x@2x.svg", "<svg viewBox='0 0 9 6'><rect width='9' height='6'/></svg>");
+    const struct {
+        const char* options;
+        const char* sizes; ///< Of x.png, x@2x.png and x@3x.png.
+    } kCases[] = {{"", "4 x 2, 9 x 6, 12 x 6"}, {"--height 4", "8 x 4, 12 x 8, 24 x 12"}};
+    for (const auto& [options, sizes] : kCases) {
+        const Outcome outcome = Run("ozmira render set -o out --scale 1,2,3 " + std::string(options));
+        EXPECT_EQ(outcome.exitCode, 0);
+        EXPECT_EQ(outcome.output, "3 pictures written to out\n");
+        EXPECT_EQ(DecodePNG(Read("out/x.png")).Size() + ", " + DecodePNG(Read("out/x@2x.png")).Size() + ", " +
+                      DecodePNG(Read("out/x@3x.png")).Size(),
+                  sizes);
+    }
+}
+
+TEST_F(Output, SaysThatItIsBlank) {
+    const std::string svg = "<svg xmlns:xlink='http://www.w3.org/1999/xlink' viewBox='0 0 9 9'>";
+    Write("empty.svg", svg + "</svg>");
+    Write("entity.svg", svg + "<path d='M0&#32;0h9v9z'/></svg>");
+    Write("cycle.svg", svg +
+                           "<linearGradient id='a' xlink:href='#b'/><linearGradient id='b' xlink:href='#a'/>"
+                           "<path fill='url(#a)' d='M0 0h9v9z'/></svg>");
+    for (const std::string name : {"empty.svg", "entity.svg", "cycle.svg"}) {
+        const std::string warning = name + ": warning: the picture is blank, nothing is painted\n";
+        EXPECT_EQ(Run("ozmira render a.svg " + name + " -o out/").errors, warning);
+        EXPECT_THAT(Run("ozmira render " + name + " --scale 1,2 -o out/").errors, StartsWith(warning));
+        EXPECT_EQ(Run("ozmira render a.svg -q " + name + " -o out/").errors, "");
     }
 }
 
@@ -144,10 +213,10 @@ TEST_F(Output, ToAClosedPipeFails) {
 }
 
 TEST_F(Output, ReplacesFilesAndFollowsLinks) {
-    Write("a.png", "old");
+    Write("a.png", "\x89PNG\r\n\x1A\nold");
     fs::permissions(m_folder / "a.png", fs::perms::owner_read | fs::perms::owner_write);
     fs::create_symlink("real.png", m_folder / "link.png");
-    Write("real.png", "old");
+    Write("real.png", "");
     ASSERT_EQ(Run("ozmira render a.svg && ozmira render a.svg -o link.png").exitCode, 0);
     EXPECT_THAT(Read("a.png"), StartsWith("\x89PNG"));
     EXPECT_EQ(fs::status(m_folder / "a.png").permissions(), fs::perms::owner_read | fs::perms::owner_write);

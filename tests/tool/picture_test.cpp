@@ -65,6 +65,8 @@ TEST_F(PictureTest, HasTheRequestedColours) {
         {"--fill '#00f'", kBlue, kRed},
         {"--fill ' rgb(0%,100%,0%) '", kGreen, kRed},
         {"--fill none", 0, kRed},
+        {"--fill '#00ff0080'", 0x00FF0080, kRed},
+        {"--fill '#0f08'", 0x00FF0088, kRed},
     };
     for (const auto& [arguments, left, right] : kCases) {
         SCOPED_TRACE(arguments);

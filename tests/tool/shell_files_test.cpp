@@ -47,7 +47,8 @@ bool HasWord(const std::string& text, const std::string& word) {
 TEST_F(ShellFiles, ListEveryCommandAndOption) {
     std::string manual = TextOf(OZMIRA_MANUAL);
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
-    for (const std::string command : {"", "render", "check", "conform", "info", "dump"}) {
+    for (const std::string command :
+         {"", "render", "check", "conform", "report", "catalogue", "diff", "info", "dump"}) {
         const std::set<std::string> options = Options(command);
         EXPECT_TRUE(options.contains("--help")) << command;
         for (const std::string& option : options) {
@@ -62,7 +63,7 @@ TEST_F(ShellFiles, ListEveryCommandAndOption) {
             EXPECT_TRUE(HasWord(TextOf(file), command)) << file << command;
         }
     }
-    EXPECT_EQ(Options("render").size(), 16u);
+    EXPECT_EQ(Options("render").size(), 18u);
     EXPECT_TRUE(manual.find("\"Ozmira " OZMIRA_VERSION "\"") != std::string::npos);
 }
 
@@ -88,8 +89,9 @@ TEST_F(ShellFiles, AreWellFormed) {
 TEST_F(ShellFiles, CompleteInBash) {
     Write("icon.svg", "");
     Write("icon.txt", "");
+    Write("picture.png", "");
     const std::pair<const char*, const char*> kCases[] = {
-        {"re", "render"},
+        {"ren", "render"},
         {"render --sc", "--scale"},
         {"render --scale 1,2,", "1,2,3"},
         {"render ic", "icon.svg"},
@@ -99,6 +101,12 @@ TEST_F(ShellFiles, CompleteInBash) {
         {"conf", "conform"},
         {"check --sa", "--sarif"},
         {"conform --in", "--in-place"},
+        {"repo", "report"},
+        {"report --tit", "--title"},
+        {"cata", "catalogue"},
+        {"catalogue --te", "--template"},
+        {"diff --thr", "--threshold"},
+        {"diff pic", "picture.png"},
     };
     for (const auto& [line, completion] : kCases) {
         EXPECT_EQ(Run("source '" + std::string(kBash) + "'; COMP_WORDS=(ozmira " + line +

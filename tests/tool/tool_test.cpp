@@ -59,7 +59,7 @@ std::string ToolTest::Files() const {
     std::vector<std::string> names;
     for (const auto& entry : fs::recursive_directory_iterator(m_folder)) {
         const std::string extension = entry.path().extension().string();
-        if (entry.is_regular_file() && extension != ".svg" && extension != ".SVG") {
+        if (entry.is_regular_file() && extension != ".svg" && extension != ".SVG" && extension != ".svgz") {
             names.push_back(entry.path().lexically_relative(m_folder).string());
         }
     }

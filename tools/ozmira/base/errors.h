@@ -19,10 +19,16 @@ public:
 
 /// The message for a file that there is not enough memory for.
 inline constexpr const char* kOutOfMemory =
-    "there is not enough memory for it; choose a smaller size or fewer threads (-j)";
+    "there is not enough memory for it; choose a smaller size or fewer threads (-j), or split the drawing";
 
 /// Standard output can't be written.
 class StandardOutputError : public FileError {
+public:
+    using FileError::FileError;
+};
+
+/// An output can't be written, and no other one could be: the disk is full or may not be written to.
+class DestinationError : public FileError {
 public:
     using FileError::FileError;
 };

@@ -1,5 +1,7 @@
 #include "base/text.h"
 
+#include <Ozmira/ozmStringUtils.h>
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -46,6 +48,13 @@ std::string FormatNumber(double number) {
     return {buffer.data(), result.ptr};
 }
 
+double ParseNumber(std::string_view text) {
+    // The scanner skips what the caller must not have written. libc++ has no std::from_chars for doubles.
+    if (text.empty() || IsWhitespace(text.front()) || text.front() == '+') return std::nan("");
+    const StringView number = ScanScientificNumber(text);
+    return number.length == text.size() ? number.toDouble() : std::nan("");
+}
+
 std::string FormatCount(uint64_t count) {
     std::string text = std::to_string(count);
     for (size_t at = text.size(); at > 3;) text.insert(at -= 3, 1, ',');
@@ -54,6 +63,14 @@ std::string FormatCount(uint64_t count) {
 
 std::string CountOf(uint64_t count, std::string_view singular) {
     return FormatCount(count) + ' ' + std::string(singular) + (count == 1 ? "" : "s");
+}
+
+std::string InLowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    }
+    return lower;
 }
 
 std::string OnOneLine(std::string_view text) {

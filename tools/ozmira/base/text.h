@@ -1,7 +1,8 @@
-// Formats numbers, counts and names for people, and strings for JSON.
+// Formats numbers, counts and names for people, and strings for JSON; texts as bytes and in lower case.
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -10,11 +11,22 @@ namespace ozm::tool {
 /// The shortest decimal text that reads back as the same number, whatever the locale; "inf", "-inf" or "nan".
 std::string FormatNumber(double number);
 
+/// The number that the whole text is. Returns NaN, which no range contains, for any other text.
+double ParseNumber(std::string_view text);
+
 /// A count in groups of three digits: 10,000,000.
 std::string FormatCount(uint64_t count);
 
 /// "1 picture", "12 pictures".
 std::string CountOf(uint64_t count, std::string_view singular);
+
+/// The text with the letters A to Z in lower case.
+std::string InLowerCase(std::string_view text);
+
+/// The bytes of a text, which is borrowed.
+inline std::span<const uint8_t> BytesOf(std::string_view text) {
+    return {reinterpret_cast<const uint8_t*>(text.data()), text.size()};
+}
 
 /// The text with control characters written as \xHH, so that it stays on one line.
 std::string OnOneLine(std::string_view text);

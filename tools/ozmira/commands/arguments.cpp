@@ -9,22 +9,49 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <optional>
 #include <system_error>
 
 namespace ozm::tool {
 namespace {
 
-/// Parses text that is a number from its first character to its last. Returns NaN, which no range contains,
-/// for any other text.
-double ParseNumber(std::string_view text) {
-    double number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [last, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc{} && last == end ? number : std::nan("");
-}
-
 [[noreturn]] void ThrowBadValue(std::string_view option, std::string_view text, const std::string& expected) {
     throw UsageError(std::string(option) + ": \"" + OnOneLine(text) + "\" is not " + expected);
+}
+
+/// A colour after "#": three, four, six or eight digits. The parser reads the first of them, and no alpha.
+std::optional<Color> ParseHexadecimalColor(std::string_view digits) {
+    const bool isShort = digits.size() <= 4;
+    const size_t colorDigits = isShort ? 3 : 6,
+                 alphaDigits = digits.size() - std::min(colorDigits, digits.size());
+    if (digits.size() < colorDigits || (alphaDigits != 0 && alphaDigits != colorDigits / 3) ||
+        !std::all_of(digits.begin(), digits.end(), isHexDigit)) {
+        return std::nullopt;
+    }
+    Color color;
+    SVGParser().ParseCSSColor("#" + std::string(digits.substr(0, colorDigits)), color);
+    if (alphaDigits > 0) {
+        unsigned alpha = 0;
+        std::from_chars(digits.data() + colorDigits, digits.data() + digits.size(), alpha, 16);
+        color.a = alpha / (isShort ? 15.0 : 255.0);
+    }
+    return color;
+}
+
+/// A colour that the text holds from its first character to its last; the parser ignores some of what follows
+/// one, and takes components beyond 255 and 100 %.
+std::optional<Color> ParseColor(std::string_view text) {
+    if (text.starts_with('#')) return ParseHexadecimalColor(text.substr(1));
+    Color color;
+    if (text == "none") return color;
+    SVGParser parser;
+    StringView consumed;
+    const bool isFunction = parser.ParseCSSColorInRGBIntegerFunctionalForm(text, color, consumed) ||
+                            parser.ParseCSSColorInRGBFloatingFunctionalForm(text, color, consumed);
+    if (isFunction ? consumed.length != text.size() : !parser.ParseCSSColorNamedColor(text, color)) {
+        return std::nullopt;
+    }
+    return std::max({color.r, color.g, color.b}) <= 1 ? std::optional(color) : std::nullopt;
 }
 
 std::string Range(double first, double last) { return FormatNumber(first) + " to " + FormatNumber(last); }
@@ -59,14 +86,25 @@ std::vector<double> ParseScales(std::string_view option, std::string_view text) 
     return scales;
 }
 
+double ParseScale(std::string_view option, std::string_view text) {
+    const double scale = ParseNumber(text);
+    if (scale >= kMinimumScale && scale <= kMaximumScale) return scale;
+    ThrowBadValue(option, text, "a number of pixels per point from " + Range(kMinimumScale, kMaximumScale));
+}
+
+double ParseThreshold(std::string_view option, std::string_view text) {
+    constexpr double kMost = 255;
+    const double threshold = ParseNumber(text);
+    if (threshold >= 0 && threshold <= kMost) return threshold;
+    ThrowBadValue(option, text, "a mean difference of components from " + Range(0, kMost));
+}
+
 Color ParseColorArgument(std::string_view option, std::string_view text) {
-    Color color;
     const StringView trimmed = StringView(text).TrimLeadingWhitespace().TrimTrailingWhitespace();
-    if (SVGParser().ParseCSSColor(trimmed, color)) return color;
-    ThrowBadValue(
-        option, text,
-        "a colour; write #rgb, #rrggbb, rgb(255,0,0), rgb(100%,0%,0%), none, or one of the 147 names of "
-        "CSS such as steelblue in lower case");
+    if (const auto color = ParseColor(std::string_view(trimmed.data, trimmed.length))) return *color;
+    ThrowBadValue(option, text,
+                  "a colour; write #rgb, #rgba, #rrggbb, #rrggbbaa, rgb(255,0,0), rgb(100%,0%,0%), none, or "
+                  "one of the 147 names of CSS such as steelblue in lower case");
 }
 
 double ParseTimeout(std::string_view option, std::string_view text) {

@@ -16,7 +16,14 @@ double ParseLengthArgument(std::string_view option, std::string_view text);
 /// Pixels per point: a list of distinct numbers separated by commas.
 std::vector<double> ParseScales(std::string_view option, std::string_view text);
 
-/// A colour in the notation of SVG, which may have whitespace around it.
+/// Pixels per point: one number.
+double ParseScale(std::string_view option, std::string_view text);
+
+/// A difference of pictures from 0 to 255.
+double ParseThreshold(std::string_view option, std::string_view text);
+
+/// A colour in the notation of SVG, or with hexadecimal digits for its alpha, which may have whitespace
+/// around it.
 Color ParseColorArgument(std::string_view option, std::string_view text);
 
 /// A number of seconds from 0 to `kMaximumTimeout`.

@@ -5,6 +5,7 @@
 #include "files/output_plan.h"
 #include "files/standard_output.h"
 #include "report/batch_report.h"
+#include "report/finding_json.h"
 #include "report/finding_text.h"
 #include "report/json_writer.h"
 #include "report/sarif_writer.h"
@@ -29,7 +30,8 @@ constexpr const char* kFooter =
     R"(Prints FILE:LINE:COLUMN: SEVERITY: what is different; what to do [RULE], and for
 several files a summary by rule. An error means that nothing can be drawn, a
 warning that something is drawn differently from a browser; a note is worth
-knowing, but nothing looks different.
+knowing, but nothing looks different. The rules are explained in
+share/doc/ozmira/differences.md, which is installed beside the tool.
 
 Exit status: 0 no error and no warning, 1 some, 2 wrong usage.
 
@@ -87,16 +89,7 @@ void WriteFile(JSONWriter& json, const std::string& file, std::span<const confor
         json.Member("file", file);
         json.Key("findings");
         json.Array([&] {
-            for (const conform::Finding& finding : findings) {
-                json.Object([&] {
-                    json.Member("line", finding.line);
-                    json.Member("column", finding.column);
-                    json.Member("rule", finding.rule);
-                    json.Member("severity", conform::SeverityName(finding.severity));
-                    json.Member("message", finding.message);
-                    json.Member("remedy", finding.remedy);
-                });
-            }
+            for (const conform::Finding& finding : findings) WriteJSON(json, finding);
         });
     });
 }

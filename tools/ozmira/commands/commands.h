@@ -23,5 +23,11 @@ void AddDumpCommand(CLI::App& tool, Action& action);
 void AddCheckCommand(CLI::App& tool, Action& action);
 /// Rewrites files so that they are drawn as in a browser.
 void AddConformCommand(CLI::App& tool, Action& action);
+/// Makes an asset catalogue for Xcode.
+void AddCatalogueCommand(CLI::App& tool, Action& action);
+/// Makes a page that shows icons beside a browser's pictures of them.
+void AddReportCommand(CLI::App& tool, Action& action);
+/// Compares two folders of pictures or drawings.
+void AddDiffCommand(CLI::App& tool, Action& action);
 
 } // namespace ozm::tool

@@ -1,32 +1,29 @@
 #include "base/errors.h"
 #include "base/parallel.h"
 #include "base/text.h"
-#include "base/tool_limits.h"
 #include "commands/arguments.h"
 #include "commands/commands.h"
+#include "commands/common_options.h"
+#include "files/gzip.h"
 #include "files/input_file.h"
+#include "files/output_files.h"
 #include "files/output_plan.h"
-#include "files/staged_file.h"
 #include "files/standard_output.h"
-#include "files/temporary_files.h"
+#include "report/batch_failures.h"
 #include "report/batch_report.h"
 #include "report/finding_text.h"
+#include "report/output_summary.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <atomic>
-#include <exception>
 #include <memory>
-#include <new>
 #include <optional>
 #include <set>
 #include <span>
 #include <string>
-#include <thread>
 #include <vector>
-
-#include <unistd.h>
 
 namespace ozm::tool {
 namespace {
@@ -34,11 +31,10 @@ namespace {
 /// The options as written.
 struct ConformOptions {
     std::vector<std::string> inputs;
-    std::optional<std::string> output, jobs;
-    std::optional<std::string> decimals;
+    std::optional<std::string> output, decimals;
+    BatchOptions batch;
     bool inPlace = false, dryRun = false;
     bool outlineStrokes = false, lossy = false;
-    bool quiet = false;
 };
 
 constexpr const char* kFooter =
@@ -73,67 +69,49 @@ std::string RulesOf(const std::vector<conform::Finding>& findings) {
     return list;
 }
 
-/// What there is to say about one file.
-struct Outcome {
-    std::string problem; ///< Why it was not written; empty when nothing went wrong.
-    std::string remarks; ///< Lines about what was done.
-};
-
 /// Rewrites the files of a plan on several threads. Everything that they share is guarded or constant.
 class ConformBatch {
 public:
     ConformBatch(const ConformOptions& options, const conform::Options& settings, const OutputPlan& plan,
                  BatchReport& report)
-        : m_options(options), m_settings(settings), m_plan(plan), m_report(report) {}
+        : m_options(options), m_settings(settings), m_plan(plan), m_report(report),
+          m_files(
+              options.inPlace ? std::vector<std::string>() : SourcesOf(plan), options.dryRun,
+              [this] { EndEarly(); }, FoldersOf(plan)) {}
 
     void Run(unsigned jobs) {
-        ForEachInParallel(m_plan.icons.size(), jobs, [this](size_t i, size_t) {
-            Outcome outcome = Rewrite(m_plan.icons[i]);
-            m_report.Done(i, std::move(outcome.problem), std::move(outcome.remarks));
-        });
+        ForEachInParallel(
+            m_plan.icons.size(), jobs,
+            [this](size_t i, size_t) {
+                std::string remarks;
+                std::string problem = Rewrite(m_plan.icons[i], remarks);
+                m_report.Done(i, std::move(problem), std::move(remarks));
+            },
+            &m_failures.Stop());
     }
 
-    size_t WrittenCount() const { return m_writtenCount; }
+    /// Number of files that are, or in a dry run would be, as they are wanted.
+    size_t DoneCount() const { return m_doneCount; }
+    /// Of these, the number whose text is not that of their source.
     size_t ChangedCount() const { return m_changedCount; }
+    OutputCounts Files() const { return {m_files.WrittenCount(), m_files.UnchangedCount()}; }
+    /// Number of files that were not rewritten because none could be written any more.
+    size_t UnreachedCount() const { return m_report.Unfinished() + m_failures.DroppedCount(); }
 
 private:
-    Outcome Rewrite(const IconPlan& icon) noexcept {
-        try {
+    /// Rewrites a file. Returns why it was not written; empty if it was.
+    std::string Rewrite(const IconPlan& icon, std::string& remarks) noexcept {
+        return m_failures.Run(&icon.source, [&]() -> std::string {
             if (!icon.problem.empty()) throw FileError(icon.problem);
-            const conform::Result result = conform::Conform(ReadInput(icon.source), m_settings);
-            if (result.isRefused) return {DescribeRefusal(icon, result), {}};
-            if (!m_options.dryRun) Write(icon, result);
-            ++m_writtenCount;
+            const PackedInput input = ReadPackedInput(icon.source);
+            const conform::Result result = conform::Conform(input.text, m_settings);
+            if (result.isRefused) return DescribeRefusal(icon.source, result.findings);
+            Write(icon, input, result);
+            ++m_doneCount;
             if (result.isChanged) ++m_changedCount;
-            return {{}, m_options.quiet ? std::string() : Remarks(icon, result)};
-        } catch (const std::bad_alloc&) {
-            return {"no memory left", {}}; // short enough to need none
-        } catch (const std::exception& error) {
-            return {Describe(icon, error.what()), {}};
-        }
-    }
-
-    static std::string Describe(const IconPlan& icon, const char* problem) noexcept {
-        try {
-            return InputName(icon.source) + ": " + problem;
-        } catch (const std::bad_alloc&) {
-            return "no memory left"; // short enough to need none
-        }
-    }
-
-    /// The first reason, and how many more there are.
-    static std::string DescribeRefusal(const IconPlan& icon, const conform::Result& result) {
-        std::string text;
-        size_t more = 0;
-        for (const conform::Finding& finding : result.findings) {
-            if (finding.isConvertible) continue;
-            if (text.empty()) {
-                text = DescribeFinding(icon.source, finding);
-            } else {
-                ++more;
-            }
-        }
-        return more == 0 ? text : text + ", and " + CountOf(more, "more reason");
+            if (!m_options.batch.quiet) remarks = Remarks(icon, result);
+            return {};
+        });
     }
 
     /// What was left out, and in a dry run what would be done.
@@ -141,7 +119,7 @@ private:
         std::string remarks;
         if (m_options.dryRun && result.isChanged) {
             const std::string rules = RulesOf(result.findings);
-            remarks = OnOneLine(InputName(icon.source)) + ": would be rewritten" +
+            remarks = InputName(icon.source) + ": would be rewritten" +
                       (rules.empty() ? "" : " for " + rules) + "\n";
         }
         for (const conform::Finding& finding : result.findings) {
@@ -150,13 +128,25 @@ private:
         return remarks;
     }
 
-    void Write(const IconPlan& icon, const conform::Result& result) {
-        if (m_options.inPlace && !result.isChanged) return;
-        const std::span bytes(reinterpret_cast<const uint8_t*>(result.text.data()), result.text.size());
-        if (icon.targets[0] == "-") {
-            WriteToStandardOutput(bytes);
+    void Write(const IconPlan& icon, const PackedInput& input, const conform::Result& result) {
+        if (icon.targets.empty() || (m_options.inPlace && !result.isChanged)) return;
+        const std::string& path = icon.targets[0].path;
+        if (path == "-") {
+            if (!m_options.dryRun) PrintText(result.text);
+        } else if (!IsPackedDrawingName(path)) {
+            m_files.Write(path, BytesOf(result.text), OutputKind::Drawing);
+        } else if (!result.isChanged && !input.packed.empty()) {
+            m_files.Write(path, BytesOf(input.packed), OutputKind::Drawing);
         } else {
-            StagedFile(m_temporaryFiles, icon.targets[0], bytes).Commit();
+            m_files.Write(path, PackGzip(result.text), OutputKind::Drawing);
+        }
+    }
+
+    /// A signal is about to end the process.
+    void EndEarly() noexcept {
+        if (!m_options.batch.quiet && !m_plan.toStandardOutput) {
+            m_report.EndEarly("interrupted; " +
+                              DescribeOutputs("file", Files(), m_plan.destination, m_options.dryRun));
         }
     }
 
@@ -164,28 +154,26 @@ private:
     const conform::Options& m_settings;
     const OutputPlan& m_plan;
     BatchReport& m_report;
-    TemporaryFiles m_temporaryFiles;
-    std::atomic<size_t> m_writtenCount = 0, m_changedCount = 0;
+    BatchFailures m_failures;
+    std::atomic<size_t> m_doneCount = 0, m_changedCount = 0;
+    OutputFiles m_files;
 };
 
 void PrintSummary(const ConformOptions& options, const ConformBatch& batch, size_t problems,
                   const std::string& destination) {
-    const std::string files = CountOf(batch.WrittenCount(), "file");
+    const std::string files = CountOf(batch.DoneCount(), "file");
     const std::string changed = FormatCount(batch.ChangedCount());
     std::string text;
     if (options.dryRun) {
         text = changed + " of " + files + " would be rewritten";
     } else if (options.inPlace) {
         text = changed + " of " + files + " rewritten";
-    } else if (batch.WrittenCount() == 0) {
-        text = "no file written";
     } else {
-        text = files + " written to " + destination + ", " + changed + " of them rewritten";
+        text = DescribeOutputs("file", batch.Files(), destination, false);
+        if (batch.DoneCount() > 0) text += ", " + changed + " of them rewritten";
     }
-    if (problems > 0) text += ", " + CountOf(problems, "file") + " failed";
-    StandardOutput output;
-    output.Write(text + "\n");
-    output.Flush();
+    text += DescribeShortfall(problems, batch.UnreachedCount());
+    PrintText(text + "\n");
 }
 
 OutputPlan PlanOf(const ConformOptions& options) {
@@ -205,24 +193,23 @@ OutputPlan PlanOf(const ConformOptions& options) {
 }
 
 int Conform(const ConformOptions& options) {
-    const unsigned jobs = options.jobs ? ParseJobs("-j", *options.jobs)
-                                       : std::clamp(std::thread::hardware_concurrency(), 1u, kMaximumJobs);
+    const unsigned jobs = options.batch.Jobs();
     conform::Options settings;
     if (options.decimals) settings.decimals = ParseDecimals("--decimals", *options.decimals);
     settings.outlineStrokes = options.outlineStrokes;
     settings.lossy = options.lossy;
     const OutputPlan plan = PlanOf(options);
-    const bool showProgress = plan.icons.size() > 1 && !options.quiet && ::isatty(STDERR_FILENO);
-    size_t problems = 0;
+    const bool showProgress = options.batch.ShowsProgress(plan.icons.size());
+    bool isComplete = false;
     {
         BatchReport report(plan.icons.size(), showProgress);
         ConformBatch batch(options, settings, plan, report);
         batch.Run(jobs);
-        problems = report.Problems();
-        if (!options.quiet && !plan.toStandardOutput)
-            PrintSummary(options, batch, problems, plan.destination);
+        isComplete = report.Problems() + batch.UnreachedCount() == 0;
+        if (!options.batch.quiet && !plan.toStandardOutput)
+            PrintSummary(options, batch, report.Problems(), plan.destination);
     }
-    return problems == 0 ? kExitSuccess : kExitFailure;
+    return isComplete ? kExitSuccess : kExitFailure;
 }
 
 } // namespace
@@ -241,9 +228,7 @@ void AddConformCommand(CLI::App& tool, Action& action) {
     command->add_option("--decimals", options->decimals, "Decimals of coordinates, 0 to 12")->type_name("N");
     command->add_flag("--outline-strokes", options->outlineStrokes, "Turn strokes into fills, to be tinted");
     command->add_flag("--lossy", options->lossy, "Leave out what can't be rewritten");
-    command->add_option("-j,--jobs", options->jobs, "Threads, 1 to 256; one for each core if absent")
-        ->type_name("N");
-    command->add_flag("-q,--quiet", options->quiet, "Print problems only");
+    options->batch.Add(*command);
     command->footer(kFooter);
     command->callback([options, &action] { action = [options] { return Conform(*options); }; });
 }

@@ -3,11 +3,11 @@
 #include "commands/commands.h"
 #include "files/drawing_file.h"
 #include "files/output_plan.h"
+#include "picture/icon_renderer.h"
 #include "report/batch_report.h"
-#include "report/document_json.h"
 #include "report/document_summary.h"
 #include "report/document_text.h"
-#include "report/names.h"
+#include "report/summary_json.h"
 
 #include <CLI/CLI.hpp>
 
@@ -34,18 +34,6 @@ Examples:
   ozmira info --json icons/*.svg      One JSON array, for other programs
   unzip -p icons.zip a.svg | ozmira info -
 )";
-
-/// Calls visit(name, count) for each kind of element that the document has.
-void ForEachElementCount(const DocumentSummary& summary, auto&& visit) {
-    for (size_t type = 0; type < summary.elementCounts.size(); ++type) {
-        const uint64_t count = summary.elementCounts[type];
-        if (count > 0) visit(NameOf(static_cast<Element::Type>(type)), count);
-    }
-}
-
-uint64_t GradientCount(const DocumentSummary& summary) {
-    return summary.elementCounts[static_cast<size_t>(Element::Type::GradientElement)];
-}
 
 void AppendTo(std::string& list, const std::string& item) { list += (list.empty() ? "" : ", ") + item; }
 
@@ -87,47 +75,6 @@ void WriteInfo(StandardOutput& output, const std::string& file, const Document& 
     if (!differs.empty()) line("differs", differs);
 }
 
-void WriteInfo(JSONWriter& json, const std::string& file, const Document& document,
-               const DocumentSummary& summary) {
-    json.Object([&] {
-        json.Member("file", file);
-        json.Key("size");
-        json.Object([&] {
-            json.Key("width");
-            WriteJSON(json, document.size.width);
-            json.Key("height");
-            WriteJSON(json, document.size.height);
-        });
-        json.Key("viewBox");
-        WriteJSON(json, document.viewBox);
-        json.Key("elements");
-        json.Object([&] {
-            ForEachElementCount(summary,
-                                [&](std::string_view name, uint64_t count) { json.Member(name, count); });
-        });
-        json.Member("hidden", summary.hiddenCount);
-        json.Member("styles", document.styles.size());
-        json.Member("definitions", document.definitions.size());
-        json.Member("gradients", GradientCount(summary));
-        json.Key("drawing");
-        json.Object([&] {
-            json.Member("possible", summary.problem.empty());
-            if (!summary.problem.empty()) json.Member("problem", summary.problem);
-            json.Member("elements", summary.cost.elements);
-            json.Member("segments", summary.cost.segments);
-            json.Member("depth", summary.cost.depth);
-        });
-        json.Key("missing");
-        json.Array([&] {
-            for (const std::string& id : summary.missingIds) json.Value(id);
-        });
-        json.Key("differences");
-        json.Object([&] {
-            for (const auto& [rule, count] : summary.differences) json.Member(rule, count);
-        });
-    });
-}
-
 int Info(const InfoOptions& options) {
     StandardOutput output;
     JSONWriter json(output);
@@ -138,9 +85,13 @@ int Info(const InfoOptions& options) {
             try {
                 if (!icon.problem.empty()) throw FileError(icon.problem);
                 const Drawing drawing = ReadDrawingWithElements(file);
-                const DocumentSummary summary = Summarise(drawing);
+                DocumentSummary summary = Summarise(drawing);
+                if (summary.problem.empty()) summary.problem = SizeProblem(*drawing.document);
                 if (options.json) {
-                    WriteInfo(json, file, *drawing.document, summary);
+                    json.Object([&] {
+                        json.Member("file", file);
+                        WriteMembers(json, *drawing.document, summary);
+                    });
                 } else {
                     WriteInfo(output, file, *drawing.document, summary);
                 }
@@ -148,6 +99,12 @@ int Info(const InfoOptions& options) {
                 throw;
             } catch (const FileError& error) {
                 PrintProblem(InputName(file) + ": " + error.what());
+                if (options.json) {
+                    json.Object([&] {
+                        json.Member("file", file);
+                        json.Member("problem", std::string_view(error.what()));
+                    });
+                }
                 exitCode = kExitFailure;
             }
         }

@@ -27,14 +27,7 @@ std::string DescribePlace(std::string_view text, size_t offset) {
     return "line " + std::to_string(line) + ", column " + std::to_string(column);
 }
 
-/// Describes the format of a text whose first bytes show that it is not UTF-8 text; empty for any other text.
-std::string RecogniseForeignFormat(std::string_view text) {
-    if (text.starts_with("\x1F\x8B")) return "compressed; unpack it first, for example with gunzip";
-    if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF")) {
-        return "UTF-16 text; convert it to UTF-8 first, for example with iconv";
-    }
-    return {};
-}
+bool IsUTF16(std::string_view text) { return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"); }
 
 std::string DescribeTopElement(const rapidxml::xml_document<char>& xml) {
     const auto* const top = xml.first_node();
@@ -70,7 +63,7 @@ std::string WhyNothingToDraw(const std::string& text) {
     // The parser stops at the first NUL.
     const std::string_view read = text.c_str();
     if (text.empty()) return "empty; is it the right file?";
-    if (std::string format = RecogniseForeignFormat(text); !format.empty()) return format;
+    if (IsUTF16(text)) return "UTF-16 text; convert it to UTF-8 first, for example with iconv";
     if (read.empty()) return "not XML: it begins with a NUL byte; is it the right file?";
     if (NestsDeeperThan(text.c_str())) {
         return "nests elements deeper than " + FormatCount(kMaximumNestingDepth) +

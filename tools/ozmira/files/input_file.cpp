@@ -4,8 +4,11 @@
 #include "base/text.h"
 #include "base/tool_limits.h"
 #include "files/file_descriptor.h"
+#include "files/gzip.h"
 
 #include <cerrno>
+#include <string_view>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,8 +21,11 @@ constexpr size_t kSmallestRead = size_t{64} << 10;
 [[noreturn]] void ThrowSystemError() {
     switch (errno) {
     case ENOENT: throw FileError("no such file; check the name");
-    case EISDIR: throw FileError("a folder; name the files in it (render walks folders by itself)");
-    default: throw FileError("cannot be read: " + DescribeError(errno));
+    case EISDIR: throw FileError("a folder; name a file in it");
+    case EACCES:
+    case EPERM: throw FileError("cannot be read: " + DescribeError(errno) + "; allow reading it");
+    default:
+        throw FileError("cannot be read: " + DescribeError(errno) + "; name another file, or copy it anew");
     }
 }
 
@@ -60,13 +66,46 @@ std::string ReadToEnd(int descriptor) {
     return bytes;
 }
 
-} // namespace
+/// The name of the format of a file that is certainly no drawing; empty for any other.
+std::string_view RecogniseForeignFormat(std::string_view bytes) {
+    constexpr std::pair<std::string_view, std::string_view> kFormats[] = {
+        {"\x89PNG", "PNG picture"}, {"\xFF\xD8\xFF", "JPEG picture"}, {"GIF8", "GIF picture"},
+        {"RIFF", "WebP picture"},   {"%PDF", "PDF document"},         {"PK\x03\x04", "ZIP archive"},
+    };
+    for (const auto& [start, name] : kFormats) {
+        if (bytes.starts_with(start)) return name;
+    }
+    return {};
+}
 
-std::string ReadInput(const std::string& path) {
+std::string Unpacked(std::string bytes) {
+    if (IsGzip(bytes)) bytes = UnpackGzip(bytes, kMaximumFileSize);
+    if (const std::string_view format = RecogniseForeignFormat(bytes); !format.empty()) {
+        throw FileError("a " + std::string(format) + ", not a drawing; name an SVG file");
+    }
+    return bytes;
+}
+
+std::string ReadBytes(const std::string& path) {
     if (path == "-") return ReadToEnd(STDIN_FILENO);
     const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file) ThrowSystemError();
     return ReadToEnd(file.Get());
+}
+
+} // namespace
+
+std::string ReadInput(const std::string& path) { return Unpacked(ReadBytes(path)); }
+
+PackedInput ReadPackedInput(const std::string& path) {
+    std::string bytes = ReadBytes(path);
+    if (!IsGzip(bytes)) return {Unpacked(std::move(bytes)), {}};
+    return {Unpacked(bytes), std::move(bytes)};
+}
+
+std::string ReadDrawingOrPNG(const std::string& path) {
+    std::string bytes = ReadBytes(path);
+    return IsPNG(bytes) ? bytes : Unpacked(std::move(bytes));
 }
 
 } // namespace ozm::tool

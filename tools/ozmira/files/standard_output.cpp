@@ -1,6 +1,7 @@
 #include "files/standard_output.h"
 
 #include "base/errors.h"
+#include "base/text.h"
 #include "files/file_descriptor.h"
 
 #include <cerrno>
@@ -13,13 +14,15 @@ void WriteToStandardOutput(std::span<const uint8_t> bytes) {
     }
 }
 
+void PrintText(std::string_view text) { WriteToStandardOutput(BytesOf(text)); }
+
 void StandardOutput::Write(std::string_view text) {
     m_buffer += text;
     if (m_buffer.size() >= kBufferSize) Flush();
 }
 
 void StandardOutput::Flush() {
-    WriteToStandardOutput({reinterpret_cast<const uint8_t*>(m_buffer.data()), m_buffer.size()});
+    PrintText(m_buffer);
     m_buffer.clear();
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/text_output.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -11,15 +13,14 @@ namespace ozm::tool {
 /// Writes bytes to standard output. Throws `StandardOutputError` on failure.
 void WriteToStandardOutput(std::span<const uint8_t> bytes);
 
+/// Writes a text to standard output. Throws like `WriteToStandardOutput`.
+void PrintText(std::string_view text);
+
 /// Buffered standard output. The destructor writes nothing: call `Flush` at the end. All functions throw like
 /// `WriteToStandardOutput`.
-class StandardOutput {
+class StandardOutput final : public TextOutput {
 public:
-    void Put(char c) {
-        if (m_buffer.size() == kBufferSize) Flush();
-        m_buffer += c;
-    }
-    void Write(std::string_view text);
+    void Write(std::string_view text) override;
     /// Writes what is buffered.
     void Flush();
 

@@ -4,13 +4,17 @@
 #include "base/text.h"
 #include "base/tool_limits.h"
 
-#include <CoreGraphics/OZMInterrupt.h>
-
 #include <cmath>
 #include <new>
 #include <string>
 
 #include <time.h>
+#if __has_include(<CoreGraphics/OZMInterrupt.h>)
+#include <CoreGraphics/OZMInterrupt.h>
+#else
+/// Apple's library can't be interrupted, so the time is checked between elements alone.
+static void OZMSetDrawingInterrupt(bool (*)(void*), void*) {}
+#endif
 
 namespace ozm::tool {
 namespace {
@@ -56,16 +60,20 @@ IconRenderer::IconRenderer(Document& document, const RenderingState& state, bool
 }
 
 CGSize IconRenderer::PixelSize(CGSize size, double scale) const {
-    const CGSize points = m_renderer.imageSizeFitToSize(size, scale);
+    const CGSize points = FittingSize(size, scale);
     return {points.width * scale, points.height * scale};
 }
 
-double IconRenderer::CheckSize(CGSize size, double scale) const {
+void IconRenderer::CheckViewPort() const {
     const CGSize own = m_renderer.ViewPortSize();
     if (!IsUsable(own.width) || !IsUsable(own.height)) {
         throw FileError("has the size " + DescribeSize(own) +
                         "; give its svg element a width and a height above 0, or a viewBox and neither");
     }
+}
+
+double IconRenderer::CheckSize(CGSize size, double scale) const {
+    CheckViewPort();
     const CGSize pixels = PixelSize(size, scale);
     const double count = pixels.width * pixels.height;
     // Written so that NaN is refused as well.
@@ -105,6 +113,15 @@ CGImageRef IconRenderer::CreateImage(CGSize size, double scale) {
     bool (*const isDue)(void*) = [](void* self) { return static_cast<IconRenderer*>(self)->CheckTimeout(); };
     const DrawingInterrupt interrupt(m_timeout > 0 ? isDue : nullptr, this);
     return m_renderer.createCGImageFitToSize(size, scale, m_state, nullptr);
+}
+
+std::string SizeProblem(Document& document) {
+    try {
+        IconRenderer(document, kRenderingStateDefault, false, 0).CheckViewPort();
+        return {};
+    } catch (const FileError& error) {
+        return error.what();
+    }
 }
 
 } // namespace ozm::tool

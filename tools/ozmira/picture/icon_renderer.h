@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <memory>
+#include <string>
 
 namespace ozm::tool {
 
@@ -33,6 +34,11 @@ public:
     /// `timeout` limits the processor time for a picture, in seconds; 0 means no limit.
     IconRenderer(Document& document, const RenderingState& state, bool debugFrames, double timeout);
 
+    /// The size in points of the picture that fits the size.
+    CGSize FittingSize(CGSize size, double scale) const { return m_renderer.imageSizeFitToSize(size, scale); }
+
+    /// Throws `FileError` if the document has no size.
+    void CheckViewPort() const;
     /// Number of pixels of the picture that fits the size. Throws `FileError` if the document has no size or
     /// the picture exceeds `kMaximumSide` pixels on a side or `kMaximumPixels` in all.
     double CheckSize(CGSize size, double scale) const;
@@ -54,5 +60,8 @@ private:
     double m_startProcessorTime = 0; ///< Of the drawing thread, in seconds.
     bool m_hasTimedOut = false;      ///< Whether the current picture, or else the last one, took too long.
 };
+
+/// What keeps a document from being drawn in any size; empty if nothing does.
+std::string SizeProblem(Document& document);
 
 } // namespace ozm::tool

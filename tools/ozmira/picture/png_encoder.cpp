@@ -20,8 +20,9 @@ namespace {
 constexpr int kCompressionLevel = 5;
 constexpr std::array<uint8_t, 8> kSignature = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 constexpr double kPointsPerMetre = 72 / 0.0254;
-/// Upper bound of the size of all chunks but the compressed pixels.
-constexpr size_t kOtherChunksBound = 2048;
+/// Upper bound of the size of the chunks before the compressed pixels.
+constexpr size_t kHeadBound = 2048;
+constexpr std::string_view kEndChunk("\0\0\0\0IEND\xAE\x42\x60\x82", 12);
 /// Up to this many pixels, gray and alpha make smaller files than a palette of grays: 17 % smaller at 72 x 72
 /// pixels, 4 % at 192 x 192.
 constexpr size_t kMaximumGrayPixels = size_t{200} * 200;
@@ -80,7 +81,7 @@ void PackRows(uint8_t* scanlines, size_t width, size_t height, unsigned bitDepth
 using Colors = std::array<std::array<uint8_t, 4>, Palette::kCapacity>; // RGBA, not premultiplied
 
 Colors ColorsOf(const Palette& palette) {
-    Colors colors;
+    Colors colors{};
     for (size_t i = 0; i < palette.Count(); ++i) {
         const uint32_t pixel = palette.PixelAt(i);
         std::array<uint8_t, 4> argb;
@@ -91,19 +92,21 @@ Colors ColorsOf(const Palette& palette) {
 }
 
 bool AreGray(std::span<const std::array<uint8_t, 4>> colors) {
-    return std::ranges::all_of(colors, [](const auto& c) { return c[0] == c[1] && c[1] == c[2]; });
+    return std::all_of(colors.begin(), colors.end(),
+                       [](const auto& c) { return c[0] == c[1] && c[1] == c[2]; });
 }
 
 /// Expands scanlines of one byte per index in place, to gray and alpha. Works backwards, because the result
 /// is longer.
 void ExpandToGrayAlpha(uint8_t* scanlines, const PixelRows& pixels, const Colors& colors) {
+    std::array<std::array<uint8_t, 2>, Palette::kCapacity> grayAlphas;
+    for (size_t i = 0; i < colors.size(); ++i) grayAlphas[i] = {colors[i][0], colors[i][3]};
     const uint8_t* in = scanlines + pixels.height * (pixels.width + 1);
     uint8_t* out = scanlines + pixels.height * (2 * pixels.width + 1);
     for (size_t y = 0; y < pixels.height; ++y) {
         for (size_t x = 0; x < pixels.width; ++x) {
-            const std::array<uint8_t, 4>& color = colors[*--in];
-            *--out = color[3];
-            *--out = color[0];
+            out -= 2;
+            std::memcpy(out, grayAlphas[*--in].data(), 2); // one store
         }
         *--out = *--in;
     }
@@ -117,8 +120,9 @@ std::array<uint8_t, 4> BigEndian(uint32_t value) {
 /// Appends chunks to memory that must have room for them.
 class ChunkWriter {
 public:
-    explicit ChunkWriter(uint8_t* at) : m_begin(at), m_at(at) { Append(kSignature); }
+    explicit ChunkWriter(uint8_t* at) : m_begin(at), m_at(at) {}
 
+    void Signature() { Append(kSignature); }
     void Chunk(std::string_view type, std::span<const uint8_t> content) {
         std::copy(content.begin(), content.end(), Content());
         Finish(type, content.size());
@@ -144,16 +148,18 @@ private:
 /// Writes the image header and the physical pixel dimensions.
 void WriteHeader(ChunkWriter& file, const PixelRows& pixels, const Layout& layout, double scale) {
     std::array<uint8_t, 13> header{};
-    std::ranges::copy(BigEndian(static_cast<uint32_t>(pixels.width)), header.begin());
-    std::ranges::copy(BigEndian(static_cast<uint32_t>(pixels.height)), header.begin() + 4);
+    const auto width = BigEndian(static_cast<uint32_t>(pixels.width));
+    const auto height = BigEndian(static_cast<uint32_t>(pixels.height));
+    std::copy(width.begin(), width.end(), header.begin());
+    std::copy(height.begin(), height.end(), header.begin() + 4);
     header[8] = static_cast<uint8_t>(layout.BitDepth());
     header[9] = static_cast<uint8_t>(layout.colorType);
     file.Chunk("IHDR", header);
 
     std::array<uint8_t, 9> dimensions{};
     const auto perMetre = BigEndian(static_cast<uint32_t>(std::lround(scale * kPointsPerMetre)));
-    std::ranges::copy(perMetre, dimensions.begin());
-    std::ranges::copy(perMetre, dimensions.begin() + 4);
+    std::copy(perMetre.begin(), perMetre.end(), dimensions.begin());
+    std::copy(perMetre.begin(), perMetre.end(), dimensions.begin() + 4);
     dimensions[8] = 1; // the unit is the metre
     file.Chunk("pHYs", dimensions);
 }
@@ -174,8 +180,12 @@ void WritePalette(ChunkWriter& file, std::span<const std::array<uint8_t, 4>> pal
 
 } // namespace
 
-void PNGEncoder::Compressor::operator()(libdeflate_compressor* compressor) const {
+void PNGEncoder::Release::operator()(libdeflate_compressor* compressor) const {
     libdeflate_free_compressor(compressor);
+}
+
+void PNGEncoder::Release::operator()(libdeflate_decompressor* decompressor) const {
+    libdeflate_free_decompressor(decompressor);
 }
 
 uint8_t* PNGEncoder::Buffer::Reserve(size_t size) {
@@ -187,13 +197,15 @@ uint8_t* PNGEncoder::Buffer::Reserve(size_t size) {
     return m_bytes.get();
 }
 
-PNGEncoder::PNGEncoder() : m_compressor(libdeflate_alloc_compressor(kCompressionLevel)) {
-    if (!m_compressor) throw std::bad_alloc();
+PNGEncoder::PNGEncoder()
+    : m_compressor(libdeflate_alloc_compressor(kCompressionLevel)),
+      m_decompressor(libdeflate_alloc_decompressor()) {
+    if (!m_compressor || !m_decompressor) throw std::bad_alloc();
 }
 
 PNGEncoder::~PNGEncoder() = default;
 
-std::span<const uint8_t> PNGEncoder::Encode(const PixelRows& pixels, double scale) {
+void PNGEncoder::Begin(const PixelRows& pixels, double scale) {
     constexpr Layout kIndexed{ColorType::Indexed, 8}, kGrayAlpha{ColorType::GrayAlpha, 16};
     const bool mayBeGray = pixels.width * pixels.height <= kMaximumGrayPixels;
     const auto reserve = [&](const Layout& layout) {
@@ -203,7 +215,9 @@ std::span<const uint8_t> PNGEncoder::Encode(const PixelRows& pixels, double scal
     Colors colors;
     Layout layout = kIndexed;
     uint8_t* scanlines = reserve(mayBeGray ? kGrayAlpha : kIndexed);
-    if (IndexPixels(pixels, palette, scanlines)) {
+    const bool isIndexed = IndexPixels(pixels, palette, scanlines);
+    m_isBlank = isIndexed && palette.Count() == 1 && palette.PixelAt(0) == 0;
+    if (isIndexed) {
         colors = ColorsOf(palette);
         layout.bitsPerPixel = BitsPerIndex(palette.Count());
         if (layout.bitsPerPixel < 8) {
@@ -218,15 +232,49 @@ std::span<const uint8_t> PNGEncoder::Encode(const PixelRows& pixels, double scal
         UnpremultiplyRows(pixels, scanlines);
     }
 
-    const size_t scanlineSize = layout.RowSize(pixels.width) * pixels.height;
-    const size_t compressedBound = libdeflate_zlib_compress_bound(m_compressor.get(), scanlineSize);
-    ChunkWriter file(m_file.Reserve(compressedBound + kOtherChunksBound));
-    WriteHeader(file, pixels, layout, scale);
-    if (layout.colorType == ColorType::Indexed) WritePalette(file, std::span(colors).first(palette.Count()));
-    file.Finish("IDAT", libdeflate_zlib_compress(m_compressor.get(), scanlines, scanlineSize, file.Content(),
-                                                 compressedBound));
-    file.Chunk("IEND", {});
-    return {m_file.Data(), file.Size()};
+    m_scanlineSize = layout.RowSize(pixels.width) * pixels.height;
+    m_compressedBound = libdeflate_zlib_compress_bound(m_compressor.get(), m_scanlineSize);
+    ChunkWriter head(m_file.Reserve(kHeadBound + m_compressedBound + kTailBound));
+    head.Signature();
+    WriteHeader(head, pixels, layout, scale);
+    if (layout.colorType == ColorType::Indexed) WritePalette(head, std::span(colors).first(palette.Count()));
+    m_headSize = head.Size();
+}
+
+LazyOutput PNGEncoder::Output() {
+    return {Bound(), [this](std::span<const uint8_t> file) { return IsSame(file); },
+            [this] { return Encode(); }};
+}
+
+bool PNGEncoder::IsSame(std::span<const uint8_t> file) {
+    if (file.size() < m_headSize + kTailBound ||
+        !std::equal(file.begin(), file.begin() + static_cast<ptrdiff_t>(m_headSize), m_file.Data()))
+        return false;
+    const std::span tail = file.subspan(m_headSize);
+    const std::span compressed = tail.subspan(8, tail.size() - kTailBound);
+    const std::string_view text(reinterpret_cast<const char*>(tail.data()), tail.size());
+    const auto hasNumber = [&](size_t at, size_t number) {
+        const auto bytes = BigEndian(static_cast<uint32_t>(number));
+        return std::equal(bytes.begin(), bytes.end(), tail.begin() + static_cast<ptrdiff_t>(at));
+    };
+    if (!hasNumber(0, compressed.size()) || text.substr(4, 4) != "IDAT" ||
+        !hasNumber(8 + compressed.size(), libdeflate_crc32(0, tail.data() + 4, compressed.size() + 4)) ||
+        !text.ends_with(kEndChunk)) {
+        return false;
+    }
+    uint8_t* const scanlines = m_otherScanlines.Reserve(m_scanlineSize);
+    size_t size = 0;
+    return libdeflate_zlib_decompress(m_decompressor.get(), compressed.data(), compressed.size(), scanlines,
+                                      m_scanlineSize, &size) == LIBDEFLATE_SUCCESS &&
+           size == m_scanlineSize && std::memcmp(scanlines, m_scanlines.Data(), size) == 0;
+}
+
+std::span<const uint8_t> PNGEncoder::Encode() {
+    ChunkWriter tail(m_file.Data() + m_headSize);
+    tail.Finish("IDAT", libdeflate_zlib_compress(m_compressor.get(), m_scanlines.Data(), m_scanlineSize,
+                                                 tail.Content(), m_compressedBound));
+    tail.Chunk("IEND", {});
+    return {m_file.Data(), m_headSize + tail.Size()};
 }
 
 } // namespace ozm::tool

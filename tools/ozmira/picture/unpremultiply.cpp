@@ -27,7 +27,9 @@ uint8_t Unpremultiply(uint32_t component, uint32_t alpha) {
 void UnpremultiplyToRGBA(const uint8_t* argb, uint8_t* rgba, size_t count) {
     for (const uint8_t* const end = argb + 4 * count; argb != end; argb += 4, rgba += 4) {
         const uint8_t alpha = argb[0];
-        if (alpha == 255) {
+        if (alpha == 0) {
+            std::memset(rgba, 0, 3);
+        } else if (alpha == 255) {
             std::memcpy(rgba, argb + 1, 3);
         } else {
             for (size_t i = 0; i < 3; ++i) rgba[i] = Unpremultiply(argb[1 + i], alpha);

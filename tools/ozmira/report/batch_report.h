@@ -28,8 +28,17 @@ public:
     /// every item. Allocates nothing.
     void Done(size_t index, std::string problem, std::string remarks = {}) noexcept;
 
-    /// Number of items with a problem.
+    /// Reports and counts a problem that is no item's.
+    void Problem(std::string_view message) noexcept;
+
+    /// Removes the progress bar and prints a last message, because a signal is about to end the process.
+    /// Does nothing while standard error takes no text.
+    void EndEarly(std::string_view message) noexcept;
+
+    /// Number of problems.
     size_t Problems() const { return m_problems; }
+    /// Number of items that were never reported as done.
+    size_t Unfinished() const { return m_items.size() - m_doneCount; }
 
 private:
     struct Item {

@@ -2,7 +2,7 @@
 
 #include "report/json_writer.h"
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
 
 namespace ozm::tool {
 

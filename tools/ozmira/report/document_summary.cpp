@@ -1,6 +1,7 @@
 #include "report/document_summary.h"
 
 #include "base/errors.h"
+#include "report/names.h"
 
 #include <Ozmira/ozmReferences.h>
 #include <OzmiraConform/OzmiraConform.h>
@@ -29,6 +30,18 @@ std::set<std::string> FindMissingIds(const Document& document) {
 }
 
 } // namespace
+
+void ForEachElementCount(const DocumentSummary& summary,
+                         const std::function<void(std::string_view, uint64_t)>& visit) {
+    for (size_t type = 0; type < summary.elementCounts.size(); ++type) {
+        const uint64_t count = summary.elementCounts[type];
+        if (count > 0) visit(NameOf(static_cast<Element::Type>(type)), count);
+    }
+}
+
+uint64_t GradientCount(const DocumentSummary& summary) {
+    return summary.elementCounts[static_cast<size_t>(Element::Type::GradientElement)];
+}
 
 DocumentSummary Summarise(const Drawing& drawing) {
     const Document& document = *drawing.document;

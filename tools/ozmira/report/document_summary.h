@@ -3,10 +3,11 @@
 #include "files/drawing_file.h"
 #include "report/drawing_check.h"
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -25,6 +26,13 @@ struct DocumentSummary {
     /// Rules of errors and warnings, and how often each was met.
     std::map<std::string_view, uint64_t> differences;
 };
+
+/// Calls visit(name, count) for each kind of element that the document has.
+void ForEachElementCount(const DocumentSummary& summary,
+                         const std::function<void(std::string_view name, uint64_t count)>& visit);
+
+/// The number of gradients.
+uint64_t GradientCount(const DocumentSummary& summary);
 
 /// Summarises a drawing, which must have elements.
 DocumentSummary Summarise(const Drawing& drawing);

@@ -2,7 +2,7 @@
 
 #include "files/standard_output.h"
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
 
 #include <string>
 

@@ -32,13 +32,27 @@ std::string EscapeForGitHub(std::string_view text, bool isProperty) {
 } // namespace
 
 std::string DescribeFinding(const std::string& source, const conform::Finding& finding) {
-    std::string text = OnOneLine(InputName(source));
+    std::string text = InputName(source);
     text += ':' + std::to_string(finding.line) + ':' + std::to_string(finding.column) + ": ";
     text += conform::SeverityName(finding.severity);
     text += ": " + MessageAndRemedy(finding) + " [";
     text += finding.rule;
     text += ']';
     return text;
+}
+
+std::string DescribeRefusal(const std::string& source, std::span<const conform::Finding> findings) {
+    std::string text;
+    size_t more = 0;
+    for (const conform::Finding& finding : findings) {
+        if (finding.isConvertible) continue;
+        if (text.empty()) {
+            text = DescribeFinding(source, finding);
+        } else {
+            ++more;
+        }
+    }
+    return more == 0 ? text : text + ", and " + CountOf(more, "more reason");
 }
 
 std::string GitHubAnnotation(const std::string& source, const conform::Finding& finding) {

@@ -19,6 +19,9 @@ inline constexpr std::string_view kUnreadableRule = "unreadable";
 /// A finding on one line: "FILE:LINE:COLUMN: warning: MESSAGE; REMEDY [RULE]".
 std::string DescribeFinding(const std::string& source, const conform::Finding& finding);
 
+/// Why a drawing was refused: the first finding that can't be rewritten, and how many more there are.
+std::string DescribeRefusal(const std::string& source, std::span<const conform::Finding> findings);
+
 /// A finding as an annotation of GitHub's: "::warning file=...,line=...,col=...,title=...::MESSAGE; REMEDY".
 std::string GitHubAnnotation(const std::string& source, const conform::Finding& finding);
 

@@ -1,20 +1,21 @@
 #pragma once
 
 #include "base/text.h"
-#include "files/standard_output.h"
+#include "base/text_output.h"
 
 #include <cmath>
 #include <concepts>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace ozm::tool {
 
-/// Writes JSON to standard output piece by piece, without holding all of it in memory.
+/// Writes JSON piece by piece, without holding all of it in memory.
 class JSONWriter {
 public:
-    explicit JSONWriter(StandardOutput& output) : m_output(output) {}
+    explicit JSONWriter(TextOutput& output) : m_output(output) {}
 
     /// A number, which reads back as the same number. One that is not finite becomes the string "inf", "-inf"
     /// or "nan".
@@ -70,7 +71,7 @@ private:
         m_needsComma = true;
     }
 
-    StandardOutput& m_output;
+    TextOutput& m_output;
     bool m_needsComma = false; ///< The next value follows another one in the same object or array.
 };
 

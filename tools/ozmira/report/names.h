@@ -1,7 +1,7 @@
 // The names of enumerators, spelled as in the document model.
 #pragma once
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
 
 #include <string_view>
 
