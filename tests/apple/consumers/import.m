@@ -1,0 +1,3 @@
+#import <Ozmira/Ozmira.h>
+
+#include "uses.inc"

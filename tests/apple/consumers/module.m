@@ -1,0 +1,4 @@
+@import Ozmira;
+@import UIKit;
+
+#include "uses.inc"

@@ -1,0 +1,2 @@
+// Clang defines TARGET_OS_IOS and the others by itself.
+#pragma once

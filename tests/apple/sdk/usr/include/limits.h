@@ -1,0 +1,3 @@
+#pragma once
+#define PATH_MAX 1024
+#define SSIZE_MAX 9223372036854775807L
