@@ -1,6 +1,8 @@
 # Installs the libraries with their headers, a CMake package and a pkg-config file. The tool installs itself.
 include(CMakePackageConfigHelpers)
 
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
+
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/Ozmira")
 # A separate folder rather than a part of the framework's own headers, so that a search path can name it.
 set(platform_include_dir "${CMAKE_INSTALL_INCLUDEDIR}/OzmiraPlatform")
