@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
 
 #include <CoreGraphics/CoreGraphics.h>
 

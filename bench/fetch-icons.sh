@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fetches the icon sets and resvg, as listed in bench/icons/package.json, into build/icons and writes
-# build/icons/list.txt: 132 files of each set, spread evenly over its files in alphabetical order, so that every
-# machine measures the same files.
+# build/icons/list.txt: 132 files of each set that bench/icons/sets marks with "bench", spread evenly over its files in
+# alphabetical order, so that every machine measures the same files.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 export LC_ALL=C
@@ -9,16 +9,6 @@ export LC_ALL=C
 per_set=132
 folder=build/icons
 list=$folder/list.txt
-declare -A sets=(
-  [codicons]=@vscode/codicons/src/icons
-  [flat-color]=flat-color-icons/svg
-  [fontawesome]=@fortawesome/fontawesome-free/svgs
-  [ionicons]=ionicons/dist/svg
-  [mdi]=@mdi/svg/svg
-  [openmoji]=openmoji/color/svg
-  [remixicon]=remixicon/icons
-  [simple-icons]=simple-icons/icons
-)
 
 fail() {
   echo "fetch-icons: $*" >&2
@@ -38,9 +28,10 @@ fi
 unsupported='<(text|symbol|image|style|filter|mask|pattern|marker|foreignObject)[ />]|[[:space:]]d="[^"]*[AaQqTt]'
 
 rm -f "$list.new"
-for set in $(printf '%s\n' "${!sets[@]}" | sort); do
+sort bench/icons/sets | while read -r set icons use; do
+  [ "$use" = bench ] || continue
   # grep exits with a failure if no file of a batch qualifies, hence "|| true"; the count below is the real check.
-  files=$(find "$folder/node_modules/${sets[$set]}" -name '*.svg' -exec grep -LzE "$unsupported" {} + | sort || true)
+  files=$(find "$folder/node_modules/$icons" -name '*.svg' -exec grep -LzE "$unsupported" {} + | sort || true)
   count=$(wc -l <<<"$files")
   [ "$count" -ge "$per_set" ] || fail "$set has only $count usable files"
   awk -v all="$count" -v take="$per_set" 'int(NR * take / all) > int((NR - 1) * take / all)' <<<"$files" \

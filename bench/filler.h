@@ -36,6 +36,10 @@ extern const Filler kCairoFiller;
 /// Anti-Grain Geometry.
 extern const Filler kAGGFiller;
 #endif
+#ifdef OZMIRA_BENCH_QT
+/// Qt's raster painter.
+extern const Filler kQtFiller;
+#endif
 
 /// The fillers of this build, Ozmira first.
 inline std::vector<const Filler*> Fillers() {
@@ -46,6 +50,9 @@ inline std::vector<const Filler*> Fillers() {
 #endif
 #ifdef OZMIRA_BENCH_AGG
         &kAGGFiller,
+#endif
+#ifdef OZMIRA_BENCH_QT
+        &kQtFiller,
 #endif
     };
 }

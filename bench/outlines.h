@@ -2,7 +2,7 @@
 
 #include "filler.h"
 
-#include <Ozmira/ozmDocument.h>
+#include <Ozmira/ozmElement.h>
 
 namespace bench {
 

@@ -73,7 +73,7 @@ ALLOWED = {
     "render": CORE_MODEL | APPLE,
     "api": CORE_MODEL | APPLE_OBJC,
     # Checking and rewriting: it knows the parser, and nothing of drawing.
-    "include/OzmiraConform": set(),
+    "include/OzmiraConform": {"include/Ozmira"},
     "conform/base": CORE_MODEL,
     "conform/geometry": CORE_MODEL,
     "conform/source": CORE_MODEL | below("conform", "base"),
@@ -92,12 +92,23 @@ ALLOWED = {
     f"{TOOL}/files": CORE_MODEL | below(TOOL, "base"),
     f"{TOOL}/picture": CORE_MODEL | APPLE | below(TOOL, "base"),
     f"{TOOL}/report": CORE_MODEL | CONFORM_MODEL | below(TOOL, "base", "files"),
-    f"{TOOL}/commands": CORE_MODEL | CONFORM_MODEL | APPLE | below(TOOL, "base", "files", "picture", "report"),
-    TOOL: below(TOOL, "base", "files", "picture", "report", "commands"),
+    f"{TOOL}/page": CORE_MODEL | CONFORM_MODEL | below(TOOL, "base", "files", "report"),
+    f"{TOOL}/catalogue": CORE_MODEL | CONFORM_MODEL | APPLE | below(TOOL, "base", "files", "picture", "report"),
+    f"{TOOL}/compare": CORE_MODEL
+    | CONFORM_MODEL
+    | APPLE
+    | below(TOOL, "base", "files", "picture", "report", "page"),
+    f"{TOOL}/commands": CORE_MODEL
+    | CONFORM_MODEL
+    | APPLE
+    | below(TOOL, "base", "files", "picture", "report", "page", "catalogue", "compare"),
+    # The module of the npm package.
+    "npm/module": CORE_MODEL | CONFORM_MODEL | APPLE | below(TOOL, "base", "commands", "files", "picture", "report"),
+    TOOL: below(TOOL, "base", "files", "picture", "report", "page", "catalogue", "compare", "commands"),
 }
 # The public headers of the parser and the model, which know neither drawing nor Objective-C.
-CORE_HEADER = re.compile(r"include/Ozmira/(SVG/)?(ozm|OzmiraVersion)")
-ROOTS = ["core", CG, TOOL, "render", "api", "conform"]
+CORE_HEADER = re.compile(r"include/Ozmira/(SVG/)?(ozm|Ozmira(Color|Export|Version)\.h)")
+ROOTS = ["core", CG, TOOL, "render", "api", "conform", "npm/module"]
 INCLUDE = re.compile(r'^\s*#\s*(?:include|import)\s*([<"])([^>"]+)[>"]')
 
 
@@ -113,7 +124,7 @@ def resolve(root, file, quote, name):
 
 
 def violations(root):
-    for pattern in ("support", "core", "platform", "render", "api", "conform", "tools", "include"):
+    for pattern in ("support", "core", "platform", "render", "api", "conform", "tools", "include", "npm/module"):
         for path in sorted((root / pattern).rglob("*")):
             if path.suffix not in {".h", ".cpp", ".m", ".mm"}:
                 continue

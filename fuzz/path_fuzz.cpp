@@ -15,10 +15,11 @@ using namespace ozm::conform;
 namespace {
 
 void TryPathData(std::string_view text, int decimals) {
-    const PathData data = ReadPath(text, true);
+    const PathData data = ReadPath(text);
     Require(!data.error || *data.error <= text.size());
-    for (const PathCommandPlace& place : data.commands) {
-        Require(place.offset < text.size() && place.firstVerb <= data.path.Verbs().size());
+    Require(data.arcs.first.value_or(0) <= text.size() && data.quadratics.first.value_or(0) <= text.size());
+    for (const PathData::PenOffset& place : data.penOffsets) {
+        Require(place.offset < text.size() && place.distance > 0);
     }
     DrawsTheSame(data, text, 1e-6);
     std::string written, again;
