@@ -317,6 +317,12 @@ TEST(Fidelity, WindingsAreCountedInsidePixels) {
          false, 4, 10, 255},
         {"opposite bars, abutting", "M 4 4 L 8.5 4 L 8.5 20 L 4 20 Z M 8.5 4 L 8.5 20 L 13 20 L 13 4 Z",
          false, 8, 10, 255},
+        {"opposite bars, one above the other",
+         "M 4 4 L 20 4 L 20 8.5 L 4 8.5 Z M 4 8.5 L 4 13 L 20 13 L 20 8.5 Z", false, 10, 8, 255},
+        {"equal rectangles beside a bar that begins above them",
+         "M 4 10.5 L 20 10.5 L 20 20 L 4 20 Z M 4 10.5 L 20 10.5 L 20 20 L 4 20 Z M 24 4 L 25 4 L 25 20 L 24 "
+         "20 Z",
+         false, 10, 10, 128},
         {"crossing bars", "M 4 10.5 L 20 10.5 L 20 14 L 4 14 Z M 10.5 4 L 14 4 L 14 20 L 10.5 20 Z", false,
          10, 10, 191},
         {"crossing bars, even-odd", "M 4 10.5 L 20 10.5 L 20 14 L 4 14 Z M 10.5 4 L 14 4 L 14 20 L 10.5 20 Z",

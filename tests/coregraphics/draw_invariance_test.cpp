@@ -79,7 +79,8 @@ TEST(Invariance, ByWholePixels) {
 TEST(Invariance, InAMirror) {
     for (uint32_t seed = 1; seed <= kScenes; ++seed) {
         const auto path = shape(seed);
-        const CGAffineTransform sideways = {-1, 0, 0, 1, kSize, 0}, upright = {1, 0, 0, -1, 0, kSize};
+        const CGAffineTransform sideways = {-1, 0, 0, 1, kSize, 0}, upright = {1, 0, 0, -1, 0, kSize},
+                                across = {0, 1, 1, 0, 0, 0};
         const Picture picture = filled(path, seed % 2);
         expectSame(filled(transformed(path, sideways), seed % 2),
                    rearranged(picture, [](size_t x, size_t y) { return std::pair(kSize - 1 - x, y); }), 2,
@@ -87,6 +88,8 @@ TEST(Invariance, InAMirror) {
         expectSame(filled(transformed(path, upright), seed % 2),
                    rearranged(picture, [](size_t x, size_t y) { return std::pair(x, kSize - 1 - y); }), 2,
                    seed);
+        const auto swapped = [](size_t x, size_t y) { return std::pair(y, x); };
+        expectSame(filled(transformed(path, across), seed % 2), rearranged(picture, swapped), 2, seed, 3);
     }
 }
 

@@ -177,23 +177,23 @@ HWY_INLINE void FindMixedWindings(const float* const (&rows)[3], std::span<const
     }
 }
 
-// Resolves a row if windings of different effect may meet in it.
+// Keeps the sums of a row for the search, before they are resolved or swept away.
+HWY_NOINLINE void HoldRow(CoverageAccumulator& coverage, int y) {
+    RowWindow& window = coverage.window();
+    if (window.holds(y)) return;
+    ExpandRow(coverage, y, window.sums(y));
+    window.setHeld(y);
+}
+
+// Resolves a row if windings of different effect may meet in it. The row before is held.
 template <bool kEvenOdd>
 HWY_NOINLINE void ResolveIfMixed(CoverageAccumulator& coverage, int y, int end) {
     RowWindow& window = coverage.window();
-    const float* rows[3];
-    for (const int row : {y - 1, y, y + 1}) {
-        const float*& sums = rows[row - y + 1];
-        const bool isSwept = row < y && !(row >= 0 && window.holds(row)); // its cells are gone
-        sums = isSwept || row >= end ? nullptr : window.sums(row);
-        if (!sums || window.holds(row)) continue;
-        ExpandRow(coverage, row, window.sums(row));
-        window.setHeld(row);
-    }
-    // Beyond the shape all is 0. A row that was swept without a look at it had nothing that the middle row
-    // lacks.
-    if (!rows[0]) rows[0] = y == coverage.firstRow() ? window.zeros() : rows[1];
-    if (!rows[2]) rows[2] = window.zeros();
+    HoldRow(coverage, y);
+    if (y + 1 < end) HoldRow(coverage, y + 1);
+    // Beyond the shape all is 0.
+    const float* const rows[3] = {y == coverage.firstRow() ? window.zeros() : window.sums(y - 1),
+                                  window.sums(y), y + 1 < end ? window.sums(y + 1) : window.zeros()};
     SpanResolver spans(coverage, y, kEvenOdd ? FillRule::evenOdd : FillRule::nonZero, rows[1]);
     if (coverage.doubtsSums()) spans.doubt(coverage.doubted(y));
     FindMixedWindings<kEvenOdd>(rows, coverage.touched(y), coverage.width(),
@@ -205,14 +205,23 @@ HWY_NOINLINE void ResolveIfMixed(CoverageAccumulator& coverage, int y, int end) 
 // prepared from top to bottom; `end` is the one after the last.
 template <bool kEvenOdd>
 HWY_INLINE void PrepareRow(CoverageAccumulator& coverage, int y, int end) {
+    // The search needs the row before and the row after, and those two rows after need this one.
+    constexpr int kRowsAfter = 2;
     RowWindow& window = coverage.window();
-    for (; window.next < end && window.next <= y + 1; ++window.next) {
+    for (; window.next <= y + kRowsAfter; ++window.next) {
+        if (window.next >= end) {
+            window.addExcess(0);
+            continue;
+        }
         const int ahead = window.next + kRowsAhead < end ? window.next + kRowsAhead : window.next;
         window.addExcess(SumRow(coverage, window.next, coverage.row(ahead)));
     }
-    if (y + 1 >= end) window.addExcess(0);
-    const bool mayMix = window.excess() >= (kAboveZero | kBelowZero) || coverage.doubtsSums();
-    if (mayMix && coverage.mayResolve()) ResolveIfMixed<kEvenOdd>(coverage, y, end);
+    if (!coverage.mayResolve()) return;
+    constexpr uint32_t kLeastMixed = kAboveZero | kBelowZero;
+    if (window.excess(1) >= kLeastMixed || coverage.doubtsSums())
+        ResolveIfMixed<kEvenOdd>(coverage, y, end);
+    else if (window.excess(0) >= kLeastMixed)
+        HoldRow(coverage, y);
 }
 
 } // namespace

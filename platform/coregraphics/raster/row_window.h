@@ -23,15 +23,16 @@ public:
 
     /// Adds how the sums of the next row leave the range between 0 and 1, as SumRow() says.
     void addExcess(uint32_t ofRow) { m_excess = m_excess << kExcessBits | ofRow; }
-    /// That of the last three rows together.
-    uint32_t excess() const {
-        return (m_excess | m_excess >> kExcessBits | m_excess >> 2 * kExcessBits) & ((1U << kExcessBits) - 1);
+    /// That of three successive rows together: the last ones, or those that end `before` rows earlier.
+    uint32_t excess(int before) const {
+        const uint32_t rows = m_excess >> before * kExcessBits;
+        return (rows | rows >> kExcessBits | rows >> 2 * kExcessBits) & ((1U << kExcessBits) - 1);
     }
 
-    /// Room for the sums of a row's pixels, with some more on either side. The last three rows are kept.
+    /// Room for the sums of a row's pixels, with some more on either side. Those of the last rows are kept.
     float* sums(int y) { return m_sums.data() + slot(y) * m_stride + kPadding; }
     const float* zeros() const { return m_zeros.data() + kPadding; }
-    /// Whether the sums of the row are there. They are unless this is asked for the first time.
+    /// Whether the sums of the row are there.
     bool holds(int y) const { return m_held[slot(y)] == y; }
     void setHeld(int y) { m_held[slot(y)] = y; }
 
