@@ -302,6 +302,19 @@ TEST(Robustness, WidePensAndFarCurves) {
     OZMSetDrawingInterrupt(nullptr, nullptr);
 }
 
+// The curve's products overflow in the space of the pen, though all of its points are finite.
+TEST(Robustness, CurvesInAHugeSpace) {
+    const Canvas canvas;
+    constexpr double k = 0x1p53, step = 2048 * k;
+    CGContextConcatCTM(canvas, {2 * k, 1 / k, -2 * k, 1 / k, 0, 0});
+    CGContextMoveToPoint(canvas, 0, 0);
+    CGContextAddCurveToPoint(canvas, step, step, 2 * step, 2 * step, 3 * step, 3 * step);
+    CGContextSetLineWidth(canvas, 1e-14);
+    CGContextSetLineJoin(canvas, kCGLineJoinRound);
+    CGContextStrokePath(canvas);
+    EXPECT_TRUE(Owned<CGImageRef>(CGBitmapContextCreateImage(canvas)));
+}
+
 TEST(Robustness, InfinityAndNaN) {
     const double inf = std::numeric_limits<double>::infinity(),
                  nan = std::numeric_limits<double>::quiet_NaN();

@@ -51,7 +51,7 @@ int Stroker<T, Sink>::chordsFor(const Cubic<T>& c, int count) const {
     const auto angle = [](V from, V to) { return std::abs(std::atan2(cross(from, to), dot(from, to))); };
     constexpr T kPi = T(3.14159265358979323846);
     const T steps = (angle(a, b) + angle(b, d)) / kPi * static_cast<T>(m_arc.count); // of the pen's arcs
-    if (steps <= 1) return count;
+    if (!(steps > 1)) return count; // nor of huge curves, whose angles are no numbers
     return std::max({count, 2, static_cast<int>(std::ceil(steps / 2))});
 }
 
