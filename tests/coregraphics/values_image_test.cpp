@@ -178,6 +178,23 @@ TEST(Image, ReturnsItsBytes) {
     EXPECT_EQ(CGImageGetAlphaInfo(image), kCGImageAlphaFirst);
 }
 
+TEST(Image, ItsBytesStayWhenTheCallersChange) {
+    Bytes bytes = {1, 2, 3, 4, 5, 6, 7, 8};
+    Owned<CGDataProviderRef> provider(
+        CGDataProviderCreateWithData(nullptr, bytes.data(), bytes.size(), nullptr));
+    Owned<CGImageRef> image(CGImageCreate(2, 1, 8, 32, 8, makeSpace(Space::rgb), kCGImageAlphaFirst, provider,
+                                          nullptr, false, kCGRenderingIntentDefault));
+    Owned<CGImageRef> part(CGImageCreateWithImageInRect(image, CGRectMake(1, 0, 1, 1)));
+    const Owned<CFDataRef> whole(CGDataProviderCopyData(CGImageGetDataProvider(image)));
+    const Owned<CFDataRef> ofPart(CGDataProviderCopyData(CGImageGetDataProvider(part)));
+    part = Owned<CGImageRef>();
+    image = Owned<CGImageRef>();
+    provider = Owned<CGDataProviderRef>();
+    std::ranges::fill(bytes, uint8_t{0});
+    EXPECT_EQ(CFDataGetBytePtr(whole)[0], 1);
+    EXPECT_EQ(CFDataGetBytePtr(ofPart)[0], 5);
+}
+
 TEST(Image, SnapshotSharesTheStorage) {
     const auto storage = ozcg::PixelStorage::create(16);
     EXPECT_TRUE(std::ranges::all_of(std::span(storage->bytes(), 16), [](uint8_t byte) { return byte == 0; }));

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "base/object.h"
+#include "base/ref.h"
 
 #include <CoreFoundation/CoreFoundation.h>
 
+#include <algorithm>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -20,13 +23,20 @@ struct CFString final : ozcg::Object {
 };
 
 struct CFData final : ozcg::Object {
-    explicit CFData(std::vector<UInt8> value) : Object(ozcg::TypeId::data), bytes(std::move(value)) {}
+    explicit CFData(std::vector<UInt8> value)
+        : Object(ozcg::TypeId::data), ownBytes(std::move(value)), bytes(ownBytes) {}
+    /// Bytes inside an object, which is kept alive and must not change them.
+    CFData(ozcg::Ref<const ozcg::Object> bytesOwner, std::span<const UInt8> content) noexcept
+        : Object(ozcg::TypeId::data), owner(std::move(bytesOwner)), bytes(content) {}
 
     bool isEqualTo(const Object& other) const noexcept override {
-        return bytes == static_cast<const CFData&>(other).bytes;
+        const std::span<const UInt8> others = static_cast<const CFData&>(other).bytes;
+        return std::equal(bytes.begin(), bytes.end(), others.begin(), others.end());
     }
 
-    const std::vector<UInt8> bytes;
+    const std::vector<UInt8> ownBytes;
+    const ozcg::Ref<const ozcg::Object> owner;
+    const std::span<const UInt8> bytes;
 };
 
 struct CFArray final : ozcg::Object {

@@ -27,6 +27,10 @@ void CGDataProviderRelease(CGDataProviderRef provider) { ozcg::released(provider
 
 CFDataRef CGDataProviderCopyData(CGDataProviderRef provider) {
     if (!provider) return nullptr;
+    // What an object of ours holds never changes, so it is shared. Another provider may have the caller's
+    // bytes.
+    if (provider->owner && provider->owner->typeId() != ozcg::TypeId::dataProvider)
+        return ozcg::noteFailure(ozcg::create<const CFData>(provider->owner, provider->bytes));
     return CFDataCreate(kCFAllocatorDefault, provider->bytes.data(),
                         static_cast<CFIndex>(provider->bytes.size()));
 }
