@@ -54,15 +54,23 @@ std::optional<Color> ParseColor(std::string_view text) {
     return std::max({color.r, color.g, color.b}) <= 1 ? std::optional(color) : std::nullopt;
 }
 
+bool IsLength(double length) { return length > 0 && length <= kMaximumSide; }
+bool IsScale(double scale) { return scale >= kMinimumScale && scale <= kMaximumScale; }
+bool IsTimeout(double seconds) { return seconds >= 0 && seconds <= kMaximumTimeout; }
+
 std::string Range(double first, double last) { return FormatNumber(first) + " to " + FormatNumber(last); }
 
 } // namespace
 
 double ParseLengthArgument(std::string_view option, std::string_view text) {
     const double length = ParseNumber(text);
-    if (length > 0 && length <= kMaximumSide) return length;
+    if (IsLength(length)) return length;
     ThrowBadValue(option, text,
                   "a length in points, a number above 0 and up to " + FormatNumber(kMaximumSide));
+}
+
+double CheckLength(std::string_view option, double length) {
+    return IsLength(length) ? length : ParseLengthArgument(option, FormatNumber(length));
 }
 
 std::vector<double> ParseScales(std::string_view option, std::string_view text) {
@@ -71,7 +79,7 @@ std::vector<double> ParseScales(std::string_view option, std::string_view text) 
         const size_t end = std::min(text.find(',', start), text.size());
         const std::string_view item = text.substr(start, end - start);
         const double scale = ParseNumber(item);
-        if (!(scale >= kMinimumScale && scale <= kMaximumScale)) {
+        if (!IsScale(scale)) {
             ThrowBadValue(option, item,
                           "a number of pixels per point from " + Range(kMinimumScale, kMaximumScale) +
                               "; separate several with commas, as in 1,2,3");
@@ -88,8 +96,12 @@ std::vector<double> ParseScales(std::string_view option, std::string_view text) 
 
 double ParseScale(std::string_view option, std::string_view text) {
     const double scale = ParseNumber(text);
-    if (scale >= kMinimumScale && scale <= kMaximumScale) return scale;
+    if (IsScale(scale)) return scale;
     ThrowBadValue(option, text, "a number of pixels per point from " + Range(kMinimumScale, kMaximumScale));
+}
+
+double CheckScale(std::string_view option, double scale) {
+    return IsScale(scale) ? scale : ParseScale(option, FormatNumber(scale));
 }
 
 double ParseThreshold(std::string_view option, std::string_view text) {
@@ -109,9 +121,13 @@ Color ParseColorArgument(std::string_view option, std::string_view text) {
 
 double ParseTimeout(std::string_view option, std::string_view text) {
     const double seconds = ParseNumber(text);
-    if (seconds >= 0 && seconds <= kMaximumTimeout) return seconds;
+    if (IsTimeout(seconds)) return seconds;
     ThrowBadValue(option, text,
                   "a number of seconds from " + Range(0, kMaximumTimeout) + "; 0 sets no limit");
+}
+
+double CheckTimeout(std::string_view option, double seconds) {
+    return IsTimeout(seconds) ? seconds : ParseTimeout(option, FormatNumber(seconds));
 }
 
 unsigned ParseJobs(std::string_view option, std::string_view text) {
