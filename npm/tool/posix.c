@@ -27,8 +27,9 @@ int clock_gettime(clockid_t clock, struct timespec* time) {
     return 0;
 }
 
-// Signals reach Node alone. It passes them to the thread that waits for them; while there is none, they end the process.
-static atomic_int signal_is_awaited, pending_signal;
+// Signals reach Node alone. It passes them to the thread that waits for them; unless they are blocked, they end the
+// process.
+static atomic_int signals_are_blocked, pending_signal;
 
 static void deliver(int signal) {
     pending_signal = signal;
@@ -36,17 +37,23 @@ static void deliver(int signal) {
 }
 
 EMSCRIPTEN_KEEPALIVE int deliver_signal(int signal) {
-    if (!signal_is_awaited) return 0;
+    if (!signals_are_blocked) return 0;
     deliver(signal);
     return 1;
 }
 
+// The tool blocks all the signals that Node passes, or none.
+int pthread_sigmask(int how, const sigset_t* set, sigset_t* old) {
+    (void)set;
+    if (old) sigemptyset(old);
+    signals_are_blocked = how == SIG_BLOCK;
+    return 0;
+}
+
 int sigwait(const sigset_t* set, int* signal) {
     (void)set;
-    signal_is_awaited = 1;
     while (pending_signal == 0) emscripten_futex_wait(&pending_signal, 0, INFINITY);
     *signal = atomic_exchange(&pending_signal, 0);
-    signal_is_awaited = 0;
     return 0;
 }
 
