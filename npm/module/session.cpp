@@ -52,9 +52,9 @@ void WriteFindings(const std::vector<conform::Finding>& findings) {
     output.Flush();
 }
 
-/// Whatever the options are, the tool's own functions decide what they may be.
+/// A length, or 0, which sets no limit.
 double ReadLength(const char* option, double length) {
-    return length == 0 ? 0 : tool::ParseLengthArgument(option, tool::FormatNumber(length));
+    return length == 0 ? 0 : tool::CheckLength(option, length);
 }
 
 } // namespace
@@ -125,8 +125,8 @@ Status Session::Info() noexcept {
 Status Session::Render(const Drawing& drawing) noexcept {
     return Run([&](std::string text) {
         const CGSize size = {ReadLength(kWidth, drawing.width), ReadLength(kHeight, drawing.height)};
-        const double scale = tool::ParseScale(kScale, tool::FormatNumber(drawing.scale));
-        const double timeout = tool::ParseTimeout(kTimeoutName, tool::FormatNumber(drawing.timeout));
+        const double scale = tool::CheckScale(kScale, drawing.scale);
+        const double timeout = tool::CheckTimeout(kTimeoutName, drawing.timeout);
         RenderingState state = kRenderingStateDefault;
         if (drawing.fillSize > 0) {
             const std::string fill = text.substr(text.size() - drawing.fillSize);

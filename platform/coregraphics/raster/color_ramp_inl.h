@@ -21,13 +21,11 @@ namespace {
 // The colours at kGroup positions.
 HWY_INLINE hn::Vec<Ints> RampColors(const ColorRamp& ramp, const double* positions) {
     const Floats d;
-    const hn::Half<Floats> half;
-    const hn::Rebind<double, decltype(half)> wide;
-    const auto fractions = [&](const double* p) {
-        const auto way = hn::Sub(hn::LoadU(wide, p), hn::Set(wide, ramp.begin));
-        return hn::DemoteTo(half, hn::Mul(way, hn::Set(wide, ramp.fractionPerPosition)));
-    };
-    const auto fraction = hn::Combine(d, fractions(positions + kGroup / 2), fractions(positions));
+    // Not in vectors, as WebAssembly's hold no doubles in Highway.
+    HWY_ALIGN float fractions[kGroup];
+    for (size_t i = 0; i < kGroup; ++i)
+        fractions[i] = static_cast<float>((positions[i] - ramp.begin) * ramp.fractionPerPosition);
+    const auto fraction = hn::Load(d, fractions);
     const auto component = [&](size_t i) {
         const auto value = hn::Add(hn::Set(d, ramp.color[i]), hn::Mul(hn::Set(d, ramp.change[i]), fraction));
         return hn::Min(hn::Max(value, hn::Zero(d)), hn::Set(d, 1.0f));

@@ -19,9 +19,9 @@ HWY_BEFORE_NAMESPACE();
 namespace ozcg::HWY_NAMESPACE {
 namespace {
 
-// The coverage, 0...255, of accumulated areas.
+// The coverage of accumulated areas, 0...255, in the lowest byte of a float.
 template <bool kEvenOdd>
-HWY_INLINE hn::Vec<Ints> Alpha(hn::Vec<Floats> area) {
+HWY_INLINE hn::Vec<Floats> AlphaBytes(hn::Vec<Floats> area) {
     const Floats d;
     area = hn::Abs(area);
     if constexpr (kEvenOdd) {
@@ -34,8 +34,19 @@ HWY_INLINE hn::Vec<Ints> Alpha(hn::Vec<Floats> area) {
     // Between 2^23 and 2^24 floats are integers, so the addition rounds to nearest: 2 % less at 256 px
     // than a conversion.
     const auto scaled = hn::Mul(hn::Min(area, hn::Set(d, 1.0f)), hn::Set(d, 255.0f));
-    const auto alpha = hn::Add(scaled, hn::Set(d, 8388608.0f));
-    return hn::And(hn::BitCast(Ints(), alpha), hn::Set(Ints(), 255));
+    return hn::Add(scaled, hn::Set(d, 8388608.0f));
+}
+
+// The coverage, 0...255, of accumulated areas.
+template <bool kEvenOdd>
+HWY_INLINE hn::Vec<Ints> Alphas(hn::Vec<Floats> areas) {
+    return hn::And(hn::BitCast(Ints(), AlphaBytes<kEvenOdd>(areas)), hn::Set(Ints(), 255));
+}
+
+// The same for one area. Clang 14 for WebAssembly does not come to an end on a lane of integers.
+template <bool kEvenOdd>
+HWY_INLINE int Alpha(float area) {
+    return std::bit_cast<int32_t>(hn::GetLane(AlphaBytes<kEvenOdd>(hn::Set(Floats(), area)))) & 255;
 }
 
 // Walks along one row of sums, clears its cells, and calls sink.span(x0, x1, alpha) for stretches of constant
@@ -51,12 +62,12 @@ HWY_INLINE void SweepSums(float* cells, std::span<uint64_t> touched, int width, 
             const int x = origin + (std::countr_zero(bits) << kBlockShift);
             float* const c = cells + x;
             if (x < width) {
-                if (x > at) sink.span(at, x, hn::GetLane(Alpha<kEvenOdd>(hn::Set(d, sum))));
+                if (x > at) sink.span(at, x, Alpha<kEvenOdd>(sum));
                 sum = c[kBlock - 1];
             }
             hn::Vec<Ints> alphas[kGroups];
             for (size_t i = 0; i < kGroups; ++i) {
-                alphas[i] = Alpha<kEvenOdd>(hn::Load(d, c + i * kGroup));
+                alphas[i] = Alphas<kEvenOdd>(hn::Load(d, c + i * kGroup));
                 hn::Store(zero, d, c + i * kGroup);
             }
             if (x >= width) continue;
@@ -66,7 +77,7 @@ HWY_INLINE void SweepSums(float* cells, std::span<uint64_t> touched, int width, 
         }
         origin += 64 * kBlock;
     }
-    if (at < width) sink.span(at, width, hn::GetLane(Alpha<kEvenOdd>(hn::Set(d, sum))));
+    if (at < width) sink.span(at, width, Alpha<kEvenOdd>(sum));
 }
 
 } // namespace
