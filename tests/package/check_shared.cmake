@@ -1,11 +1,5 @@
 # Builds and installs shared libraries, builds the examples against them, and looks at what they export.
-function(run)
-  execute_process(COMMAND ${ARGV} RESULT_VARIABLE result)
-  if(result)
-    list(JOIN ARGV " " command)
-    message(FATAL_ERROR "failed with ${result}: ${command}")
-  endif()
-endfunction()
+include("${CMAKE_CURRENT_LIST_DIR}/run.cmake")
 
 # exports NAME PATTERN: every symbol that the library exports, with C++ names demangled, has to match.
 function(exports name pattern)
